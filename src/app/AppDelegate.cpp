@@ -1,0 +1,104 @@
+#include "app/AppDelegate.h"
+
+#include "app/Constants.h"
+#include "app/CoreTavro.h"
+#include "app/HideApps.h"
+#include "app/UserSettings.h"
+#include "platform/Images.h"
+#include "platform/Log.h"
+#include "platform/Machine.h"
+#include "platform/Process.h"
+#include "platform/StatusBar.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+
+namespace tavro {
+
+namespace {
+Machine& machine() {
+    return Process::current().machine();
+}
+} // namespace
+
+void AppDelegate::applicationDidFinishLaunching() {
+    machine().application().activate(true);
+    // Before the settings are read: presentation mode never survives a restart.
+    machine().userDefaults().setObject(Constants::tavroKey, false);
+    m_observations.push_back(machine().workspace().notificationCenter().addObserver(
+        workspaceDidActivateApplication, [this] { focusedAppDidChange(); }));
+    UserSettings::shared();
+    createStatusItem();
+    createMenu();
+    m_observations.push_back(Process::current().notificationCenter().addObserver(tavroToogleNotification,
+                                                                                 [this] { changeIcon(); }));
+}
+
+void AppDelegate::createStatusItem() {
+    statusBarItem = machine().statusBar().statusItem(StatusBar::variableLength);
+    if (auto* button = statusBarItem->button()) {
+        button->setAction([this] { menuBarAction(); });
+        button->sendActionOn(eventMask(EventType::leftMouseUp) | eventMask(EventType::rightMouseUp));
+    }
+    changeIcon();
+}
+
+void AppDelegate::createMenu() {
+    statusBarMenu = std::make_shared<Menu>("Status Bar Menu");
+    statusBarMenu->delegate = this;
+    statusBarMenu->items = {{"Preferences", nullptr, ""}, {"Quit", [this] { quitTavro(); }, ""}};
+    statusBarItem->announceMenu(statusBarMenu);
+}
+
+void AppDelegate::applicationDidReopen() {
+    machine().application().activate(true);
+}
+
+void AppDelegate::applicationWillResignActive() {
+    machine().log().print("resign active");
+}
+
+void AppDelegate::applicationWillTerminate() {
+    if (UserSettings::shared().tavroIsOn())
+        switchPresentationMode();
+}
+
+void AppDelegate::menuBarAction() {
+    const auto event = machine().application().currentEvent();
+    if (event.modifierFlags & EventModifierFlags::option)
+        switchPresentationMode();
+    else if (event.type == EventType::rightMouseUp || (event.modifierFlags & EventModifierFlags::control))
+        openMenu();
+}
+
+void AppDelegate::switchPresentationMode() {
+    auto& settings = UserSettings::shared();
+    settings.setTavroIsOn(!settings.tavroIsOn());
+    CoreTavro().toggle();
+}
+
+void AppDelegate::openMenu() {
+    constexpr double gap = 2;
+    statusBarItem->setMenu(statusBarMenu);
+    if (auto* button = statusBarItem->button())
+        button->popUp(statusBarMenu, {0, button->frame().size.height + gap});
+}
+
+void AppDelegate::menuDidClose(Menu&) {
+    statusBarItem->setMenu(nullptr);
+}
+
+void AppDelegate::changeIcon() {
+    const auto* name = UserSettings::shared().tavroIsOn() ? "menubar-on" : "menubar-off";
+    if (auto* button = statusBarItem->button())
+        button->setImage(machine().images().named(name));
+}
+
+void AppDelegate::focusedAppDidChange() {
+    HideApps::rememberFrontmost();
+}
+
+void AppDelegate::quitTavro() {
+    machine().application().exit(0);
+}
+
+} // namespace tavro

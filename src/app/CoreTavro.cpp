@@ -1,0 +1,56 @@
+#include "app/CoreTavro.h"
+
+#include "app/HideApps.h"
+#include "app/UserSettings.h"
+#include "desktop/HideDesktop.h"
+#include "platform/Log.h"
+#include "platform/Machine.h"
+#include "platform/Process.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tavro {
+
+namespace {
+
+std::optional<bool> wallpaperChoice(const std::vector<OptionItem>& options) {
+    const auto option = std::ranges::find(options, "changeWallpaper", &OptionItem::id);
+    return option == options.end() ? std::nullopt : std::optional(option->isOn);
+}
+
+} // namespace
+
+CoreTavro::CoreTavro() : hideDesktop(HideDesktop::shared()), settings(UserSettings::shared()) {}
+
+void CoreTavro::toggle() const {
+    const auto options = settings.options();
+    if (settings.tavroIsOn())
+        turnOn(options, hideDesktop);
+    else
+        turnOff(options, hideDesktop);
+    Process::current().notificationCenter().post(tavroToogleNotification);
+}
+
+void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
+    Process::current().machine().log().print("Turn On --------------");
+    const auto choice = wallpaperChoice(options);
+    for (const auto& option : options) {
+        if (option.id == "hideApps" && option.isOn)
+            HideApps::hideOthers();
+        else if (option.id == "hideDesktop" && option.isOn)
+            hideDesktop.coverScreens(choice);
+    }
+}
+
+void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
+    Process::current().machine().log().print("Turn Off --------------");
+    for (const auto& option : options) {
+        if (option.id == "hideApps" && option.isOn)
+            HideApps::showAll();
+        else if (option.id == "hideDesktop") // also where it was switched off meanwhile: no cover may stay
+            hideDesktop.removeCovers();
+    }
+}
+
+} // namespace tavro

@@ -1,0 +1,50 @@
+#include "app/HideApps.h"
+
+#include "platform/Machine.h"
+#include "platform/Process.h"
+#include "platform/Workspace.h"
+
+namespace tavro {
+
+namespace {
+
+struct LastActiveApp {
+    std::shared_ptr<RunningApplication> application;
+};
+
+std::shared_ptr<RunningApplication>& remembered() {
+    return Process::current().shared<LastActiveApp>().application;
+}
+
+Workspace& workspace() {
+    return Process::current().machine().workspace();
+}
+
+} // namespace
+
+const std::shared_ptr<RunningApplication>& HideApps::lastActiveApp() {
+    return remembered();
+}
+
+void HideApps::rememberFrontmost() {
+    remembered() = workspace().frontmostApplication();
+}
+
+void HideApps::hideOthers() {
+    const auto applications = workspace().runningApplications();
+    rememberFrontmost();
+    for (const auto& application : applications)
+        if (!lastActiveApp() || !application->isEqual(*lastActiveApp()))
+            application->hide();
+}
+
+void HideApps::showAll() {
+    const auto applications = workspace().runningApplications();
+    rememberFrontmost();
+    for (const auto& application : applications)
+        application->unhide();
+    if (lastActiveApp())
+        lastActiveApp()->activate(ApplicationActivationOption::ignoringOtherApps);
+}
+
+} // namespace tavro

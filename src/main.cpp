@@ -1,0 +1,70 @@
+#include "app/AppDelegate.h"
+#include "platform/Process.h"
+#include "platform/linux/LinuxMachine.h"
+#include "platform/linux/SingleInstance.h"
+#include "platform/linux/StreamLog.h"
+#include "ui/ViewPainting.h"
+
+#include <QApplication>
+
+#include <csignal>
+#include <cstdlib>
+
+namespace {
+
+tavro::StreamLog streamLog;
+
+void logToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        streamLog.diagnose(message.toStdString());
+}
+
+/// Whether this is the process that goes on.
+bool isFirst(tavro::SingleInstance& instance, int& status) {
+    using Claim = tavro::SingleInstance::Claim;
+    switch (instance.claim()) {
+    case Claim::activatedOther:
+        streamLog.print("TavroPRO is running already and was activated");
+        status = EXIT_SUCCESS;
+        return false;
+    case Claim::otherIsSilent:
+        streamLog.print("TavroPRO is running already and does not answer");
+        status = EXIT_FAILURE;
+        return false;
+    case Claim::unknown:
+        streamLog.diagnose("There is no session bus; a second TavroPRO would not be noticed");
+        return true;
+    case Claim::first:
+        return true;
+    }
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    tavro::TerminationSignals signals; // before the toolkit starts its threads
+    std::signal(SIGPIPE, SIG_IGN);     // a closed log is no reason to end
+    qInstallMessageHandler(logToolkitMessage);
+    auto x = tavro::XConnection::open(streamLog);
+    if (!x) {
+        streamLog.diagnose("There is no X display to show anything on");
+        return EXIT_FAILURE;
+    }
+    qputenv("QT_QPA_PLATFORM", "xcb"); // also where a Wayland session offers its own
+    QApplication::setApplicationName("tavropro");
+    QApplication::setApplicationDisplayName("TavroPRO");
+    QApplication::setDesktopFileName("com.vantrelo.TavroPRO");
+    QApplication application(argc, argv);
+
+    tavro::SingleInstance instance;
+    int status = EXIT_SUCCESS;
+    if (!isFirst(instance, status))
+        return status;
+    tavro::LinuxMachine machine(std::move(x), streamLog, signals, &tavro::paintView,
+                                tavro::PlistUserDefaults::standardFile());
+    tavro::Process process(machine);
+    tavro::AppDelegate delegate;
+    instance.onActivate([&machine] { machine.application().reopen(); });
+    return machine.application().run(delegate);
+}

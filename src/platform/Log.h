@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+namespace tavro {
+
+/// Where the program says what it does. A line is out when the call returns; a closed stream is not an error.
+class Log {
+public:
+    virtual ~Log() = default;
+    /// One progress or failure line of a feature, to standard output.
+    virtual void print(std::string_view line) = 0;
+    /// One diagnostic line of the machine, to standard error.
+    virtual void diagnose(std::string_view line) = 0;
+};
+
+} // namespace tavro

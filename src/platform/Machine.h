@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/SystemVersion.h"
+
+namespace tavro {
+
+class Application;
+class Images;
+class Log;
+class MainQueue;
+class Screens;
+class StatusBar;
+class UserDefaults;
+class WindowList;
+class WindowServer;
+class Workspace;
+
+/// Everything the product asks of the computer it runs on. Each service lives as long as the machine.
+class Machine {
+public:
+    virtual ~Machine() = default;
+    virtual SystemVersion systemVersion() const = 0;
+    virtual Application& application() = 0;
+    virtual Images& images() = 0;
+    virtual Log& log() = 0;
+    virtual MainQueue& mainQueue() = 0;
+    virtual Screens& screens() = 0;
+    virtual StatusBar& statusBar() = 0;
+    virtual UserDefaults& userDefaults() = 0;
+    virtual WindowList& windowList() = 0;
+    virtual WindowServer& windowServer() = 0;
+    virtual Workspace& workspace() = 0;
+};
+
+} // namespace tavro

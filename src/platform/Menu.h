@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tavro {
+
+class Menu;
+
+class MenuDelegate {
+public:
+    virtual ~MenuDelegate() = default;
+    virtual void menuDidClose(Menu& menu) = 0;
+};
+
+struct MenuItem {
+    std::string title;
+    /// An item without an action is shown disabled.
+    std::function<void()> action;
+    std::string keyEquivalent;
+};
+
+/// A menu of the application; a description, shown by the machine.
+class Menu {
+public:
+    explicit Menu(std::string title) : title(std::move(title)) {}
+
+    std::string title;
+    std::vector<MenuItem> items;
+    /// Not owned; may be null.
+    MenuDelegate* delegate = nullptr;
+};
+
+} // namespace tavro

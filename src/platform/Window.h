@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/Color.h"
+#include "platform/Geometry.h"
+#include "platform/View.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace tavro {
+
+namespace WindowStyleMask {
+inline constexpr unsigned borderless = 0;
+inline constexpr unsigned titled = 1;
+} // namespace WindowStyleMask
+
+namespace WindowCollectionBehavior {
+inline constexpr unsigned canJoinAllSpaces = 1;
+inline constexpr unsigned stationary = 16;
+inline constexpr unsigned ignoresCycle = 64;
+inline constexpr unsigned fullScreenAuxiliary = 256;
+inline constexpr unsigned fullScreenDisallowsTiling = 4096;
+} // namespace WindowCollectionBehavior
+
+enum class BackingStore { buffered = 2 };
+
+/// One window. Made by `WindowServer`; not on screen before it is ordered there. Closing it, or dropping the
+/// last reference to it, takes it off the screen; `close` also lets the content view go, and calls after it
+/// have no effect. Main thread only.
+class Window {
+public:
+    virtual ~Window() = default;
+    /// Positive once the window exists.
+    virtual std::int64_t windowNumber() const = 0;
+    virtual void setLevel(int level) = 0;
+    virtual void setCollectionBehavior(unsigned behavior) = 0;
+    virtual void setStyleMask(unsigned mask) = 0;
+    /// False: neither hiding the application nor clearing the desktop takes the window away.
+    virtual void setCanHide(bool canHide) = 0;
+    virtual void setHasShadow(bool hasShadow) = 0;
+    /// True: clicks pass through to what lies below.
+    virtual void setIgnoresMouseEvents(bool ignores) = 0;
+    virtual void setBackgroundColor(Color color) = 0;
+    /// The window takes exactly this rectangle, whatever panels reserve.
+    virtual void setFrame(Rect frame, bool display) = 0;
+    virtual void setContentView(std::shared_ptr<const View> view) = 0;
+    /// On screen within its level, without activating the application.
+    virtual void orderFrontRegardless() = 0;
+    virtual void orderFront() = 0;
+    /// On screen, and the key window if it is one that can take keys.
+    virtual void makeKeyAndOrderFront() = 0;
+    virtual void close() = 0;
+};
+
+} // namespace tavro

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Screens.h"
+#include "platform/Window.h"
+
+namespace tavro {
+
+enum class WindowLevelKey { desktopIcon = 18 };
+
+/// Makes windows.
+class WindowServer {
+public:
+    virtual ~WindowServer() = default;
+    /// A window on this screen, not shown yet; null when the server refuses one.
+    virtual std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
+                                                 bool defer, const Screen& screen) = 0;
+    virtual int levelForKey(WindowLevelKey key) const = 0;
+};
+
+} // namespace tavro

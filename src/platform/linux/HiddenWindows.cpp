@@ -1,0 +1,172 @@
+#include "platform/linux/HiddenWindows.h"
+
+#include "platform/Log.h"
+#include "platform/MainQueue.h"
+
+#include <algorithm>
+
+namespace tavro {
+
+namespace {
+constexpr std::uint32_t iconicState = 3; // ICCCM, WM_CHANGE_STATE
+constexpr std::uint32_t fromPager = 2;   // EWMH, source indication: the only one that all window managers obey
+} // namespace
+
+HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
+    : m_x(x)
+    , m_queue(queue)
+    , m_log(log)
+    , m_workspace(x.value(x.request(x.root(), x.atoms().netCurrentDesktop)).value_or(0))
+    , m_events(x.onEvent([this](const auto& event) { handle(event); })) {}
+
+void HiddenWindows::hide(const std::string& application, const ClientList& clients) {
+    if (m_hiddenApplications.empty()) {
+        m_stackingAtHide.clear();
+        std::ranges::transform(clients.windows, std::back_inserter(m_stackingAtHide), &ClientWindow::id);
+    }
+    m_hiddenApplications.insert(application);
+    m_unhiddenApplications.erase(application);
+    std::uint32_t place = 0;
+    for (const auto& window : clients.windows) {
+        const bool isVisible = clients.isOnCurrentWorkspace(window) && !window.isMinimised;
+        if (window.application == application && window.isApplicationWindow && isVisible)
+            minimise(window, place);
+        ++place;
+    }
+    m_x.flush();
+}
+
+void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t place) {
+    if (!window.canMinimise) {
+        m_log.diagnose("A window of \"" + window.application + "\" cannot be minimised and stays");
+        return;
+    }
+    watch(window.id, true);
+    // The mark first: from here on a crash cannot lose the window.
+    xcb_change_property(m_x.raw(), XCB_PROP_MODE_REPLACE, window.id, m_x.atoms().tavroHidden, XCB_ATOM_CARDINAL,
+                        32, 1, &place);
+    m_x.tellWindowManager(window.id, m_x.atoms().wmChangeState, {iconicState});
+    m_minimised.emplace(window.id, false);
+}
+
+void HiddenWindows::unhide(const std::string& application) {
+    m_hiddenApplications.erase(application);
+    m_unhiddenApplications.insert(application);
+    if (!m_restorePending)
+        m_queue.async([this] { restore(); });
+    m_restorePending = true;
+}
+
+void HiddenWindows::restore() {
+    if (m_restorePending)
+        restore(ClientList::read(m_x));
+    m_restorePending = false;
+}
+
+// Activation raises: done from the bottom to the top it gives the former stacking order. The windows that
+// stayed are raised in their turn, or those that come back would all end above them.
+void HiddenWindows::restore(const ClientList& clients) {
+    std::multimap<std::uint32_t, const ClientWindow*> byPlace;
+    bool anyMarked = false;
+    for (const auto& window : clients.windows) {
+        const auto known = std::ranges::find(m_stackingAtHide, window.id);
+        if (!clients.isOnCurrentWorkspace(window) || (!window.hiddenMark && known == m_stackingAtHide.end()))
+            continue;
+        const auto place = static_cast<std::uint32_t>(known - m_stackingAtHide.begin());
+        byPlace.emplace(window.hiddenMark.value_or(place), &window);
+        anyMarked = anyMarked || window.hiddenMark;
+    }
+    if (!anyMarked)
+        return;
+    for (const auto& [place, window] : byPlace) {
+        if (window->hiddenMark)
+            restore(*window);
+        else
+            raise(*window);
+    }
+    m_x.flush();
+}
+
+void HiddenWindows::restore(const ClientWindow& window) {
+    if (!m_unhiddenApplications.contains(window.application))
+        return;
+    // One that this process has just asked to minimise may not be so yet; of one that a process before has
+    // marked only the state tells whether the user has brought it back meanwhile.
+    const bool isOurs = window.isMinimised || m_minimised.contains(window.id);
+    removeMark(window.id);
+    if (isOurs)
+        activate(window.id);
+}
+
+void HiddenWindows::raise(const ClientWindow& window) const {
+    if (!window.isApplicationWindow || window.isMinimised)
+        return;
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_x.raw(), window.id, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
+void HiddenWindows::activate(xcb_window_t window) const {
+    m_x.tellWindowManager(window, m_x.atoms().netActiveWindow, {fromPager, XCB_CURRENT_TIME, XCB_NONE});
+    xcb_flush(m_x.raw());
+}
+
+void HiddenWindows::removeMark(xcb_window_t window) {
+    watch(window, false);
+    xcb_delete_property(m_x.raw(), window, m_x.atoms().tavroHidden);
+    m_minimised.erase(window);
+}
+
+void HiddenWindows::watch(xcb_window_t window, bool changes) const {
+    const std::uint32_t mask =
+        changes ? XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
+    xcb_change_window_attributes(m_x.raw(), window, XCB_CW_EVENT_MASK, &mask);
+}
+
+void HiddenWindows::handle(const xcb_generic_event_t& event) {
+    const auto type = event.response_type & 0x7F;
+    if (type == XCB_DESTROY_NOTIFY)
+        m_minimised.erase(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+    if (type != XCB_PROPERTY_NOTIFY)
+        return;
+    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if (change.window == m_x.root() && change.atom == m_x.atoms().netCurrentDesktop)
+        arrived();
+    else if (change.atom == m_x.atoms().netWmState)
+        stateChanged(change.window);
+}
+
+/// Follows a hidden window, so that one that the user has brought back meanwhile is the user's again.
+void HiddenWindows::stateChanged(xcb_window_t window) {
+    const auto entry = m_minimised.find(window);
+    if (entry == m_minimised.end())
+        return;
+    const auto state = m_x.values(m_x.request(window, m_x.atoms().netWmState));
+    const bool isMinimised = std::ranges::find(state, m_x.atoms().netWmStateHidden) != state.end();
+    if (isMinimised) {
+        entry->second = true;
+    } else if (entry->second) {
+        removeMark(window);
+        m_x.flush();
+    }
+}
+
+/// The user came to a workspace.
+void HiddenWindows::arrived() {
+    const auto clients = ClientList::read(m_x);
+    if (clients.currentWorkspace == m_workspace)
+        return;
+    m_workspace = clients.currentWorkspace;
+    const auto isMarked = [&clients](const auto& window) {
+        return window.hiddenMark && clients.isOnCurrentWorkspace(window);
+    };
+    const auto applications = m_hiddenApplications;
+    for (const auto& application : applications)
+        hide(application, clients);
+    if (std::ranges::none_of(clients.windows, isMarked))
+        return;
+    restore(clients);
+    if (clients.active != XCB_NONE)
+        activate(clients.active);
+}
+
+} // namespace tavro

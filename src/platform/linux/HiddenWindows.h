@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/linux/ClientList.h"
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace tavro {
+
+class Log;
+class MainQueue;
+
+/// What hiding applications means for their windows: those that are not minimised are marked and minimised;
+/// the marked ones come back.
+///
+/// The mark is a property of the window and holds its place in the stacking order, so that a process that
+/// starts after ours has died can still bring it back. Windows of another workspace are left alone (window
+/// managers move them here, or move the user there) and treated the same when the user arrives there.
+class HiddenWindows {
+public:
+    HiddenWindows(XConnection& x, MainQueue& queue, Log& log);
+
+    void hide(const std::string& application, const ClientList& clients);
+    /// The windows come back with those of all other applications unhidden in this turn of the main queue.
+    void unhide(const std::string& application);
+    /// Now, not at the end of the turn.
+    void restore();
+    /// Brings a window to the front with the focus.
+    void activate(xcb_window_t window) const;
+
+private:
+    void handle(const xcb_generic_event_t& event);
+    void arrived();
+    void stateChanged(xcb_window_t window);
+    void minimise(const ClientWindow& window, std::uint32_t place);
+    void restore(const ClientList& clients);
+    void restore(const ClientWindow& window);
+    void raise(const ClientWindow& window) const;
+    void removeMark(xcb_window_t window);
+    void watch(xcb_window_t window, bool changes) const;
+
+    XConnection& m_x;
+    MainQueue& m_queue;
+    Log& m_log;
+    std::set<std::string> m_hiddenApplications;
+    /// Those asked to come back since; the marked windows of theirs on other workspaces still have to.
+    std::set<std::string> m_unhiddenApplications;
+    bool m_restorePending = false;
+    /// The windows that this process has hidden, and whether the window manager has done so yet.
+    std::map<xcb_window_t, bool> m_minimised;
+    /// The stacking order, bottom to top, when the first application was hidden.
+    std::vector<xcb_window_t> m_stackingAtHide;
+    std::uint32_t m_workspace = 0;
+    Observation m_events;
+};
+
+} // namespace tavro

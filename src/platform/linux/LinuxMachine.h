@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/Machine.h"
+#include "platform/linux/LinuxApplication.h"
+#include "platform/linux/PlistUserDefaults.h"
+#include "platform/linux/QtImages.h"
+#include "platform/linux/QtMainQueue.h"
+#include "platform/linux/QtScreens.h"
+#include "platform/linux/QtWindowServer.h"
+#include "platform/linux/TrayStatusBar.h"
+#include "platform/linux/XConnection.h"
+#include "platform/linux/XWindowList.h"
+#include "platform/linux/XWorkspace.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace tavro {
+
+/// A Linux desktop on an X server. It answers every version question as the newest generation.
+class LinuxMachine final : public Machine {
+public:
+    /// The toolkit's application must exist, on the same X server.
+    LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, ViewPainter painter,
+                 std::filesystem::path defaultsFile);
+
+    SystemVersion systemVersion() const override { return {14, 0}; }
+    LinuxApplication& application() override { return m_application; }
+    Images& images() override { return m_images; }
+    Log& log() override { return m_log; }
+    MainQueue& mainQueue() override { return m_mainQueue; }
+    Screens& screens() override { return m_screens; }
+    StatusBar& statusBar() override { return m_statusBar; }
+    UserDefaults& userDefaults() override { return m_userDefaults; }
+    WindowList& windowList() override { return m_windowList; }
+    WindowServer& windowServer() override { return m_windowServer; }
+    Workspace& workspace() override { return m_workspace; }
+
+private:
+    std::unique_ptr<XConnection> m_x;
+    Log& m_log;
+    QtMainQueue m_mainQueue;
+    PlistUserDefaults m_userDefaults;
+    QtImages m_images;
+    QtScreens m_screens;
+    XWindowList m_windowList;
+    QtWindowServer m_windowServer;
+    XWorkspace m_workspace;
+    LinuxApplication m_application;
+    TrayStatusBar m_statusBar;
+};
+
+} // namespace tavro

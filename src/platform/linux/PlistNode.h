@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/PropertyList.h"
+
+#include <plist/plist.h>
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace tavro {
+
+struct PlistDeleter {
+    void operator()(void* node) const { plist_free(node); }
+};
+
+/// Owns a node of the property-list library with all that is below it.
+using PlistNode = std::unique_ptr<void, PlistDeleter>;
+
+/// Null when the bytes are neither an XML nor a binary property list.
+PlistNode parsePlist(std::string_view bytes);
+std::string formatPlistXml(const PlistNode& node);
+
+PlistNode toPlist(const PropertyList& value);
+/// None for a kind of node that property lists of applications do not hold.
+std::optional<PropertyList> fromPlist(plist_t node);
+
+} // namespace tavro

@@ -1,0 +1,125 @@
+#include "platform/linux/PlistUserDefaults.h"
+
+#include "platform/Log.h"
+#include "platform/MainQueue.h"
+#include "platform/linux/AtomicFile.h"
+#include "platform/linux/PlistNode.h"
+
+#include <QStandardPaths>
+
+#include <cerrno>
+#include <cstring>
+
+namespace tavro {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Many times what the application stores. Larger files are not parsed: the library recurses as deep as a
+/// file nests.
+constexpr std::size_t largestFile = 65536;
+
+fs::path firstFreeName(const fs::path& file) {
+    std::error_code error;
+    for (int number = 1;; ++number) {
+        auto candidate = file;
+        candidate += ".unreadable-" + std::to_string(number);
+        if (!fs::exists(fs::symlink_status(candidate, error)))
+            return candidate;
+    }
+}
+
+} // namespace
+
+PlistUserDefaults::PlistUserDefaults(fs::path file, MainQueue& queue, Log& log)
+    : m_file(std::move(file))
+    , m_queue(queue)
+    , m_log(log) {
+    std::error_code error;
+    if (const auto target = fs::canonical(m_file, error); !error)
+        m_file = target; // a link that the user made stays one
+    load();
+}
+
+PlistUserDefaults::~PlistUserDefaults() {
+    synchronize();
+}
+
+fs::path PlistUserDefaults::standardFile() {
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return fs::path(folder.toStdString()) / "com.vantrelo.TavroPRO.plist";
+}
+
+void PlistUserDefaults::load() {
+    std::string bytes;
+    const int error = readFile(m_file, largestFile, bytes);
+    if (error == 0)
+        m_root = parsePlist(bytes);
+    if (m_root && plist_get_node_type(m_root.get()) == PLIST_DICT)
+        return;
+    m_root.reset(plist_new_dict());
+    if (error == 0)
+        setAside("is not a property list of user defaults");
+    else if (error != ENOENT)
+        setAside(std::string("cannot be read: ") + std::strerror(error));
+}
+
+void PlistUserDefaults::setAside(const std::string& why) {
+    const auto aside = firstFreeName(m_file);
+    std::error_code error;
+    fs::rename(m_file, aside, error);
+    m_mayWrite = !error;
+    m_log.diagnose(m_file.string() + " " + why + "; " +
+                   (error ? "settings are not stored in this run: " + error.message()
+                          : "set aside as " + aside.filename().string()));
+}
+
+std::optional<PropertyList> PlistUserDefaults::object(const std::string& key) const {
+    auto* node = plist_dict_get_item(m_root.get(), key.c_str());
+    return node ? fromPlist(node) : std::nullopt;
+}
+
+void PlistUserDefaults::setObject(const std::string& key, PropertyList value) {
+    if (object(key) == value)
+        return;
+    plist_dict_set_item(m_root.get(), key.c_str(), toPlist(value).release());
+    changed();
+}
+
+void PlistUserDefaults::removeObject(const std::string& key) {
+    if (!plist_dict_get_item(m_root.get(), key.c_str()))
+        return;
+    plist_dict_remove_item(m_root.get(), key.c_str());
+    changed();
+}
+
+// Several values change together; they are written once, when the main thread is free again.
+void PlistUserDefaults::changed() {
+    m_unsaved = true;
+    if (m_saveScheduled)
+        return;
+    m_saveScheduled = true;
+    m_queue.async([this] {
+        m_saveScheduled = false;
+        synchronize();
+    });
+}
+
+bool PlistUserDefaults::synchronize() {
+    if (!m_unsaved)
+        return true;
+    if (!m_mayWrite)
+        return false;
+    if (const int error = replaceFile(m_file, formatPlistXml(m_root)); error != 0) {
+        if (!m_failureReported)
+            m_log.diagnose(m_file.string() + " cannot be written: " + std::strerror(error));
+        m_failureReported = true;
+        return false;
+    }
+    m_unsaved = false;
+    m_failureReported = false;
+    return true;
+}
+
+} // namespace tavro

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+#include "platform/linux/PlistNode.h"
+
+#include <filesystem>
+
+namespace tavro {
+
+class Log;
+class MainQueue;
+
+/// User defaults in a property-list file, written whole to a temporary file beside it, synchronized and renamed
+/// over it, mode 0600. A file that cannot be read as a property list is set aside, never overwritten. Values
+/// of other programs and of other versions stay in it as they are.
+class PlistUserDefaults final : public UserDefaults {
+public:
+    PlistUserDefaults(std::filesystem::path file, MainQueue& queue, Log& log);
+    ~PlistUserDefaults() override;
+
+    /// `com.vantrelo.TavroPRO.plist` in the user's configuration folder (XDG base directories).
+    static std::filesystem::path standardFile();
+
+    std::optional<PropertyList> object(const std::string& key) const override;
+    void setObject(const std::string& key, PropertyList value) override;
+    void removeObject(const std::string& key) override;
+    bool synchronize() override;
+
+private:
+    void load();
+    void setAside(const std::string& why);
+    void changed();
+
+    std::filesystem::path m_file;
+    MainQueue& m_queue;
+    Log& m_log;
+    PlistNode m_root; // a dictionary
+    bool m_unsaved = false;
+    bool m_saveScheduled = false;
+    bool m_mayWrite = true;
+    bool m_failureReported = false;
+};
+
+} // namespace tavro

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Images.h"
+
+class QImage;
+
+namespace tavro {
+
+class Log;
+
+/// Pictures by the toolkit's readers, and the icons compiled into the program.
+class QtImages final : public Images {
+public:
+    explicit QtImages(Log& log) : m_log(log) {}
+
+    std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
+    std::optional<NamedImage> named(const std::string& name) const override;
+
+    /// Shares the toolkit's pixels.
+    static Image fromToolkit(QImage image);
+    /// The resource path of a named image.
+    static std::string resourcePath(const NamedImage& image);
+
+private:
+    Log& m_log;
+};
+
+} // namespace tavro

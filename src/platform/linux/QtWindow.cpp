@@ -1,0 +1,118 @@
+#include "platform/linux/QtWindow.h"
+
+#include "platform/linux/DesktopLayer.h"
+#include "platform/linux/QtScreens.h"
+
+#include <QPainter>
+#include <QRasterWindow>
+
+namespace tavro {
+
+class QtWindow::Surface final : public QRasterWindow {
+public:
+    explicit Surface(const ViewPainter& painter) : m_painter(painter) {
+        auto translucent = format();
+        translucent.setAlphaBufferSize(8);
+        setFormat(translucent);
+        create();
+    }
+
+    void setBackground(const QColor& color) {
+        m_background = color;
+        update();
+    }
+
+    void setContent(std::shared_ptr<const View> view) {
+        m_view = std::move(view);
+        update();
+    }
+
+private:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const QRectF area(QPointF(0, 0), size());
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(area, m_background);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        if (m_view)
+            m_painter(*m_view, painter, area);
+    }
+
+    const ViewPainter& m_painter;
+    QColor m_background = Qt::transparent;
+    std::shared_ptr<const View> m_view;
+};
+
+QtWindow::QtWindow(DesktopLayer& desktopLayer, const ViewPainter& painter)
+    : m_desktopLayer(desktopLayer)
+    , m_surface(std::make_unique<Surface>(painter))
+    , m_number(static_cast<std::int64_t>(m_surface->winId())) {}
+
+QtWindow::~QtWindow() {
+    close();
+}
+
+std::int64_t QtWindow::windowNumber() const {
+    return m_number;
+}
+
+void QtWindow::setBackgroundColor(Color color) {
+    const auto part = [](double value) { return static_cast<float>(value); };
+    if (m_surface)
+        m_surface->setBackground(
+            QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha)));
+}
+
+void QtWindow::setFrame(Rect frame, bool) {
+    if (m_surface)
+        m_surface->setGeometry(QtScreens::toToolkit(frame));
+}
+
+void QtWindow::setContentView(std::shared_ptr<const View> view) {
+    if (m_surface)
+        m_surface->setContent(std::move(view));
+}
+
+void QtWindow::orderFront() {
+    if (!m_surface)
+        return;
+    if (m_surface->isVisible())
+        m_surface->raise();
+    else
+        show();
+}
+
+void QtWindow::makeKeyAndOrderFront() {
+    orderFront();
+    if (m_surface && !isInDesktopLayer())
+        m_surface->requestActivate();
+}
+
+void QtWindow::close() {
+    if (!m_surface)
+        return;
+    m_desktopLayer.remove(static_cast<xcb_window_t>(m_number));
+    m_surface.reset();
+}
+
+bool QtWindow::isInDesktopLayer() const {
+    return m_level <= DesktopLayer::iconLevel + 1;
+}
+
+void QtWindow::show() {
+    auto flags = m_surface->flags();
+    flags.setFlag(Qt::FramelessWindowHint, !(m_styleMask & WindowStyleMask::titled));
+    flags.setFlag(Qt::NoDropShadowWindowHint, !m_hasShadow);
+    flags.setFlag(Qt::WindowTransparentForInput, m_ignoresMouseEvents);
+    flags.setFlag(Qt::WindowDoesNotAcceptFocus, isInDesktopLayer());
+    m_surface->setFlags(flags);
+    const auto number = static_cast<xcb_window_t>(m_number);
+    if (isInDesktopLayer())
+        m_desktopLayer.add(number, m_behavior & WindowCollectionBehavior::canJoinAllSpaces,
+                           m_behavior & WindowCollectionBehavior::ignoresCycle, m_ignoresMouseEvents);
+    m_surface->setVisible(true);
+    if (isInDesktopLayer())
+        m_desktopLayer.shown(number);
+}
+
+} // namespace tavro

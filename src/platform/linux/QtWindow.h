@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/linux/ViewPainter.h"
+
+#include <memory>
+
+namespace tavro {
+
+class DesktopLayer;
+
+/// A top-level of the toolkit whose content is painted and takes no input. Levels up to one above the desktop
+/// icons stand in the desktop layer, all others are ordinary windows.
+class QtWindow final : public Window {
+public:
+    QtWindow(DesktopLayer& desktopLayer, const ViewPainter& painter);
+    ~QtWindow() override;
+
+    std::int64_t windowNumber() const override;
+    void setLevel(int level) override { m_level = level; }
+    void setCollectionBehavior(unsigned behavior) override { m_behavior = behavior; }
+    void setStyleMask(unsigned mask) override { m_styleMask = mask; }
+    /// No effect of its own: nothing of ours is among the windows that hiding minimises, and "show desktop"
+    /// leaves the desktop layer alone.
+    void setCanHide(bool) override {}
+    void setHasShadow(bool hasShadow) override { m_hasShadow = hasShadow; }
+    void setIgnoresMouseEvents(bool ignores) override { m_ignoresMouseEvents = ignores; }
+    void setBackgroundColor(Color color) override;
+    void setFrame(Rect frame, bool display) override;
+    void setContentView(std::shared_ptr<const View> view) override;
+    void orderFrontRegardless() override { orderFront(); }
+    void orderFront() override;
+    void makeKeyAndOrderFront() override;
+    void close() override;
+
+private:
+    class Surface;
+
+    void show();
+    bool isInDesktopLayer() const;
+
+    DesktopLayer& m_desktopLayer;
+    std::unique_ptr<Surface> m_surface; // null once closed
+    std::int64_t m_number;
+    int m_level = 0;
+    unsigned m_behavior = 0;
+    unsigned m_styleMask = 0;
+    bool m_hasShadow = true;
+    bool m_ignoresMouseEvents = false;
+};
+
+} // namespace tavro

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/StatusBar.h"
+#include "platform/linux/TrayHost.h"
+
+namespace tavro {
+
+class EventSource;
+
+/// The desktop's tray.
+class TrayStatusBar final : public StatusBar {
+public:
+    TrayStatusBar(XConnection& x, MainQueue& queue, Log& log, EventSource& events);
+
+    std::shared_ptr<StatusItem> statusItem(double length) override;
+
+private:
+    TrayHost m_host;
+    EventSource& m_events;
+};
+
+} // namespace tavro

@@ -1,0 +1,151 @@
+#include "platform/linux/TrayStatusItem.h"
+
+#include "platform/linux/EventSource.h"
+#include "platform/linux/QtImages.h"
+#include "platform/linux/QtScreens.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
+
+namespace tavro {
+
+namespace {
+
+constexpr int usualSize = 22;
+
+unsigned modifierFlags(Qt::KeyboardModifiers modifiers) {
+    unsigned flags = 0;
+    if (modifiers & Qt::ShiftModifier)
+        flags |= EventModifierFlags::shift;
+    if (modifiers & Qt::ControlModifier)
+        flags |= EventModifierFlags::control;
+    if (modifiers & Qt::AltModifier)
+        flags |= EventModifierFlags::option;
+    if (modifiers & Qt::MetaModifier)
+        flags |= EventModifierFlags::command;
+    return flags;
+}
+
+void fill(QMenu& widget, const Menu& menu) {
+    widget.setTitle(QString::fromStdString(menu.title));
+    for (const auto& item : menu.items) {
+        auto* action = widget.addAction(QString::fromStdString(item.title));
+        action->setEnabled(item.action != nullptr);
+        if (item.action)
+            QObject::connect(action, &QAction::triggered, action, [run = item.action] { run(); });
+    }
+}
+
+} // namespace
+
+TrayStatusItem::TrayStatusItem(EventSource& events) : m_events(events) {}
+
+TrayStatusItem::~TrayStatusItem() = default;
+
+void TrayStatusItem::show() {
+    m_tray = std::make_unique<QSystemTrayIcon>(icon());
+    QObject::connect(m_tray.get(), &QSystemTrayIcon::activated, m_tray.get(),
+                     [this](auto reason) { activated(reason); });
+    m_tray->setToolTip(QGuiApplication::applicationDisplayName());
+    if (m_hostMenuWidget)
+        m_tray->setContextMenu(m_hostMenuWidget.get());
+    m_tray->show();
+}
+
+void TrayStatusItem::setMenu(std::shared_ptr<Menu> menu) {
+    m_attachedMenu = std::move(menu);
+}
+
+void TrayStatusItem::announceMenu(std::shared_ptr<Menu> menu) {
+    m_hostMenu = std::move(menu);
+    m_hostMenuWidget = std::make_unique<QMenu>();
+    fill(*m_hostMenuWidget, *m_hostMenu);
+    auto* widget = m_hostMenuWidget.get();
+    QObject::connect(widget, &QMenu::aboutToShow, widget, [this] { hostOpensMenu(); });
+    QObject::connect(widget, &QMenu::aboutToHide, widget, [this] {
+        if (std::exchange(m_hostShowsMenu, false))
+            closed(m_hostMenu);
+    });
+    if (m_tray)
+        m_tray->setContextMenu(widget);
+}
+
+void TrayStatusItem::setImage(std::optional<NamedImage> image) {
+    m_image = std::move(image);
+    if (m_tray)
+        m_tray->setIcon(icon());
+}
+
+// Without a picture the item keeps its place, and its clicks.
+QIcon TrayStatusItem::icon() const {
+    if (m_image)
+        return QIcon(QString::fromStdString(QtImages::resourcePath(*m_image)));
+    QPixmap blank(usualSize, usualSize);
+    blank.fill(Qt::transparent);
+    return QIcon(blank);
+}
+
+Rect TrayStatusItem::frame() const {
+    const auto geometry = m_tray ? m_tray->geometry() : QRect();
+    if (geometry.isEmpty()) // a StatusNotifierItem does not know where it is drawn
+        return {{0, 0}, {usualSize, usualSize}};
+    return QtScreens::fromToolkit(geometry);
+}
+
+void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
+    const auto modifiers = modifierFlags(QGuiApplication::queryKeyboardModifiers());
+    switch (reason) {
+    case QSystemTrayIcon::Trigger:
+    case QSystemTrayIcon::DoubleClick: // the second of two quick clicks
+        return clicked(EventType::leftMouseUp, modifiers);
+    case QSystemTrayIcon::MiddleClick:
+        return clicked(EventType::leftMouseUp, modifiers | EventModifierFlags::option);
+    case QSystemTrayIcon::Context:
+        if (!m_hostShowsMenu)
+            clicked(EventType::rightMouseUp, modifiers);
+        return;
+    case QSystemTrayIcon::Unknown:
+        return;
+    }
+}
+
+void TrayStatusItem::clicked(EventType type, unsigned modifierFlags) {
+    if (m_attachedMenu)
+        return popUp(m_attachedMenu, {});
+    if (m_action && (m_actionMask & eventMask(type)))
+        m_events.deliver({type, modifierFlags}, m_action);
+}
+
+void TrayStatusItem::hostOpensMenu() {
+    if (std::exchange(m_hostShowsMenu, true))
+        return;
+    clicked(EventType::rightMouseUp, 0);
+}
+
+void TrayStatusItem::popUp(const std::shared_ptr<Menu>& menu, Point) {
+    if (m_hostShowsMenu && menu == m_hostMenu)
+        return;
+    popUpAtPointer(menu);
+}
+
+// At the pointer, which is where the item is; the toolkit keeps the menu on the screen and off the panel.
+void TrayStatusItem::popUpAtPointer(const std::shared_ptr<Menu>& menu) {
+    m_popUp = std::make_unique<QMenu>();
+    fill(*m_popUp, *menu);
+    QObject::connect(m_popUp.get(), &QMenu::aboutToHide, m_popUp.get(), [this, menu] { closed(menu); });
+    auto place = QCursor::pos();
+    if (const auto* screen = QGuiApplication::screenAt(place)) {
+        const auto free = screen->availableGeometry();
+        place.setY(std::clamp(place.y(), free.top(), free.bottom()));
+    }
+    m_popUp->popup(place);
+}
+
+void TrayStatusItem::closed(const std::shared_ptr<Menu>& menu) {
+    if (menu->delegate)
+        menu->delegate->menuDidClose(*menu);
+}
+
+} // namespace tavro

@@ -1,0 +1,27 @@
+#include "platform/simulated/SimulatedMac.h"
+
+namespace tavro {
+
+SimulatedMac::SimulatedMac(SystemVersion version)
+    : m_version(version)
+    , m_log(m_journal)
+    , m_images(m_log)
+    , m_userDefaults(m_journal, m_log, m_mainQueue)
+    , m_windowServer(version, m_journal, m_screens)
+    , m_windowList(m_screens, m_windowServer)
+    , m_workspace(m_journal, m_mainQueue, m_windowServer)
+    , m_application(m_journal, m_mainQueue, m_userDefaults, m_workspace, [this] { endProcess(); })
+    , m_statusBar(m_journal, m_application) {
+    m_screens.set({SimulatedScreens::screen({{0, 0}, {1920, 1080}}, 1),
+                   SimulatedScreens::screen({{1920, 180}, {1440, 900}}, 2)});
+}
+
+void SimulatedMac::endProcess() {
+    m_application.endProcess();
+    m_statusBar.endProcess();
+    m_workspace.endSelf();
+    m_mainQueue.clear();
+    m_userDefaults.endProcess();
+}
+
+} // namespace tavro

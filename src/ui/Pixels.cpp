@@ -1,0 +1,13 @@
+#include "ui/Pixels.h"
+
+namespace tavro {
+
+QImage toolkitImage(const Image& image) {
+    using Pixels = std::shared_ptr<const std::uint8_t>;
+    return QImage(
+        image.pixels.get(), image.pixelWidth, image.pixelHeight, static_cast<qsizetype>(image.bytesPerRow),
+        QImage::Format_ARGB32_Premultiplied, [](void* keeper) { delete static_cast<Pixels*>(keeper); },
+        new Pixels(image.pixels));
+}
+
+} // namespace tavro
