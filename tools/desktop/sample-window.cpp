@@ -26,8 +26,8 @@ struct Appearance {
     PaintContent paint;
 };
 
-QFont font(int pixels, QFont::Weight weight = QFont::Normal, const QString& family = QStringLiteral("DejaVu Sans"))
-{
+QFont font(int pixels, QFont::Weight weight = QFont::Normal,
+           const QString& family = QStringLiteral("DejaVu Sans")) {
     QFont result(family);
     result.setPixelSize(pixels);
     result.setWeight(weight);
@@ -35,23 +35,20 @@ QFont font(int pixels, QFont::Weight weight = QFont::Normal, const QString& fami
 }
 
 void text(QPainter& painter, const QRect& place, const QString& words, const QColor& color, const QFont& face,
-          int flags = Qt::AlignLeft | Qt::AlignVCenter)
-{
+          int flags = Qt::AlignLeft | Qt::AlignVCenter) {
     painter.setFont(face);
     painter.setPen(color);
     painter.drawText(place, flags, words);
 }
 
-void box(QPainter& painter, const QRect& place, const QColor& color, int radius = 0)
-{
+void box(QPainter& painter, const QRect& place, const QColor& color, int radius = 0) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawRoundedRect(place, radius, radius);
 }
 
 /// The bar with the menu's words; returns the rest of the window.
-QRect menuBar(QPainter& painter, const QRect& area, const QStringList& words)
-{
+QRect menuBar(QPainter& painter, const QRect& area, const QStringList& words) {
     const QRect bar(area.left(), area.top(), area.width(), 26);
     box(painter, bar, QColor(0xe8e8e7));
     box(painter, QRect(bar.left(), bar.bottom(), bar.width(), 1), QColor(0xcfcfcd));
@@ -63,8 +60,7 @@ QRect menuBar(QPainter& painter, const QRect& area, const QStringList& words)
     return area.adjusted(0, bar.height(), 0, 0);
 }
 
-void barChart(QPainter& painter, const QRect& area)
-{
+void barChart(QPainter& painter, const QRect& area) {
     const int heights[] = {38, 52, 47, 66, 81, 100};
     const int step = area.width() / 6;
     int index = 0;
@@ -77,8 +73,7 @@ void barChart(QPainter& painter, const QRect& area)
     box(painter, QRect(area.left(), area.bottom(), area.width(), 2), QColor(0x9aa5b1));
 }
 
-void paintSlides(QPainter& painter, const QRect& area)
-{
+void paintSlides(QPainter& painter, const QRect& area) {
     QRect rest = menuBar(painter, area, {"File", "Edit", "View", "Insert", "Slide", "Help"});
     box(painter, rest, QColor(0xdfe1e4));
 
@@ -89,9 +84,10 @@ void paintSlides(QPainter& painter, const QRect& area)
         box(painter, thumbnail, Qt::white);
         box(painter, QRect(thumbnail.left() + 8, thumbnail.top() + 9, 52, 6), QColor(0x34495e));
         for (int line = 0; line < 3; ++line)
-            box(painter, QRect(thumbnail.left() + 8, thumbnail.top() + 24 + line * 10, 80 - line * 14, 3), QColor(0xb9c2cc));
-        text(painter, QRect(rest.left() + 4, thumbnail.top(), 20, 16), QString::number(slide + 1), QColor(0x6b7078),
-             font(11), Qt::AlignRight | Qt::AlignVCenter);
+            box(painter, QRect(thumbnail.left() + 8, thumbnail.top() + 24 + line * 10, 80 - line * 14, 3),
+                QColor(0xb9c2cc));
+        text(painter, QRect(rest.left() + 4, thumbnail.top(), 20, 16), QString::number(slide + 1),
+             QColor(0x6b7078), font(11), Qt::AlignRight | Qt::AlignVCenter);
     }
 
     rest = rest.adjusted(sideWidth, 16, -16, -16);
@@ -104,20 +100,22 @@ void paintSlides(QPainter& painter, const QRect& area)
     const QRect page = slide.adjusted(width / 16, width / 22, -width / 16, -width / 22);
     text(painter, QRect(page.left(), page.top(), page.width(), width / 14), "A good year for the harbour",
          QColor(0x2c3e50), font(width / 22, QFont::Bold));
-    text(painter, QRect(page.left(), page.top() + width / 13, page.width(), width / 20), "Visitors by quarter, in thousands",
-         QColor(0x7a8794), font(width / 36));
+    text(painter, QRect(page.left(), page.top() + width / 13, page.width(), width / 20),
+         "Visitors by quarter, in thousands", QColor(0x7a8794), font(width / 36));
     const char* points[] = {"Two new ferry lines", "Longer opening hours", "The lighthouse tour"};
     int y = page.top() + width / 6;
     for (const char* point : points) {
-        box(painter, QRect(page.left(), y + width / 60, width / 80, width / 80), QColor(0xe2725b), width / 160);
-        text(painter, QRect(page.left() + width / 40, y, page.width() / 2, width / 22), point, QColor(0x34495e), font(width / 38));
+        box(painter, QRect(page.left(), y + width / 60, width / 80, width / 80), QColor(0xe2725b),
+            width / 160);
+        text(painter, QRect(page.left() + width / 40, y, page.width() / 2, width / 22), point,
+             QColor(0x34495e), font(width / 38));
         y += width / 14;
     }
-    barChart(painter, QRect(page.center().x(), page.top() + width / 6, page.width() / 2, page.height() - width / 6));
+    barChart(painter,
+             QRect(page.center().x(), page.top() + width / 6, page.width() / 2, page.height() - width / 6));
 }
 
-void paintEditor(QPainter& painter, const QRect& area)
-{
+void paintEditor(QPainter& painter, const QRect& area) {
     const QRect rest = menuBar(painter, area, {"File", "Edit", "Search", "View", "Help"});
     box(painter, rest, Qt::white);
     const int gutter = 40;
@@ -148,15 +146,15 @@ void paintEditor(QPainter& painter, const QRect& area)
             break;
         if (number == 10)
             box(painter, row.adjusted(gutter, 0, 0, 0), QColor(0xe9f1fa));
-        text(painter, QRect(row.left(), row.top(), gutter - 8, 20), QString::number(number + 1), QColor(0xa0a0a0), mono,
-             Qt::AlignRight | Qt::AlignVCenter);
-        text(painter, row.adjusted(gutter + 10, 0, 0, 0), line, number < 2 ? QColor(0x8a3b12) : QColor(0x2e3436), mono);
+        text(painter, QRect(row.left(), row.top(), gutter - 8, 20), QString::number(number + 1),
+             QColor(0xa0a0a0), mono, Qt::AlignRight | Qt::AlignVCenter);
+        text(painter, row.adjusted(gutter + 10, 0, 0, 0), line,
+             number < 2 ? QColor(0x8a3b12) : QColor(0x2e3436), mono);
         ++number;
     }
 }
 
-void paintChat(QPainter& painter, const QRect& area)
-{
+void paintChat(QPainter& painter, const QRect& area) {
     box(painter, area, QColor(0xf7f7f5));
     const QRect side(area.left(), area.top(), 150, area.height());
     box(painter, side, QColor(0x39465a));
@@ -164,15 +162,18 @@ void paintChat(QPainter& painter, const QRect& area)
         const char* name;
         QColor color;
     };
-    const Person people[] = {{"Ada", QColor(0xe2725b)}, {"Bruno", QColor(0x6aa56b)}, {"Chiara", QColor(0xc79a3a)}, {"Deniz", QColor(0x5b9bd5)}};
+    const Person people[] = {{"Ada", QColor(0xe2725b)},
+                             {"Bruno", QColor(0x6aa56b)},
+                             {"Chiara", QColor(0xc79a3a)},
+                             {"Deniz", QColor(0x5b9bd5)}};
     int row = 0;
     for (const Person& person : people) {
         const QRect place(side.left(), side.top() + 12 + row * 44, side.width(), 40);
         if (row == 1)
             box(painter, place, QColor(0x4b5b74));
         box(painter, QRect(place.left() + 12, place.top() + 6, 28, 28), person.color, 14);
-        text(painter, QRect(place.left() + 12, place.top() + 6, 28, 28), QString(person.name).left(1), Qt::white,
-             font(14, QFont::Bold), Qt::AlignCenter);
+        text(painter, QRect(place.left() + 12, place.top() + 6, 28, 28), QString(person.name).left(1),
+             Qt::white, font(14, QFont::Bold), Qt::AlignCenter);
         text(painter, place.adjusted(52, 0, 0, 0), person.name, QColor(0xeef1f5), font(13));
         ++row;
     }
@@ -207,8 +208,7 @@ const std::map<QString, Appearance> appearances = {
     {"chat", {QColor(0x4f9a6b), "C", paintChat}},
 };
 
-QIcon icon(const Appearance& appearance)
-{
+QIcon icon(const Appearance& appearance) {
     QIcon result;
     for (const int size : {16, 24, 32, 48}) {
         QPixmap picture(size, size);
@@ -216,7 +216,8 @@ QIcon icon(const Appearance& appearance)
         QPainter painter(&picture);
         painter.setRenderHint(QPainter::Antialiasing);
         box(painter, picture.rect(), appearance.iconColor, size / 5);
-        text(painter, picture.rect(), appearance.iconLetter, Qt::white, font(size * 11 / 16, QFont::Bold), Qt::AlignCenter);
+        text(painter, picture.rect(), appearance.iconLetter, Qt::white, font(size * 11 / 16, QFont::Bold),
+             Qt::AlignCenter);
         painter.end();
         result.addPixmap(picture);
     }
@@ -225,11 +226,13 @@ QIcon icon(const Appearance& appearance)
 
 class SampleWindow : public QWidget {
 public:
-    explicit SampleWindow(PaintContent paint) : m_paint(paint) { setAttribute(Qt::WA_OpaquePaintEvent); }
+    explicit SampleWindow(PaintContent paint)
+        : m_paint(paint) {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
 
 protected:
-    void paintEvent(QPaintEvent*) override
-    {
+    void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         m_paint(painter, rect());
@@ -239,25 +242,23 @@ private:
     PaintContent m_paint;
 };
 
-std::optional<QRect> parseGeometry(const QString& geometry)
-{
+std::optional<QRect> parseGeometry(const QString& geometry) {
     static const QRegularExpression pattern("^(\\d+)x(\\d+)\\+(\\d+)\\+(\\d+)$");
     const QRegularExpressionMatch match = pattern.match(geometry);
     if (!match.hasMatch())
         return std::nullopt;
-    return QRect(match.captured(3).toInt(), match.captured(4).toInt(), match.captured(1).toInt(), match.captured(2).toInt());
+    return QRect(match.captured(3).toInt(), match.captured(4).toInt(), match.captured(1).toInt(),
+                 match.captured(2).toInt());
 }
 
-int refuse(const QString& reason)
-{
+int refuse(const QString& reason) {
     std::fprintf(stderr, "sample-window: %s\n", qPrintable(reason));
     return 2;
 }
 
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QStringList arguments;
     for (int index = 0; index < argc; ++index)
         arguments += QString::fromLocal8Bit(argv[index]);

@@ -10,6 +10,8 @@ namespace tavro {
 namespace {
 constexpr std::uint32_t iconicState = 3; // ICCCM, WM_CHANGE_STATE
 constexpr std::uint32_t fromPager = 2;   // EWMH, source indication: the only one that all window managers obey
+constexpr std::chrono::milliseconds longestSettling{500};
+constexpr int quietMilliseconds = 100;
 } // namespace
 
 HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
@@ -20,6 +22,7 @@ HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
     , m_events(x.onEvent([this](const auto& event) { handle(event); })) {}
 
 void HiddenWindows::hide(const std::string& application, const ClientList& clients) {
+    m_broughtBack.clear();
     if (m_hiddenApplications.empty()) {
         m_stackingAtHide.clear();
         std::ranges::transform(clients.windows, std::back_inserter(m_stackingAtHide), &ClientWindow::id);
@@ -94,8 +97,10 @@ void HiddenWindows::restore(const ClientWindow& window) {
     // marked only the state tells whether the user has brought it back meanwhile.
     const bool isOurs = window.isMinimised || m_minimised.contains(window.id);
     removeMark(window.id);
-    if (isOurs)
-        activate(window.id);
+    if (!isOurs)
+        return;
+    activate(window.id);
+    m_broughtBack.insert(window.id);
 }
 
 void HiddenWindows::raise(const ClientWindow& window) const {
@@ -103,6 +108,34 @@ void HiddenWindows::raise(const ClientWindow& window) const {
         return;
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;
     xcb_configure_window(m_x.raw(), window.id, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
+void HiddenWindows::bringToFront(xcb_window_t window) {
+    restore();
+    m_front = window;
+    m_settlingEnds = std::chrono::steady_clock::now() + longestSettling;
+    activate(window);
+}
+
+// A window manager that learns of a change of focus later than it was asked for takes the window in front for
+// the one that has it still, and leaves the focus to the last that came back. So each time that one of those
+// gets it, the request is made again.
+void HiddenWindows::keepInFront() {
+    if (!isSettling())
+        return;
+    const auto active = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
+    if (m_broughtBack.erase(active) > 0)
+        activate(m_front);
+}
+
+bool HiddenWindows::isSettling() const {
+    return !m_broughtBack.empty() && std::chrono::steady_clock::now() < m_settlingEnds;
+}
+
+void HiddenWindows::settle() {
+    while (isSettling() && m_x.waitForEvents(quietMilliseconds))
+        ;
+    m_broughtBack.clear();
 }
 
 void HiddenWindows::activate(xcb_window_t window) const {
@@ -131,6 +164,8 @@ void HiddenWindows::handle(const xcb_generic_event_t& event) {
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
     if (change.window == m_x.root() && change.atom == m_x.atoms().netCurrentDesktop)
         arrived();
+    else if (change.window == m_x.root() && change.atom == m_x.atoms().netActiveWindow)
+        keepInFront();
     else if (change.atom == m_x.atoms().netWmState)
         stateChanged(change.window);
 }
@@ -164,9 +199,9 @@ void HiddenWindows::arrived() {
         hide(application, clients);
     if (std::ranges::none_of(clients.windows, isMarked))
         return;
-    restore(clients);
+    m_restorePending = true;
     if (clients.active != XCB_NONE)
-        activate(clients.active);
+        bringToFront(clients.active);
 }
 
 } // namespace tavro

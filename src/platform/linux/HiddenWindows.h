@@ -2,6 +2,7 @@
 
 #include "platform/linux/ClientList.h"
 
+#include <chrono>
 #include <map>
 #include <set>
 #include <string>
@@ -26,8 +27,10 @@ public:
     void unhide(const std::string& application);
     /// Now, not at the end of the turn.
     void restore();
-    /// Brings a window to the front with the focus.
-    void activate(xcb_window_t window) const;
+    /// Brings back what is waiting to, and then a window to the front with the focus.
+    void bringToFront(xcb_window_t window);
+    /// Returns when the window manager has come to rest after that, at most half a second later.
+    void settle();
 
 private:
     void handle(const xcb_generic_event_t& event);
@@ -37,6 +40,9 @@ private:
     void restore(const ClientList& clients);
     void restore(const ClientWindow& window);
     void raise(const ClientWindow& window) const;
+    void activate(xcb_window_t window) const;
+    void keepInFront();
+    bool isSettling() const;
     void removeMark(xcb_window_t window);
     void watch(xcb_window_t window, bool changes) const;
 
@@ -51,6 +57,10 @@ private:
     std::map<xcb_window_t, bool> m_minimised;
     /// The stacking order, bottom to top, when the first application was hidden.
     std::vector<xcb_window_t> m_stackingAtHide;
+    /// The window that is to be in front when those brought back have each had the focus.
+    xcb_window_t m_front = XCB_NONE;
+    std::set<xcb_window_t> m_broughtBack;
+    std::chrono::steady_clock::time_point m_settlingEnds;
     std::uint32_t m_workspace = 0;
     Observation m_events;
 };

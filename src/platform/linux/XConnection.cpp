@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <poll.h>
 
 namespace tavro {
 
@@ -112,6 +113,15 @@ Observation XConnection::onEvent(std::function<void(const xcb_generic_event_t&)>
 void XConnection::flush() {
     xcb_flush(m_connection);
     scheduleProcessing();
+}
+
+bool XConnection::waitForEvents(int milliseconds) {
+    xcb_flush(m_connection);
+    pollfd descriptor{xcb_get_file_descriptor(m_connection), POLLIN, 0};
+    if (::poll(&descriptor, 1, milliseconds) <= 0 || xcb_connection_has_error(m_connection))
+        return false;
+    processEvents();
+    return true;
 }
 
 void XConnection::roundTrip() {

@@ -55,6 +55,8 @@ public:
     [[nodiscard]] Observation onEvent(std::function<void(const xcb_generic_event_t&)> observer);
     /// Sends what was requested so far; also delivers events that a reply has left in the queue, later.
     void flush();
+    /// Waits for events and delivers them; false when none came in that time.
+    bool waitForEvents(int milliseconds);
     /// Returns when the server has carried out what was requested so far.
     void roundTrip();
 

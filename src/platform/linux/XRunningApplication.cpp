@@ -19,14 +19,13 @@ void XRunningApplication::unhide() {
 }
 
 void XRunningApplication::activate(unsigned) {
-    m_hidden->restore();
     auto window = m_front;
     for (const auto& client : m_clients->windows) // the uppermost one, where none was in front
         if (m_front == XCB_NONE && client.application == m_name && client.isApplicationWindow &&
             !client.isMinimised && m_clients->isOnCurrentWorkspace(client))
             window = client.id;
     if (window != XCB_NONE)
-        m_hidden->activate(window);
+        m_hidden->bringToFront(window);
 }
 
 bool XRunningApplication::isEqual(const RunningApplication& other) const {

@@ -48,6 +48,7 @@ std::optional<std::filesystem::path> XWorkspace::desktopImageURL(const Screen& s
 
 void XWorkspace::finish() {
     m_hidden->restore();
+    m_hidden->settle();
     m_x.roundTrip();
 }
 

@@ -1,0 +1,33 @@
+# What a user and a developer call. Each target installs the Debian packages that it needs first.
+
+PRESET ?= dev
+
+.PHONY: run test bench tidy format clean
+
+run: ## Builds the program and starts it; without a display, takes a tour of it on a private desktop.
+	@tools/install-packages run $(if $(DISPLAY),,desktop)
+	@cmake --preset release --log-level=WARNING
+	@cmake --build --preset release
+	@$(if $(DISPLAY),build/release/tavropro,tools/desktop-session -- tools/tour build/tour)
+
+test: ## Builds and runs every test; PRESET=asan for the sanitizers.
+	@tools/install-packages run desktop test
+	@cmake --preset $(PRESET) --log-level=WARNING
+	@cmake --build --preset $(PRESET)
+	@ctest --preset $(PRESET)
+
+bench: ## Measures, and writes bench/RESULTS.md.
+	@tools/install-packages run desktop test
+	@bench/run
+
+tidy: ## clang-tidy over the sources.
+	@tools/install-packages run test
+	@cmake --preset $(PRESET) --log-level=WARNING
+	@cmake --build --preset $(PRESET)
+	@tools/tidy build/$(PRESET)
+
+format: ## Formats the sources.
+	@git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format -i
+
+clean:
+	@rm -rf build
