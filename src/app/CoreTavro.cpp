@@ -21,7 +21,9 @@ std::optional<bool> wallpaperChoice(const std::vector<OptionItem>& options) {
 
 } // namespace
 
-CoreTavro::CoreTavro() : hideDesktop(HideDesktop::shared()), settings(UserSettings::shared()) {}
+CoreTavro::CoreTavro()
+    : hideDesktop(HideDesktop::shared())
+    , settings(UserSettings::shared()) {}
 
 void CoreTavro::toggle() const {
     const auto options = settings.options();

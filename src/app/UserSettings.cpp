@@ -17,7 +17,9 @@ UserSettings& UserSettings::shared() {
     return Process::current().shared<UserSettings>();
 }
 
-UserSettings::UserSettings() : m_options({}), m_tavroIsOn(userDefaults().boolForKey(Constants::tavroKey)) {
+UserSettings::UserSettings()
+    : m_options({})
+    , m_tavroIsOn(userDefaults().boolForKey(Constants::tavroKey)) {
     for (const auto& entry : Constants::optionCatalogue) {
         const auto stored = userDefaults().object(entry.id);
         const bool isOn = stored ? stored->boolValue() : entry.defaultIsOn;

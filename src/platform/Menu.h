@@ -24,7 +24,8 @@ struct MenuItem {
 /// A menu of the application; a description, shown by the machine.
 class Menu {
 public:
-    explicit Menu(std::string title) : title(std::move(title)) {}
+    explicit Menu(std::string title)
+        : title(std::move(title)) {}
 
     std::string title;
     std::vector<MenuItem> items;

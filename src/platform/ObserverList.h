@@ -12,8 +12,10 @@ namespace tavro {
 class Observation {
 public:
     Observation() = default;
-    explicit Observation(std::function<void()> end) : m_end(std::move(end)) {}
-    Observation(Observation&& other) noexcept : m_end(std::exchange(other.m_end, nullptr)) {}
+    explicit Observation(std::function<void()> end)
+        : m_end(std::move(end)) {}
+    Observation(Observation&& other) noexcept
+        : m_end(std::exchange(other.m_end, nullptr)) {}
     Observation& operator=(Observation&& other) noexcept {
         std::swap(m_end, other.m_end);
         return *this;

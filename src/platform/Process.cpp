@@ -8,7 +8,8 @@ namespace {
 Process* currentProcess = nullptr;
 }
 
-Process::Process(Machine& machine) : m_machine(machine) {
+Process::Process(Machine& machine)
+    : m_machine(machine) {
     assert(!currentProcess);
     currentProcess = this;
 }

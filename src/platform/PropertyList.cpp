@@ -40,7 +40,8 @@ std::optional<std::uint32_t> PropertyList::exactUInt32() const {
         if (*integer >= 0 && *integer <= std::int64_t{largest})
             return static_cast<std::uint32_t>(*integer);
     if (const auto* real = as<double>())
-        if (*real >= 0 && *real <= double{largest} && *real == static_cast<double>(static_cast<std::uint32_t>(*real)))
+        if (*real >= 0 && *real <= double{largest} &&
+            *real == static_cast<double>(static_cast<std::uint32_t>(*real)))
             return static_cast<std::uint32_t>(*real);
     return std::nullopt;
 }

@@ -23,17 +23,28 @@ public:
         bool operator==(const Date&) const = default;
     };
 
-    PropertyList(bool value) : m_value(value) {}
-    PropertyList(int value) : m_value(std::int64_t{value}) {}
-    PropertyList(std::int64_t value) : m_value(value) {}
-    PropertyList(std::uint32_t value) : m_value(std::int64_t{value}) {}
-    PropertyList(double value) : m_value(value) {}
-    PropertyList(const char* value) : m_value(std::string(value)) {}
-    PropertyList(std::string value) : m_value(std::move(value)) {}
-    PropertyList(Data value) : m_value(std::move(value)) {}
-    PropertyList(Date value) : m_value(value) {}
-    PropertyList(Array value) : m_value(std::move(value)) {}
-    PropertyList(Dictionary value) : m_value(std::move(value)) {}
+    PropertyList(bool value)
+        : m_value(value) {}
+    PropertyList(int value)
+        : m_value(std::int64_t{value}) {}
+    PropertyList(std::int64_t value)
+        : m_value(value) {}
+    PropertyList(std::uint32_t value)
+        : m_value(std::int64_t{value}) {}
+    PropertyList(double value)
+        : m_value(value) {}
+    PropertyList(const char* value)
+        : m_value(std::string(value)) {}
+    PropertyList(std::string value)
+        : m_value(std::move(value)) {}
+    PropertyList(Data value)
+        : m_value(std::move(value)) {}
+    PropertyList(Date value)
+        : m_value(value) {}
+    PropertyList(Array value)
+        : m_value(std::move(value)) {}
+    PropertyList(Dictionary value)
+        : m_value(std::move(value)) {}
 
     bool operator==(const PropertyList&) const = default;
 

@@ -9,7 +9,8 @@ namespace tavro {
 template <class T>
 class Published {
 public:
-    explicit Published(T value) : m_value(std::move(value)) {}
+    explicit Published(T value)
+        : m_value(std::move(value)) {}
 
     const T& get() const { return m_value; }
 

@@ -15,7 +15,8 @@ public:
 template <class Record>
 class HostingView final : public View {
 public:
-    explicit HostingView(Record record) : record(std::move(record)) {}
+    explicit HostingView(Record record)
+        : record(std::move(record)) {}
     const Record record;
 };
 

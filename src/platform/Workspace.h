@@ -14,7 +14,8 @@ namespace ApplicationActivationOption {
 inline constexpr unsigned ignoringOtherApps = 2;
 }
 
-inline constexpr const char* workspaceDidActivateApplication = "NSWorkspaceDidActivateApplicationNotification";
+inline constexpr const char* workspaceDidActivateApplication =
+    "NSWorkspaceDidActivateApplicationNotification";
 
 /// An application that was running when it was asked for. Requests to one that has gone are ignored.
 class RunningApplication {

@@ -12,7 +12,8 @@ namespace {
 
 class FileDescriptor {
 public:
-    explicit FileDescriptor(int number) : m_number(number) {}
+    explicit FileDescriptor(int number)
+        : m_number(number) {}
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
     ~FileDescriptor() {

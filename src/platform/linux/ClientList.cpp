@@ -83,9 +83,9 @@ private:
 
     bool hasOtherType(const std::vector<std::uint32_t>& types) const {
         const auto& atoms = m_x.atoms();
-        const std::array others{atoms.netWmWindowTypeDesktop, atoms.netWmWindowTypeDock,
+        const std::array others{atoms.netWmWindowTypeDesktop,      atoms.netWmWindowTypeDock,
                                 atoms.netWmWindowTypeNotification, atoms.netWmWindowTypeSplash,
-                                atoms.netWmWindowTypeMenu, atoms.netWmWindowTypeToolbar};
+                                atoms.netWmWindowTypeMenu,         atoms.netWmWindowTypeToolbar};
         return std::ranges::find_first_of(types, others) != types.end();
     }
 

@@ -113,8 +113,8 @@ void DesktopLayer::passClicks(xcb_window_t frame) {
     const auto isFrame = [frame](const auto& member) { return member.second.frame == frame; };
     if (std::ranges::none_of(m_members, isFrame))
         return;
-    xcb_shape_rectangles(m_x.raw(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, frame, 0,
-                         0, 0, nullptr);
+    xcb_shape_rectangles(m_x.raw(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, frame,
+                         0, 0, 0, nullptr);
     m_x.flush();
 }
 

@@ -50,7 +50,8 @@ QString gsetting(const char* schemaId, const char* key) {
     auto* source = g_settings_schema_source_get_default();
     if (!source)
         return {};
-    const std::unique_ptr<GSettingsSchema, Unref> schema(g_settings_schema_source_lookup(source, schemaId, true));
+    const std::unique_ptr<GSettingsSchema, Unref> schema(
+        g_settings_schema_source_lookup(source, schemaId, true));
     if (!schema || !g_settings_schema_has_key(schema.get(), key))
         return {};
     const std::unique_ptr<GSettings, Unref> settings(g_settings_new(schemaId));
@@ -88,8 +89,8 @@ QString valueInFile(const QString& file, const QString& sectionEnd, const QStrin
 }
 
 std::optional<fs::path> plasmaWallpaper(const std::string&) {
-    return fileAt(valueInFile("plasma-org.kde.plasma.desktop-appletsrc", "[Wallpaper][org.kde.image][General]",
-                              "Image"));
+    return fileAt(valueInFile("plasma-org.kde.plasma.desktop-appletsrc",
+                              "[Wallpaper][org.kde.image][General]", "Image"));
 }
 
 std::optional<fs::path> lxdeWallpaper(const std::string&) {
@@ -101,8 +102,8 @@ std::optional<fs::path> lxdeWallpaper(const std::string&) {
 std::optional<fs::path> desktopWallpaper(const std::string& connector) {
     using Reader = std::optional<fs::path> (*)(const std::string&);
     constexpr std::pair<const char*, Reader> readers[] = {
-        {"XFCE", &xfceWallpaper},     {"GNOME", &gnomeWallpaper}, {"X-Cinnamon", &cinnamonWallpaper},
-        {"MATE", &mateWallpaper},     {"KDE", &plasmaWallpaper},  {"LXDE", &lxdeWallpaper},
+        {"XFCE", &xfceWallpaper},    {"GNOME", &gnomeWallpaper}, {"X-Cinnamon", &cinnamonWallpaper},
+        {"MATE", &mateWallpaper},    {"KDE", &plasmaWallpaper},  {"LXDE", &lxdeWallpaper},
         {"Budgie", &gnomeWallpaper},
     };
     const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':');

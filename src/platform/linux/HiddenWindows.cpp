@@ -9,7 +9,7 @@ namespace tavro {
 
 namespace {
 constexpr std::uint32_t iconicState = 3; // ICCCM, WM_CHANGE_STATE
-constexpr std::uint32_t fromPager = 2;   // EWMH, source indication: the only one that all window managers obey
+constexpr std::uint32_t fromPager = 2; // EWMH, source indication: the only one that all window managers obey
 constexpr std::chrono::milliseconds longestSettling{500};
 constexpr int quietMilliseconds = 100;
 } // namespace
@@ -46,8 +46,8 @@ void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t place) {
     }
     watch(window.id, true);
     // The mark first: from here on a crash cannot lose the window.
-    xcb_change_property(m_x.raw(), XCB_PROP_MODE_REPLACE, window.id, m_x.atoms().tavroHidden, XCB_ATOM_CARDINAL,
-                        32, 1, &place);
+    xcb_change_property(m_x.raw(), XCB_PROP_MODE_REPLACE, window.id, m_x.atoms().tavroHidden,
+                        XCB_ATOM_CARDINAL, 32, 1, &place);
     m_x.tellWindowManager(window.id, m_x.atoms().wmChangeState, {iconicState});
     m_minimised.emplace(window.id, false);
 }

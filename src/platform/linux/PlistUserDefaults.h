@@ -10,9 +10,9 @@ namespace tavro {
 class Log;
 class MainQueue;
 
-/// User defaults in a property-list file, written whole to a temporary file beside it, synchronized and renamed
-/// over it, mode 0600. A file that cannot be read as a property list is set aside, never overwritten. Values
-/// of other programs and of other versions stay in it as they are.
+/// User defaults in a property-list file, written whole to a temporary file beside it, synchronized and
+/// renamed over it, mode 0600. A file that cannot be read as a property list is set aside, never overwritten.
+/// Values of other programs and of other versions stay in it as they are.
 class PlistUserDefaults final : public UserDefaults {
 public:
     PlistUserDefaults(std::filesystem::path file, MainQueue& queue, Log& log);

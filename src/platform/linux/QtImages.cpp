@@ -25,10 +25,10 @@ std::optional<Image> QtImages::contentsOf(const std::filesystem::path& file) con
     const auto size = reader.size();
     if (size.width() > longestSide || size.height() > longestSide)
         return std::nullopt;
-    auto image = reader.read();
+    const auto image = reader.read();
     if (image.isNull())
         return std::nullopt;
-    return fromToolkit(std::move(image));
+    return fromToolkit(image);
 }
 
 std::optional<NamedImage> QtImages::named(const std::string& name) const {
@@ -43,7 +43,7 @@ std::string QtImages::resourcePath(const NamedImage& image) {
     return ":/icons/" + image.name + ".svg";
 }
 
-Image QtImages::fromToolkit(QImage source) {
+Image QtImages::fromToolkit(const QImage& source) {
     auto image = std::make_shared<QImage>(source.convertToFormat(QImage::Format_ARGB32_Premultiplied));
     const Size size{image->width() / source.devicePixelRatio(), image->height() / source.devicePixelRatio()};
     return {image->width(), image->height(), static_cast<std::size_t>(image->bytesPerLine()),

@@ -11,13 +11,14 @@ class Log;
 /// Pictures by the toolkit's readers, and the icons compiled into the program.
 class QtImages final : public Images {
 public:
-    explicit QtImages(Log& log) : m_log(log) {}
+    explicit QtImages(Log& log)
+        : m_log(log) {}
 
     std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
     std::optional<NamedImage> named(const std::string& name) const override;
 
     /// Shares the toolkit's pixels.
-    static Image fromToolkit(QImage image);
+    static Image fromToolkit(const QImage& source);
     /// The resource path of a named image.
     static std::string resourcePath(const NamedImage& image);
 

@@ -15,7 +15,8 @@ class XConnection;
 /// display gets while the server runs.
 class QtScreens final : public Screens {
 public:
-    explicit QtScreens(XConnection& x) : m_x(x) {}
+    explicit QtScreens(XConnection& x)
+        : m_x(x) {}
 
     std::vector<Screen> screens() const override;
     std::optional<Screen> mainScreen() const override;

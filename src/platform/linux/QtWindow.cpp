@@ -10,7 +10,8 @@ namespace tavro {
 
 class QtWindow::Surface final : public QRasterWindow {
 public:
-    explicit Surface(const ViewPainter& painter) : m_painter(painter) {
+    explicit Surface(const ViewPainter& painter)
+        : m_painter(painter) {
         auto translucent = format();
         translucent.setAlphaBufferSize(8);
         setFormat(translucent);

@@ -13,8 +13,8 @@ class QtWindowServer final : public WindowServer {
 public:
     QtWindowServer(XConnection& x, ViewPainter painter);
 
-    std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing, bool defer,
-                                         const Screen& screen) override;
+    std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
+                                         bool defer, const Screen& screen) override;
     int levelForKey(WindowLevelKey key) const override;
 
 private:

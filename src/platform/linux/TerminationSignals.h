@@ -9,8 +9,8 @@ class QSocketNotifier;
 
 namespace tavro {
 
-/// Brings SIGTERM, SIGINT and SIGHUP to the main queue. Made before the process starts any thread: each thread
-/// inherits that they are held back.
+/// Brings SIGTERM, SIGINT and SIGHUP to the main queue. Made before the process starts any thread: each
+/// thread inherits that they are held back.
 class TerminationSignals final : public QObject {
 public:
     TerminationSignals();

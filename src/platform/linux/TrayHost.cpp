@@ -18,7 +18,10 @@ constexpr auto watcherPath = "/StatusNotifierWatcher";
 constexpr MainQueue::Duration embeddingGrace{2.0};
 } // namespace
 
-TrayHost::TrayHost(XConnection& x, MainQueue& queue, Log& log) : m_x(x), m_queue(queue), m_log(log) {}
+TrayHost::TrayHost(XConnection& x, MainQueue& queue, Log& log)
+    : m_x(x)
+    , m_queue(queue)
+    , m_log(log) {}
 
 void TrayHost::whenAvailable(std::function<void()> block) {
     if (m_isAvailable)
@@ -27,7 +30,8 @@ void TrayHost::whenAvailable(std::function<void()> block) {
     if (std::exchange(m_asked, true))
         return;
     auto bus = QDBusConnection::sessionBus();
-    auto* watcher = new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForRegistration, this);
+    auto* watcher =
+        new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::askWatcher);
     bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierHostRegistered", this,
                 SLOT(hostRegistered()));
@@ -41,8 +45,8 @@ void TrayHost::whenAvailable(std::function<void()> block) {
 }
 
 void TrayHost::askWatcher() {
-    auto question = QDBusMessage::createMethodCall(watcherService, watcherPath, "org.freedesktop.DBus.Properties",
-                                                   "Get");
+    auto question =
+        QDBusMessage::createMethodCall(watcherService, watcherPath, "org.freedesktop.DBus.Properties", "Get");
     question << watcherService << "IsStatusNotifierHostRegistered";
     auto* call = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {

@@ -11,8 +11,8 @@ namespace tavro {
 class Log;
 class MainQueue;
 
-/// Tells when the desktop has a place for tray items: a StatusNotifierItem host, or else an owner of the XEmbed
-/// system-tray selection. The toolkit remembers its first answer for good, so it is not asked before.
+/// Tells when the desktop has a place for tray items: a StatusNotifierItem host, or else an owner of the
+/// XEmbed system-tray selection. The toolkit remembers its first answer for good, so it is not asked before.
 class TrayHost final : public QObject {
     Q_OBJECT
 

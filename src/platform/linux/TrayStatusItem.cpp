@@ -40,7 +40,8 @@ void fill(QMenu& widget, const Menu& menu) {
 
 } // namespace
 
-TrayStatusItem::TrayStatusItem(EventSource& events) : m_events(events) {}
+TrayStatusItem::TrayStatusItem(EventSource& events)
+    : m_events(events) {}
 
 TrayStatusItem::~TrayStatusItem() = default;
 

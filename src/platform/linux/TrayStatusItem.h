@@ -12,9 +12,9 @@ namespace tavro {
 
 class EventSource;
 
-/// A tray item by StatusNotifierItem, or XEmbed. Panels do not hand on Alt-clicks, so a middle click stands for
-/// a click with Option. Many panels draw the menu of a right click themselves; the click is delivered all the
-/// same, and the menu that is asked for is the one that shows already.
+/// A tray item by StatusNotifierItem, or XEmbed. Panels do not hand on Alt-clicks, so a middle click stands
+/// for a click with Option. Many panels draw the menu of a right click themselves; the click is delivered all
+/// the same, and the menu that is asked for is the one that shows already.
 class TrayStatusItem final : public StatusItem, public StatusBarButton {
 public:
     explicit TrayStatusItem(EventSource& events);

@@ -86,7 +86,8 @@ XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& lo
 void XConnection::start() {
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &mask);
-    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
+    m_notifier =
+        std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { processEvents(); });
     flush();
 }
@@ -136,7 +137,8 @@ void XConnection::scheduleProcessing() {
     if (m_processingScheduled)
         return;
     m_processingScheduled = true;
-    QMetaObject::invokeMethod(this, [this] { processEvents(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { processEvents(); }, Qt::QueuedConnection);
 }
 
 void XConnection::processEvents() {
@@ -171,7 +173,8 @@ std::vector<std::uint32_t> XConnection::values(xcb_get_property_cookie_t cookie)
         return {};
     std::vector<std::uint32_t> values(reply->value_len);
     if (!values.empty())
-        std::memcpy(values.data(), xcb_get_property_value(reply.get()), values.size() * sizeof(std::uint32_t));
+        std::memcpy(values.data(), xcb_get_property_value(reply.get()),
+                    values.size() * sizeof(std::uint32_t));
     return values;
 }
 

@@ -29,7 +29,8 @@ std::shared_ptr<const std::uint8_t> opaquePixels(XReply<xcb_get_image_reply_t> r
 
 } // namespace
 
-std::optional<PropertyList::Array> XWindowList::copyWindowInfo(unsigned options, WindowNumber relativeTo) const {
+std::optional<PropertyList::Array> XWindowList::copyWindowInfo(unsigned options,
+                                                               WindowNumber relativeTo) const {
     auto windows = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
     std::ranges::reverse(windows);
     if (options & WindowListOption::onScreenBelowWindow) {
@@ -51,6 +52,7 @@ PropertyList::Array XWindowList::describe(const std::vector<xcb_window_t>& front
         xcb_get_property_cookie_t wmClass, name, state;
     };
     std::vector<Cookies> requests;
+    requests.reserve(frontToBack.size());
     for (const auto window : frontToBack)
         requests.push_back({window, m_x.request(window, XCB_ATOM_WM_CLASS),
                             m_x.request(window, m_x.atoms().netWmName),

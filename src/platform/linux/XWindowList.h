@@ -9,9 +9,11 @@ namespace tavro {
 /// `_XROOTPMAP_ID` appears as the wallpaper window. Of the other windows no pictures are taken.
 class XWindowList final : public WindowList {
 public:
-    explicit XWindowList(XConnection& x) : m_x(x) {}
+    explicit XWindowList(XConnection& x)
+        : m_x(x) {}
 
-    std::optional<PropertyList::Array> copyWindowInfo(unsigned options, WindowNumber relativeTo) const override;
+    std::optional<PropertyList::Array> copyWindowInfo(unsigned options,
+                                                      WindowNumber relativeTo) const override;
     std::optional<Image> createImage(Rect area, unsigned options, WindowNumber window,
                                      unsigned imageOptions) const override;
 
