@@ -21,17 +21,29 @@ HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
     , m_workspace(x.value(x.request(x.root(), x.atoms().netCurrentDesktop)).value_or(0))
     , m_events(x.onEvent([this](const auto& event) { handle(event); })) {}
 
-void HiddenWindows::hide(const std::string& application, const ClientList& clients) {
+std::shared_ptr<const ClientList> HiddenWindows::readClients() {
+    if (!m_clients)
+        m_queue.async([this] { m_clients.reset(); });
+    m_clients = std::make_shared<const ClientList>(ClientList::read(m_x));
+    return m_clients;
+}
+
+std::shared_ptr<const ClientList> HiddenWindows::clients() {
+    return m_clients ? m_clients : readClients();
+}
+
+void HiddenWindows::hide(const std::string& application) {
+    const auto list = clients();
     m_broughtBack.clear();
     if (m_hiddenApplications.empty()) {
         m_stackingAtHide.clear();
-        std::ranges::transform(clients.windows, std::back_inserter(m_stackingAtHide), &ClientWindow::id);
+        std::ranges::transform(list->windows, std::back_inserter(m_stackingAtHide), &ClientWindow::id);
     }
     m_hiddenApplications.insert(application);
     m_unhiddenApplications.erase(application);
     std::uint32_t place = 0;
-    for (const auto& window : clients.windows) {
-        const bool isVisible = clients.isOnCurrentWorkspace(window) && !window.isMinimised;
+    for (const auto& window : list->windows) {
+        const bool isVisible = list->isOnCurrentWorkspace(window) && !window.isMinimised;
         if (window.application == application && window.isApplicationWindow && isVisible)
             minimise(window, place);
         ++place;
@@ -61,19 +73,19 @@ void HiddenWindows::unhide(const std::string& application) {
 }
 
 void HiddenWindows::restore() {
-    if (m_restorePending)
-        restore(ClientList::read(m_x));
-    m_restorePending = false;
+    if (std::exchange(m_restorePending, false))
+        restoreMarked();
 }
 
 // Activation raises: done from the bottom to the top it gives the former stacking order. The windows that
 // stayed are raised in their turn, or those that come back would all end above them.
-void HiddenWindows::restore(const ClientList& clients) {
+void HiddenWindows::restoreMarked() {
+    const auto list = readClients();
     std::multimap<std::uint32_t, const ClientWindow*> byPlace;
     bool anyMarked = false;
-    for (const auto& window : clients.windows) {
+    for (const auto& window : list->windows) {
         const auto known = std::ranges::find(m_stackingAtHide, window.id);
-        if (!clients.isOnCurrentWorkspace(window) || (!window.hiddenMark && known == m_stackingAtHide.end()))
+        if (!list->isOnCurrentWorkspace(window) || (!window.hiddenMark && known == m_stackingAtHide.end()))
             continue;
         const auto place = static_cast<std::uint32_t>(known - m_stackingAtHide.begin());
         byPlace.emplace(window.hiddenMark.value_or(place), &window);
@@ -187,21 +199,23 @@ void HiddenWindows::stateChanged(xcb_window_t window) {
 
 /// The user came to a workspace.
 void HiddenWindows::arrived() {
-    const auto clients = ClientList::read(m_x);
-    if (clients.currentWorkspace == m_workspace)
+    const auto list = readClients();
+    if (std::exchange(m_workspace, list->currentWorkspace) == list->currentWorkspace)
         return;
-    m_workspace = clients.currentWorkspace;
-    const auto isMarked = [&clients](const auto& window) {
-        return window.hiddenMark && clients.isOnCurrentWorkspace(window);
-    };
     const auto applications = m_hiddenApplications;
     for (const auto& application : applications)
-        hide(application, clients);
-    if (std::ranges::none_of(clients.windows, isMarked))
+        hide(application);
+    const auto waits = [&](const auto& window) {
+        return window.hiddenMark && list->isOnCurrentWorkspace(window) &&
+               m_unhiddenApplications.contains(window.application);
+    };
+    if (std::ranges::none_of(list->windows, waits))
         return;
     m_restorePending = true;
-    if (clients.active != XCB_NONE)
-        bringToFront(clients.active);
+    if (list->active != XCB_NONE)
+        bringToFront(list->active);
+    else
+        restore();
 }
 
 } // namespace tavro

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -22,7 +23,12 @@ class HiddenWindows {
 public:
     HiddenWindows(XConnection& x, MainQueue& queue, Log& log);
 
-    void hide(const std::string& application, const ClientList& clients);
+    /// Reads the windows anew; the list holds for the rest of this turn of the main queue.
+    std::shared_ptr<const ClientList> readClients();
+    /// The list of this turn, read where there is none yet.
+    std::shared_ptr<const ClientList> clients();
+
+    void hide(const std::string& application);
     /// The windows come back with those of all other applications unhidden in this turn of the main queue.
     void unhide(const std::string& application);
     /// Now, not at the end of the turn.
@@ -37,7 +43,7 @@ private:
     void arrived();
     void stateChanged(xcb_window_t window);
     void minimise(const ClientWindow& window, std::uint32_t place);
-    void restore(const ClientList& clients);
+    void restoreMarked();
     void restore(const ClientWindow& window);
     void raise(const ClientWindow& window) const;
     void activate(xcb_window_t window) const;
@@ -49,6 +55,7 @@ private:
     XConnection& m_x;
     MainQueue& m_queue;
     Log& m_log;
+    std::shared_ptr<const ClientList> m_clients;
     std::set<std::string> m_hiddenApplications;
     /// Those asked to come back since; the marked windows of theirs on other workspaces still have to.
     std::set<std::string> m_unhiddenApplications;

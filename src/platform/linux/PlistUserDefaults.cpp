@@ -42,10 +42,6 @@ PlistUserDefaults::PlistUserDefaults(fs::path file, MainQueue& queue, Log& log)
     load();
 }
 
-PlistUserDefaults::~PlistUserDefaults() {
-    synchronize();
-}
-
 fs::path PlistUserDefaults::standardFile() {
     const auto folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     return fs::path(folder.toStdString()) / "com.vantrelo.TavroPRO.plist";
@@ -61,7 +57,7 @@ void PlistUserDefaults::load() {
     m_root.reset(plist_new_dict());
     if (error == 0)
         setAside("is not a property list of user defaults");
-    else if (error != ENOENT)
+    else if (error != ENOENT && error != ENOTDIR)
         setAside(std::string("cannot be read: ") + std::strerror(error));
 }
 

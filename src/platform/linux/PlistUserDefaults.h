@@ -16,7 +16,6 @@ class MainQueue;
 class PlistUserDefaults final : public UserDefaults {
 public:
     PlistUserDefaults(std::filesystem::path file, MainQueue& queue, Log& log);
-    ~PlistUserDefaults() override;
 
     /// `com.vantrelo.TavroPRO.plist` in the user's configuration folder (XDG base directories).
     static std::filesystem::path standardFile();

@@ -15,6 +15,7 @@ public:
     std::shared_ptr<StatusItem> statusItem(double length) override;
 
 private:
+    XConnection& m_x;
     TrayHost m_host;
     EventSource& m_events;
 };

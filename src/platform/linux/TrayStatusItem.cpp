@@ -1,13 +1,13 @@
 #include "platform/linux/TrayStatusItem.h"
 
 #include "platform/linux/EventSource.h"
+#include "platform/linux/Panels.h"
 #include "platform/linux/QtImages.h"
 #include "platform/linux/QtScreens.h"
 
 #include <QCursor>
 #include <QGuiApplication>
 #include <QPixmap>
-#include <QScreen>
 
 namespace tavro {
 
@@ -40,8 +40,9 @@ void fill(QMenu& widget, const Menu& menu) {
 
 } // namespace
 
-TrayStatusItem::TrayStatusItem(EventSource& events)
-    : m_events(events) {}
+TrayStatusItem::TrayStatusItem(XConnection& x, EventSource& events)
+    : m_x(x)
+    , m_events(events) {}
 
 TrayStatusItem::~TrayStatusItem() = default;
 
@@ -65,10 +66,6 @@ void TrayStatusItem::announceMenu(std::shared_ptr<Menu> menu) {
     fill(*m_hostMenuWidget, *m_hostMenu);
     auto* widget = m_hostMenuWidget.get();
     QObject::connect(widget, &QMenu::aboutToShow, widget, [this] { hostOpensMenu(); });
-    QObject::connect(widget, &QMenu::aboutToHide, widget, [this] {
-        if (std::exchange(m_hostShowsMenu, false))
-            closed(m_hostMenu);
-    });
     if (m_tray)
         m_tray->setContextMenu(widget);
 }
@@ -103,8 +100,8 @@ void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
         return clicked(EventType::leftMouseUp, modifiers);
     case QSystemTrayIcon::MiddleClick:
         return clicked(EventType::leftMouseUp, modifiers | EventModifierFlags::option);
-    case QSystemTrayIcon::Context:
-        if (!m_hostShowsMenu)
+    case QSystemTrayIcon::Context: // with an announced menu, its showing tells the click
+        if (!m_hostMenu)
             clicked(EventType::rightMouseUp, modifiers);
         return;
     case QSystemTrayIcon::Unknown:
@@ -119,29 +116,26 @@ void TrayStatusItem::clicked(EventType type, unsigned modifierFlags) {
         m_events.deliver({type, modifierFlags}, m_action);
 }
 
+// The panel has the menu from here on, and not every panel tells when it closes it.
 void TrayStatusItem::hostOpensMenu() {
-    if (std::exchange(m_hostShowsMenu, true))
-        return;
+    m_hostShowsMenu = true;
     clicked(EventType::rightMouseUp, 0);
+    m_hostShowsMenu = false;
 }
 
 void TrayStatusItem::popUp(const std::shared_ptr<Menu>& menu, Point) {
     if (m_hostShowsMenu && menu == m_hostMenu)
-        return;
-    popUpAtPointer(menu);
+        closed(menu);
+    else
+        popUpAtPointer(menu);
 }
 
-// At the pointer, which is where the item is; the toolkit keeps the menu on the screen and off the panel.
+// The pointer is where the item is; the menu opens beside the panel, and the toolkit keeps it on the screen.
 void TrayStatusItem::popUpAtPointer(const std::shared_ptr<Menu>& menu) {
     m_popUp = std::make_unique<QMenu>();
     fill(*m_popUp, *menu);
     QObject::connect(m_popUp.get(), &QMenu::aboutToHide, m_popUp.get(), [this, menu] { closed(menu); });
-    auto place = QCursor::pos();
-    if (const auto* screen = QGuiApplication::screenAt(place)) {
-        const auto free = screen->availableGeometry();
-        place.setY(std::clamp(place.y(), free.top(), free.bottom()));
-    }
-    m_popUp->popup(place);
+    m_popUp->popup(besidePanel(m_x, QCursor::pos(), m_popUp->sizeHint()));
 }
 
 void TrayStatusItem::closed(const std::shared_ptr<Menu>& menu) {

@@ -11,13 +11,14 @@
 namespace tavro {
 
 class EventSource;
+class XConnection;
 
 /// A tray item by StatusNotifierItem, or XEmbed. Panels do not hand on Alt-clicks, so a middle click stands
 /// for a click with Option. Many panels draw the menu of a right click themselves; the click is delivered all
 /// the same, and the menu that is asked for is the one that shows already.
 class TrayStatusItem final : public StatusItem, public StatusBarButton {
 public:
-    explicit TrayStatusItem(EventSource& events);
+    TrayStatusItem(XConnection& x, EventSource& events);
     ~TrayStatusItem() override;
 
     /// There is a tray now.
@@ -41,6 +42,7 @@ private:
     void popUpAtPointer(const std::shared_ptr<Menu>& menu);
     QIcon icon() const;
 
+    XConnection& m_x;
     EventSource& m_events;
     std::function<void()> m_action;
     unsigned m_actionMask = 0;

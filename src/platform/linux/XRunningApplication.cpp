@@ -3,15 +3,13 @@
 namespace tavro {
 
 XRunningApplication::XRunningApplication(std::string name, xcb_window_t front,
-                                         std::shared_ptr<const ClientList> clients,
                                          std::shared_ptr<HiddenWindows> hidden)
     : m_name(std::move(name))
     , m_front(front)
-    , m_clients(std::move(clients))
     , m_hidden(std::move(hidden)) {}
 
 void XRunningApplication::hide() {
-    m_hidden->hide(m_name, *m_clients);
+    m_hidden->hide(m_name);
 }
 
 void XRunningApplication::unhide() {
@@ -19,13 +17,19 @@ void XRunningApplication::unhide() {
 }
 
 void XRunningApplication::activate(unsigned) {
-    auto window = m_front;
-    for (const auto& client : m_clients->windows) // the uppermost one, where none was in front
-        if (m_front == XCB_NONE && client.application == m_name && client.isApplicationWindow &&
-            !client.isMinimised && m_clients->isOnCurrentWorkspace(client))
-            window = client.id;
+    const auto window = m_front != XCB_NONE ? m_front : uppermostWindow();
     if (window != XCB_NONE)
         m_hidden->bringToFront(window);
+}
+
+xcb_window_t XRunningApplication::uppermostWindow() const {
+    const auto clients = m_hidden->clients();
+    auto uppermost = xcb_window_t{XCB_NONE};
+    for (const auto& window : clients->windows)
+        if (window.application == m_name && window.isApplicationWindow && !window.isMinimised &&
+            clients->isOnCurrentWorkspace(window))
+            uppermost = window.id;
+    return uppermost;
 }
 
 bool XRunningApplication::isEqual(const RunningApplication& other) const {

@@ -1,17 +1,15 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "platform/linux/ClientList.h"
 #include "platform/linux/HiddenWindows.h"
 
 namespace tavro {
 
-/// An application with the windows that it had when it was asked for.
+/// An application of the session, by its name.
 class XRunningApplication final : public RunningApplication {
 public:
     /// `front`: the application's window in front, or none.
-    XRunningApplication(std::string name, xcb_window_t front, std::shared_ptr<const ClientList> clients,
-                        std::shared_ptr<HiddenWindows> hidden);
+    XRunningApplication(std::string name, xcb_window_t front, std::shared_ptr<HiddenWindows> hidden);
 
     void hide() override;
     void unhide() override;
@@ -19,9 +17,10 @@ public:
     bool isEqual(const RunningApplication& other) const override;
 
 private:
+    xcb_window_t uppermostWindow() const;
+
     std::string m_name;
     xcb_window_t m_front;
-    std::shared_ptr<const ClientList> m_clients;
     std::shared_ptr<HiddenWindows> m_hidden;
 };
 

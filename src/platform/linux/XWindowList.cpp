@@ -49,22 +49,23 @@ std::optional<PropertyList::Array> XWindowList::copyWindowInfo(unsigned options,
 PropertyList::Array XWindowList::describe(const std::vector<xcb_window_t>& frontToBack) const {
     struct Cookies {
         xcb_window_t window;
-        xcb_get_property_cookie_t wmClass, name, state;
+        xcb_get_property_cookie_t wmClass, name, oldName, state;
     };
     std::vector<Cookies> requests;
     requests.reserve(frontToBack.size());
     for (const auto window : frontToBack)
         requests.push_back({window, m_x.request(window, XCB_ATOM_WM_CLASS),
-                            m_x.request(window, m_x.atoms().netWmName),
+                            m_x.request(window, m_x.atoms().netWmName), m_x.request(window, XCB_ATOM_WM_NAME),
                             m_x.request(window, m_x.atoms().netWmState)});
     PropertyList::Array entries;
     for (const auto& request : requests) {
         const auto owner = className(m_x.text(request.wmClass));
         const auto name = m_x.text(request.name);
+        const auto oldName = m_x.text(request.oldName); // ICCCM, of programs that do not know EWMH
         const auto states = m_x.values(request.state);
         if (std::ranges::find(states, m_x.atoms().netWmStateHidden) == states.end())
             entries.push_back(PropertyList::Dictionary{{WindowListKey::ownerName, owner},
-                                                       {WindowListKey::name, name},
+                                                       {WindowListKey::name, name.empty() ? oldName : name},
                                                        {WindowListKey::number, request.window}});
     }
     return entries;

@@ -22,24 +22,24 @@ XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, MainQueue& queu
 XWorkspace::~XWorkspace() = default;
 
 std::vector<std::shared_ptr<RunningApplication>> XWorkspace::runningApplications() const {
-    const auto clients = std::make_shared<const ClientList>(ClientList::read(m_x));
+    const auto clients = m_hidden->readClients();
     std::set<std::string> seen;
     std::vector<std::shared_ptr<RunningApplication>> applications;
     for (const auto& window : clients->windows)
         if (seen.insert(window.application).second)
             applications.push_back(
-                std::make_shared<XRunningApplication>(window.application, XCB_NONE, clients, m_hidden));
+                std::make_shared<XRunningApplication>(window.application, XCB_NONE, m_hidden));
     return applications;
 }
 
 std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
-    const auto clients = std::make_shared<const ClientList>(ClientList::read(m_x));
+    const auto clients = m_hidden->readClients();
     if (clients->active == XCB_NONE)
         return nullptr;
     const auto* front = clients->find(standsInFront(clients->active) ? clients->active : m_front);
     if (!front)
         return nullptr;
-    return std::make_shared<XRunningApplication>(front->application, front->id, clients, m_hidden);
+    return std::make_shared<XRunningApplication>(front->application, front->id, m_hidden);
 }
 
 std::optional<std::filesystem::path> XWorkspace::desktopImageURL(const Screen& screen) const {
