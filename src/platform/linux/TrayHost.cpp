@@ -61,7 +61,7 @@ void TrayHost::watcherAnswered(bool hasHost) {
         return becameAvailable();
     if (embeddingHasOwner())
         return lookForEmbedding();
-    if (!m_isAvailable)
+    if (!m_isAvailable && !std::exchange(m_reported, true))
         m_log.diagnose("The desktop has no status bar yet; the status item appears when one does");
 }
 

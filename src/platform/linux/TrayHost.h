@@ -37,6 +37,7 @@ private:
     Log& m_log;
     bool m_isAvailable = false;
     bool m_asked = false;
+    bool m_reported = false;
     std::vector<std::function<void()>> m_waiting;
     Observation m_events;
 };
