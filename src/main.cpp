@@ -6,9 +6,11 @@
 #include "ui/ViewPainting.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 
 #include <csignal>
 #include <cstdlib>
+#include <malloc.h>
 
 namespace {
 
@@ -45,6 +47,8 @@ bool isFirst(tavro::SingleInstance& instance, int& status) {
 int main(int argc, char** argv) {
     tavro::TerminationSignals signals; // before the toolkit starts its threads
     std::signal(SIGPIPE, SIG_IGN);     // a closed log is no reason to end
+    // A whole screen's pixels go back to the system, instead of teaching the allocator to keep as much.
+    mallopt(M_MMAP_THRESHOLD, 256 * 1024);
     qInstallMessageHandler(logToolkitMessage);
     auto x = tavro::XConnection::open(streamLog);
     if (!x) {
@@ -56,6 +60,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationDisplayName("TavroPRO");
     QApplication::setDesktopFileName("com.vantrelo.TavroPRO");
     QApplication application(argc, argv);
+    QPixmapCache::setCacheLimit(0); // an entry would wake the process later, to be dropped
 
     tavro::SingleInstance instance;
     int status = EXIT_SUCCESS;

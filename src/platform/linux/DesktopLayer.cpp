@@ -120,8 +120,9 @@ void DesktopLayer::passClicks(xcb_window_t frame) {
 
 void DesktopLayer::raiseCovered() {
     const auto stacking = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
+    const auto desktops = foreignDesktops(stacking);
     const auto highestForeign = std::find_if(stacking.rbegin(), stacking.rend(),
-                                             [this](auto window) { return isForeignDesktop(window); });
+                                             [&desktops](auto window) { return desktops.contains(window); });
     for (auto window = highestForeign; window != stacking.rend(); ++window) {
         const auto member = m_members.find(*window);
         if (member == m_members.end() || member->second.raisesLeft-- <= 0)
@@ -132,11 +133,19 @@ void DesktopLayer::raiseCovered() {
     m_x.flush();
 }
 
-bool DesktopLayer::isForeignDesktop(xcb_window_t window) const {
-    if (m_members.contains(window))
-        return false;
-    const auto types = m_x.values(m_x.request(window, m_x.atoms().netWmWindowType));
-    return std::ranges::find(types, m_x.atoms().netWmWindowTypeDesktop) != types.end();
+// One round trip, however many windows there are.
+std::set<xcb_window_t> DesktopLayer::foreignDesktops(const std::vector<xcb_window_t>& windows) const {
+    std::vector<std::pair<xcb_window_t, xcb_get_property_cookie_t>> requests;
+    for (const auto window : windows)
+        if (!m_members.contains(window))
+            requests.emplace_back(window, m_x.request(window, m_x.atoms().netWmWindowType));
+    std::set<xcb_window_t> desktops;
+    for (const auto& [window, request] : requests) {
+        const auto types = m_x.values(request);
+        if (std::ranges::find(types, m_x.atoms().netWmWindowTypeDesktop) != types.end())
+            desktops.insert(window);
+    }
+    return desktops;
 }
 
 } // namespace tavro

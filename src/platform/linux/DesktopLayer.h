@@ -3,6 +3,8 @@
 #include "platform/linux/XConnection.h"
 
 #include <map>
+#include <set>
+#include <vector>
 
 namespace tavro {
 
@@ -36,7 +38,7 @@ private:
     void reparented(xcb_window_t window);
     void passClicks(xcb_window_t frame);
     void raiseCovered();
-    bool isForeignDesktop(xcb_window_t window) const;
+    std::set<xcb_window_t> foreignDesktops(const std::vector<xcb_window_t>& windows) const;
 
     XConnection& m_x;
     Observation m_events;

@@ -10,14 +10,16 @@ namespace tavro {
 namespace {
 constexpr std::uint32_t iconicState = 3; // ICCCM, WM_CHANGE_STATE
 constexpr std::uint32_t fromPager = 2; // EWMH, source indication: the only one that all window managers obey
-constexpr std::chrono::milliseconds longestSettling{500};
-constexpr int quietMilliseconds = 100;
+constexpr std::chrono::milliseconds longestSettling{700}, margin{50};
 } // namespace
 
 HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
     : m_x(x)
     , m_queue(queue)
     , m_log(log)
+    , m_restoring(queue, [this] { restoreMarked(); })
+    , m_keepingInFront(queue, [this] { keepInFront(); })
+    , m_followingStates(queue, [this] { followStates(); })
     , m_workspace(x.value(x.request(x.root(), x.atoms().netCurrentDesktop)).value_or(0))
     , m_events(x.onEvent([this](const auto& event) { handle(event); })) {}
 
@@ -67,20 +69,14 @@ void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t place) {
 void HiddenWindows::unhide(const std::string& application) {
     m_hiddenApplications.erase(application);
     m_unhiddenApplications.insert(application);
-    if (!m_restorePending)
-        m_queue.async([this] { restore(); });
-    m_restorePending = true;
-}
-
-void HiddenWindows::restore() {
-    if (std::exchange(m_restorePending, false))
-        restoreMarked();
+    m_restoring.schedule();
 }
 
 // Activation raises: done from the bottom to the top it gives the former stacking order. The windows that
 // stayed are raised in their turn, or those that come back would all end above them.
 void HiddenWindows::restoreMarked() {
     const auto list = readClients();
+    m_workspace = list->currentWorkspace; // the user may have moved before the notice of it arrives
     std::multimap<std::uint32_t, const ClientWindow*> byPlace;
     bool anyMarked = false;
     for (const auto& window : list->windows) {
@@ -113,6 +109,7 @@ void HiddenWindows::restore(const ClientWindow& window) {
         return;
     activate(window.id);
     m_broughtBack.insert(window.id);
+    m_lastBroughtBack = window.id;
 }
 
 void HiddenWindows::raise(const ClientWindow& window) const {
@@ -127,17 +124,28 @@ void HiddenWindows::bringToFront(xcb_window_t window) {
     m_front = window;
     m_settlingEnds = std::chrono::steady_clock::now() + longestSettling;
     activate(window);
+    for (const auto delay : {longestSettling / 5, longestSettling / 2, longestSettling - margin})
+        m_queue.asyncAfter(delay, [weak = weak_from_this()] {
+            if (const auto self = weak.lock())
+                self->keepInFront();
+        });
 }
 
 // A window manager that learns of a change of focus later than it was asked for takes the window in front for
-// the one that has it still, and leaves the focus to the last that came back. So each time that one of those
-// gets it, the request is made again.
+// the one that has it still, and leaves the focus where it was last. So as long as that may happen the
+// request is made again when one of those brought back has the focus.
 void HiddenWindows::keepInFront() {
     if (!isSettling())
         return;
-    const auto active = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
-    if (m_broughtBack.erase(active) > 0)
+    const auto active = activeWindow();
+    if (active == m_lastBroughtBack)
+        m_lastBroughtBack = XCB_NONE;
+    if (m_broughtBack.contains(active))
         activate(m_front);
+}
+
+xcb_window_t HiddenWindows::activeWindow() const {
+    return m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
 }
 
 bool HiddenWindows::isSettling() const {
@@ -145,8 +153,10 @@ bool HiddenWindows::isSettling() const {
 }
 
 void HiddenWindows::settle() {
-    while (isSettling() && m_x.waitForEvents(quietMilliseconds))
-        ;
+    while (isSettling() && (m_lastBroughtBack != XCB_NONE || activeWindow() != m_front)) {
+        m_x.waitForEvents(margin);
+        keepInFront();
+    }
     m_broughtBack.clear();
 }
 
@@ -176,25 +186,34 @@ void HiddenWindows::handle(const xcb_generic_event_t& event) {
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
     if (change.window == m_x.root() && change.atom == m_x.atoms().netCurrentDesktop)
         arrived();
-    else if (change.window == m_x.root() && change.atom == m_x.atoms().netActiveWindow)
-        keepInFront();
-    else if (change.atom == m_x.atoms().netWmState)
-        stateChanged(change.window);
+    else if (change.window == m_x.root() && change.atom == m_x.atoms().netActiveWindow && isSettling())
+        m_keepingInFront.schedule();
+    else if (change.atom == m_x.atoms().netWmState && m_minimised.contains(change.window)) {
+        m_changedStates.insert(change.window);
+        m_followingStates.schedule();
+    }
 }
 
-/// Follows a hidden window, so that one that the user has brought back meanwhile is the user's again.
-void HiddenWindows::stateChanged(xcb_window_t window) {
+/// Follows the hidden windows, so that one that the user has brought back meanwhile is the user's again.
+void HiddenWindows::followStates() {
+    std::vector<std::pair<xcb_window_t, xcb_get_property_cookie_t>> requests;
+    for (const auto window : std::exchange(m_changedStates, {}))
+        requests.emplace_back(window, m_x.request(window, m_x.atoms().netWmState));
+    for (const auto& [window, request] : requests) {
+        const auto state = m_x.values(request);
+        stateIs(window, std::ranges::find(state, m_x.atoms().netWmStateHidden) != state.end());
+    }
+    m_x.flush();
+}
+
+void HiddenWindows::stateIs(xcb_window_t window, bool isMinimised) {
     const auto entry = m_minimised.find(window);
     if (entry == m_minimised.end())
         return;
-    const auto state = m_x.values(m_x.request(window, m_x.atoms().netWmState));
-    const bool isMinimised = std::ranges::find(state, m_x.atoms().netWmStateHidden) != state.end();
-    if (isMinimised) {
+    if (isMinimised)
         entry->second = true;
-    } else if (entry->second) {
+    else if (entry->second)
         removeMark(window);
-        m_x.flush();
-    }
 }
 
 /// The user came to a workspace.
@@ -211,7 +230,7 @@ void HiddenWindows::arrived() {
     };
     if (std::ranges::none_of(list->windows, waits))
         return;
-    m_restorePending = true;
+    m_restoring.schedule();
     if (list->active != XCB_NONE)
         bringToFront(list->active);
     else

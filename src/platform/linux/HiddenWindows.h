@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/ClientList.h"
+#include "platform/linux/OncePerTurn.h"
 
 #include <chrono>
 #include <map>
@@ -19,7 +20,7 @@ class MainQueue;
 /// The mark is a property of the window and holds its place in the stacking order, so that a process that
 /// starts after ours has died can still bring it back. Windows of another workspace are left alone (window
 /// managers move them here, or move the user there) and treated the same when the user arrives there.
-class HiddenWindows {
+class HiddenWindows : public std::enable_shared_from_this<HiddenWindows> {
 public:
     HiddenWindows(XConnection& x, MainQueue& queue, Log& log);
 
@@ -32,16 +33,17 @@ public:
     /// The windows come back with those of all other applications unhidden in this turn of the main queue.
     void unhide(const std::string& application);
     /// Now, not at the end of the turn.
-    void restore();
+    void restore() { m_restoring.doNow(); }
     /// Brings back what is waiting to, and then a window to the front with the focus.
     void bringToFront(xcb_window_t window);
-    /// Returns when the window manager has come to rest after that, at most half a second later.
+    /// Returns when the window manager has come to rest after that, at the latest when it should have.
     void settle();
 
 private:
     void handle(const xcb_generic_event_t& event);
     void arrived();
-    void stateChanged(xcb_window_t window);
+    void followStates();
+    void stateIs(xcb_window_t window, bool isMinimised);
     void minimise(const ClientWindow& window, std::uint32_t place);
     void restoreMarked();
     void restore(const ClientWindow& window);
@@ -49,6 +51,7 @@ private:
     void activate(xcb_window_t window) const;
     void keepInFront();
     bool isSettling() const;
+    xcb_window_t activeWindow() const;
     void removeMark(xcb_window_t window);
     void watch(xcb_window_t window, bool changes) const;
 
@@ -59,14 +62,19 @@ private:
     std::set<std::string> m_hiddenApplications;
     /// Those asked to come back since; the marked windows of theirs on other workspaces still have to.
     std::set<std::string> m_unhiddenApplications;
-    bool m_restorePending = false;
+    OncePerTurn m_restoring;
+    OncePerTurn m_keepingInFront;
+    OncePerTurn m_followingStates;
+    std::set<xcb_window_t> m_changedStates;
     /// The windows that this process has hidden, and whether the window manager has done so yet.
     std::map<xcb_window_t, bool> m_minimised;
     /// The stacking order, bottom to top, when the first application was hidden.
     std::vector<xcb_window_t> m_stackingAtHide;
-    /// The window that is to be in front when those brought back have each had the focus.
+    /// The window that is to be in front of those brought back.
     xcb_window_t m_front = XCB_NONE;
     std::set<xcb_window_t> m_broughtBack;
+    /// The uppermost of those until it has had the focus.
+    xcb_window_t m_lastBroughtBack = XCB_NONE;
     std::chrono::steady_clock::time_point m_settlingEnds;
     std::uint32_t m_workspace = 0;
     Observation m_events;

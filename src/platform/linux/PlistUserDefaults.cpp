@@ -34,8 +34,8 @@ fs::path firstFreeName(const fs::path& file) {
 
 PlistUserDefaults::PlistUserDefaults(fs::path file, MainQueue& queue, Log& log)
     : m_file(std::move(file))
-    , m_queue(queue)
-    , m_log(log) {
+    , m_log(log)
+    , m_saving(queue, [this] { synchronize(); }) {
     std::error_code error;
     if (const auto target = fs::canonical(m_file, error); !error)
         m_file = target; // a link that the user made stays one
@@ -90,16 +90,10 @@ void PlistUserDefaults::removeObject(const std::string& key) {
     changed();
 }
 
-// Several values change together; they are written once, when the main thread is free again.
+// Several values change together; they are written once.
 void PlistUserDefaults::changed() {
     m_unsaved = true;
-    if (m_saveScheduled)
-        return;
-    m_saveScheduled = true;
-    m_queue.async([this] {
-        m_saveScheduled = false;
-        synchronize();
-    });
+    m_saving.schedule();
 }
 
 bool PlistUserDefaults::synchronize() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/UserDefaults.h"
+#include "platform/linux/OncePerTurn.h"
 #include "platform/linux/PlistNode.h"
 
 #include <filesystem>
@@ -31,11 +32,10 @@ private:
     void changed();
 
     std::filesystem::path m_file;
-    MainQueue& m_queue;
     Log& m_log;
     PlistNode m_root; // a dictionary
+    OncePerTurn m_saving;
     bool m_unsaved = false;
-    bool m_saveScheduled = false;
     bool m_mayWrite = true;
     bool m_failureReported = false;
 };

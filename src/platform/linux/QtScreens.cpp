@@ -98,6 +98,7 @@ DisplayID QtScreens::identifier(const QScreen& screen) const {
     const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         m_x.raw(), xcb_intern_atom(m_x.raw(), false, static_cast<std::uint16_t>(name.size()), name.data()),
         nullptr));
+    m_x.deliverQueuedEvents();
     return DisplayID(reply ? reply->atom : 0);
 }
 

@@ -3,15 +3,21 @@
 #include "platform/linux/DesktopLayer.h"
 #include "platform/linux/QtScreens.h"
 
+#include <QBackingStore>
+#include <QPaintEvent>
 #include <QPainter>
-#include <QRasterWindow>
+#include <QWindow>
+
+#include <utility>
 
 namespace tavro {
 
-class QtWindow::Surface final : public QRasterWindow {
+/// Keeps what was painted, so that what other windows uncover is shown again without the view.
+class QtWindow::Surface final : public QWindow {
 public:
     explicit Surface(const ViewPainter& painter)
         : m_painter(painter) {
+        setSurfaceType(RasterSurface);
         auto translucent = format();
         translucent.setAlphaBufferSize(8);
         setFormat(translucent);
@@ -20,28 +26,56 @@ public:
 
     void setBackground(const QColor& color) {
         m_background = color;
-        update();
+        changed();
     }
 
     void setContent(std::shared_ptr<const View> view) {
         m_view = std::move(view);
-        update();
+        changed();
     }
 
 private:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        const QRectF area(QPointF(0, 0), size());
-        painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.fillRect(area, m_background);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        if (m_view)
-            m_painter(*m_view, painter, area);
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::UpdateRequest && isExposed())
+            flush(QRect(QPoint(0, 0), size()));
+        return QWindow::event(event);
+    }
+
+    void paintEvent(QPaintEvent* event) override { flush(event->region()); }
+
+    void changed() {
+        m_isPainted = false;
+        if (isExposed())
+            requestUpdate();
+    }
+
+    void flush(const QRegion& region) {
+        if (!m_isPainted || m_pixels.size() != size())
+            paint();
+        m_pixels.flush(region);
+    }
+
+    void paint() {
+        const QRect area(QPoint(0, 0), size());
+        m_pixels.resize(size());
+        m_pixels.beginPaint(area);
+        {
+            QPainter painter(m_pixels.paintDevice());
+            painter.setCompositionMode(QPainter::CompositionMode_Source);
+            painter.fillRect(area, m_background);
+            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+            if (m_view)
+                m_painter(*m_view, painter, area);
+        }
+        m_pixels.endPaint();
+        m_isPainted = true;
     }
 
     const ViewPainter& m_painter;
     QColor m_background = Qt::transparent;
     std::shared_ptr<const View> m_view;
+    QBackingStore m_pixels{this};
+    bool m_isPainted = false;
 };
 
 QtWindow::QtWindow(DesktopLayer& desktopLayer, const ViewPainter& painter)
@@ -79,8 +113,12 @@ void QtWindow::orderFront() {
         return;
     if (m_surface->isVisible())
         m_surface->raise();
-    else
+    else if (!isInDesktopLayer())
         show();
+    else if (!std::exchange(m_showPending,
+                            true)) // after what else is asked of the window manager in this turn
+        QMetaObject::invokeMethod(
+            m_surface.get(), [this] { show(); }, Qt::QueuedConnection);
 }
 
 void QtWindow::makeKeyAndOrderFront() {

@@ -47,6 +47,7 @@ private:
     unsigned m_styleMask = 0;
     bool m_hasShadow = true;
     bool m_ignoresMouseEvents = false;
+    bool m_showPending = false;
 };
 
 } // namespace tavro

@@ -5,6 +5,8 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <X11/Xlib.h>
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -84,6 +86,11 @@ XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& lo
 }
 
 void XConnection::start() {
+    // In place of the toolkit's handler, which leaves it to Xlib to say the same again in lines of its own.
+    XSetIOErrorHandler([](Display*) -> int {
+        qWarning("The connection to the X server broke");
+        std::_Exit(EXIT_FAILURE);
+    });
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &mask);
     m_notifier =
@@ -113,13 +120,13 @@ Observation XConnection::onEvent(std::function<void(const xcb_generic_event_t&)>
 
 void XConnection::flush() {
     xcb_flush(m_connection);
-    scheduleProcessing();
 }
 
-bool XConnection::waitForEvents(int milliseconds) {
+bool XConnection::waitForEvents(std::chrono::milliseconds atMost) {
     xcb_flush(m_connection);
     pollfd descriptor{xcb_get_file_descriptor(m_connection), POLLIN, 0};
-    if (::poll(&descriptor, 1, milliseconds) <= 0 || xcb_connection_has_error(m_connection))
+    if (::poll(&descriptor, 1, static_cast<int>(atMost.count())) <= 0 ||
+        xcb_connection_has_error(m_connection))
         return false;
     processEvents();
     return true;
@@ -128,21 +135,18 @@ bool XConnection::waitForEvents(int milliseconds) {
 void XConnection::roundTrip() {
     const XReply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
-    scheduleProcessing();
 }
 
-// Waiting for a reply reads events into the queue, and the socket is then quiet: without this they would wait
-// for the next one.
-void XConnection::scheduleProcessing() {
-    if (m_processingScheduled)
+void XConnection::deliverQueuedEvents() const {
+    if (std::exchange(m_deliveryScheduled, true))
         return;
-    m_processingScheduled = true;
+    auto* self = const_cast<XConnection*>(this);
     QMetaObject::invokeMethod(
-        this, [this] { processEvents(); }, Qt::QueuedConnection);
+        self, [self] { self->processEvents(); }, Qt::QueuedConnection);
 }
 
 void XConnection::processEvents() {
-    m_processingScheduled = false;
+    m_deliveryScheduled = false;
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
         if (event->response_type == 0)
             report(reinterpret_cast<const xcb_generic_error_t&>(*event));
@@ -164,6 +168,7 @@ void XConnection::report(const xcb_generic_error_t& error) const {
 
 xcb_get_property_cookie_t XConnection::request(xcb_window_t window, xcb_atom_t property) const {
     constexpr std::uint32_t atMostWords = 16384;
+    deliverQueuedEvents();
     return xcb_get_property(m_connection, false, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, atMostWords);
 }
 

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -53,12 +54,16 @@ public:
 
     /// Each event that arrives from now on.
     [[nodiscard]] Observation onEvent(std::function<void(const xcb_generic_event_t&)> observer);
-    /// Sends what was requested so far; also delivers events that a reply has left in the queue, later.
+    /// Sends what was requested so far.
     void flush();
     /// Waits for events and delivers them; false when none came in that time.
-    bool waitForEvents(int milliseconds);
+    bool waitForEvents(std::chrono::milliseconds atMost);
     /// Returns when the server has carried out what was requested so far.
     void roundTrip();
+
+    /// Waiting for a reply reads events from the socket, which is then quiet: after it this sees to it that
+    /// they are delivered, later. The functions below do so themselves.
+    void deliverQueuedEvents() const;
 
     xcb_get_property_cookie_t request(xcb_window_t window, xcb_atom_t property) const;
     /// The 32-bit values of a property; empty where there is none.
@@ -75,7 +80,6 @@ private:
     XConnection(xcb_connection_t* connection, int screenNumber, Log& log);
     void fetchAtoms();
     void processEvents();
-    void scheduleProcessing();
     void report(const xcb_generic_error_t& error) const;
 
     xcb_connection_t* m_connection;
@@ -84,7 +88,7 @@ private:
     Log& m_log;
     XAtoms m_atoms{};
     std::unique_ptr<QSocketNotifier> m_notifier;
-    bool m_processingScheduled = false;
+    mutable bool m_deliveryScheduled = false;
     ObserverList<const xcb_generic_event_t&> m_observers;
 };
 

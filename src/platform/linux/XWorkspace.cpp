@@ -15,6 +15,7 @@ XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, MainQueue& queu
     : m_x(x)
     , m_screens(screens)
     , m_hidden(std::make_shared<HiddenWindows>(x, queue, log))
+    , m_followingActive(queue, [this] { activeWindowChanged(); })
     , m_events(x.onEvent([this](const auto& event) { handle(event); })) {
     activeWindowChanged();
 }
@@ -57,7 +58,7 @@ void XWorkspace::handle(const xcb_generic_event_t& event) {
         return;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
     if (change.window == m_x.root() && change.atom == m_x.atoms().netActiveWindow)
-        activeWindowChanged();
+        m_followingActive.schedule();
 }
 
 void XWorkspace::activeWindowChanged() {

@@ -35,6 +35,7 @@ private:
     /// The last window in front that is another program's.
     xcb_window_t m_front = XCB_NONE;
     std::string m_frontApplication;
+    OncePerTurn m_followingActive;
     Observation m_events;
 };
 
