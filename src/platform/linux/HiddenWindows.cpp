@@ -10,7 +10,7 @@ namespace tavro {
 namespace {
 constexpr std::uint32_t iconicState = 3; // ICCCM, WM_CHANGE_STATE
 constexpr std::uint32_t fromPager = 2; // EWMH, source indication: the only one that all window managers obey
-constexpr std::chrono::milliseconds longestSettling{700}, margin{50};
+constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{10}, margin{50};
 } // namespace
 
 HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
@@ -122,9 +122,10 @@ void HiddenWindows::raise(const ClientWindow& window) const {
 void HiddenWindows::bringToFront(xcb_window_t window) {
     restore();
     m_front = window;
-    m_settlingEnds = std::chrono::steady_clock::now() + longestSettling;
+    const auto settling = longestSettling + settlingOfEach * m_broughtBack.size();
+    m_settlingEnds = std::chrono::steady_clock::now() + settling;
     activate(window);
-    for (const auto delay : {longestSettling / 5, longestSettling / 2, longestSettling - margin})
+    for (const auto delay : {settling / 5, settling / 2, settling - margin})
         m_queue.asyncAfter(delay, [weak = weak_from_this()] {
             if (const auto self = weak.lock())
                 self->keepInFront();
@@ -132,8 +133,9 @@ void HiddenWindows::bringToFront(xcb_window_t window) {
 }
 
 // A window manager that learns of a change of focus later than it was asked for takes the window in front for
-// the one that has it still, and leaves the focus where it was last. So as long as that may happen the
-// request is made again when one of those brought back has the focus.
+// the one that has it still, and leaves the focus where it was last. So the request is made again as long as
+// one of those brought back has the focus, until the uppermost of them has had it and the front window has it
+// again.
 void HiddenWindows::keepInFront() {
     if (!isSettling())
         return;
@@ -142,6 +144,8 @@ void HiddenWindows::keepInFront() {
         m_lastBroughtBack = XCB_NONE;
     if (m_broughtBack.contains(active))
         activate(m_front);
+    else if (active == m_front && m_lastBroughtBack == XCB_NONE)
+        m_broughtBack.clear();
 }
 
 xcb_window_t HiddenWindows::activeWindow() const {
@@ -153,10 +157,8 @@ bool HiddenWindows::isSettling() const {
 }
 
 void HiddenWindows::settle() {
-    while (isSettling() && (m_lastBroughtBack != XCB_NONE || activeWindow() != m_front)) {
+    for (keepInFront(); isSettling(); keepInFront())
         m_x.waitForEvents(margin);
-        keepInFront();
-    }
     m_broughtBack.clear();
 }
 
@@ -231,8 +233,9 @@ void HiddenWindows::arrived() {
     if (std::ranges::none_of(list->windows, waits))
         return;
     m_restoring.schedule();
-    if (list->active != XCB_NONE)
-        bringToFront(list->active);
+    const auto* active = list->find(list->active);
+    if (active && active->isApplicationWindow)
+        bringToFront(active->id);
     else
         restore();
 }

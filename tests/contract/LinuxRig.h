@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Rig.h"
+
+#include "support/ClientApplication.h"
+#include "support/Input.h"
+#include "support/TemporaryFolder.h"
+#include "support/Tray.h"
+#include "support/XServer.h"
+
+#include "platform/linux/LinuxMachine.h"
+#include "platform/linux/StreamLog.h"
+
+#include <map>
+#include <memory>
+
+namespace tavro {
+
+/// The Linux machine in a private desktop. What the test waits for is the server's answer.
+class LinuxRig {
+public:
+    LinuxRig();
+    ~LinuxRig();
+
+    Machine& machine() { return *m_machine; }
+    bool waitUntil(const std::function<bool()>& condition);
+    MainQueue::Duration now() const;
+    void relaunch();
+
+    std::filesystem::path folder() const { return m_folder.path(); }
+    void writePicture(const std::filesystem::path& file, int width, int height, std::uint32_t color);
+
+    void openWindow(const std::string& application, const std::string& title, Rect frame);
+    void quit(const std::string& application);
+    void clickWindow(const std::string& title);
+    void minimise(const std::string& title) { m_server.minimise(m_windows.at(title)); }
+    std::vector<std::string> shownTitles() const;
+    std::optional<Rect> shownFrame(WindowNumber window) const;
+
+    bool hasStatusItem();
+    void click(EventType type, unsigned modifierFlags);
+    bool menuIsOpen() const { return !m_server.menus().empty(); }
+    void chooseLast();
+    void closeMenu();
+
+private:
+    std::unique_ptr<LinuxMachine> makeMachine();
+
+    TemporaryFolder m_folder;
+    XServer m_server;
+    Input m_input{m_server};
+    Tray m_tray{m_server};
+    StreamLog m_log;
+    std::unique_ptr<LinuxMachine> m_machine;
+    std::map<std::string, std::unique_ptr<ClientApplication>> m_applications;
+    std::map<std::string, xcb_window_t> m_windows; // by title
+};
+
+static_assert(Rig<LinuxRig>);
+
+} // namespace tavro

@@ -1,0 +1,203 @@
+#include "support/DesktopTest.h"
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+
+namespace {
+
+void write(const std::filesystem::path& file, const std::string& bytes) {
+    std::ofstream(file, std::ios::binary) << bytes;
+}
+
+std::string bytesOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+} // namespace
+
+class Faults : public DesktopTest {
+protected:
+    std::filesystem::path setAside() const { return defaultsFile().string() + ".unreadable-1"; }
+
+    void expectToSwitch(TavroProcess& tavro) {
+        toggle(tavro);
+        EXPECT_EQ(tavro.linesOfOutput(turnedOn), 1);
+        toggle(tavro);
+        EXPECT_EQ(tavro.linesOfOutput(turnedOff), 1);
+    }
+
+    void killIconDesktop() {
+        Session::signal("xfdesktop", SIGKILL);
+        ASSERT_TRUE(server.eventually("no icon window", [this] { return iconWindow() == XCB_NONE; }));
+    }
+
+    void startIconDesktop() {
+        Session::start("xfdesktop");
+        ASSERT_TRUE(server.eventually("a new icon window", [this] { return iconWindow() != XCB_NONE; }));
+    }
+};
+
+TEST_F(Faults, UnreadableDefaultsAreSetAsideAndTheModeStillSwitches) {
+    const std::pair<const char*, std::string> cases[] = {
+        {"no property list", "hideDesktop = yes\n"},
+        {"empty", ""},
+        {"cut off", "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>tavro</key>"},
+        {"a list in place of a dictionary", "<plist version=\"1.0\"><array><true/></array></plist>"},
+        {"binary, cut off", std::string("bplist00\xd1\x01\x02", 11)},
+        {"far too large", std::string(1 << 20, 'x')},
+    };
+    for (const auto& [what, content] : cases) {
+        SCOPED_TRACE(what);
+        write(defaultsFile(), content);
+        auto tavro = launch();
+        expectToSwitch(*tavro);
+        quit(tavro);
+        EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
+        EXPECT_THAT(tavro->errors(), testing::HasSubstr("set aside"));
+        EXPECT_TRUE(bytesOf(setAside()) == content);
+        EXPECT_THAT(bytesOf(defaultsFile()), testing::HasSubstr("<key>hideApps</key>"));
+        std::filesystem::remove(setAside());
+    }
+}
+
+TEST_F(Faults, AFolderInPlaceOfTheDefaultsIsSetAsideWithAllThatIsInIt) {
+    std::filesystem::create_directory(defaultsFile());
+    write(defaultsFile() / "kept", "kept");
+    auto tavro = launch();
+    expectToSwitch(*tavro);
+    quit(tavro);
+    EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
+    EXPECT_EQ(bytesOf(setAside() / "kept"), "kept");
+}
+
+TEST_F(Faults, DefaultsOfTheWrongTypeAreNoHindrance) {
+    for (const auto* value :
+         {"<array/>", "<dict/>", "<date>2020-01-01T00:00:00Z</date>", "<data>AAAA</data>",
+          "<string>maybe</string>", "<real>nan</real>", "<integer>-9223372036854775808</integer>"}) {
+        SCOPED_TRACE(value);
+        std::string content = "<plist version=\"1.0\"><dict>";
+        for (const auto* key :
+             {"hideDesktop", "disableNotification", "hideApps", "muteSpeaker", "changeWallpaper", "tavro"})
+            content += std::string("<key>") + key + "</key>" + value;
+        write(defaultsFile(), content + "</dict></plist>");
+        auto tavro = launch();
+        expectToSwitch(*tavro);
+        quit(tavro);
+        EXPECT_EQ(tavro->errors(), "");
+    }
+}
+
+TEST_F(Faults, DefaultsThatCannotBeWrittenAreReportedOnceAndTheModeStillSwitches) {
+    const std::pair<const char*, const char*> cases[] = {
+        // The limit makes every write to a file fail half-way, as a full disk does.
+        {"full disk", "trap '' XFSZ; ulimit -f 0; exec \"$0\""},
+        {"no such folder can be made", "export XDG_CONFIG_HOME=/proc/none; exec \"$0\""},
+    };
+    const std::string old = "<plist version=\"1.0\"><dict><key>hideApps</key><true/></dict></plist>";
+    for (const auto& [what, script] : cases) {
+        SCOPED_TRACE(what);
+        write(defaultsFile(), old);
+        auto how = settings();
+        how.wrapper = {"sh", "-c", script};
+        auto tavro = launch(how);
+        expectToSwitch(*tavro);
+        quit(tavro);
+        EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
+        EXPECT_THAT(tavro->errors(), testing::HasSubstr("cannot be written"));
+        EXPECT_EQ(bytesOf(defaultsFile()), old);
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(config.path()), {}), 1)
+            << "a remnant is left";
+    }
+}
+
+TEST_F(Faults, WindowsThatDieWhileTheModeSwitchesAreNoError) {
+    auto tavro = launch();
+    for (int round = 1; round <= 10; ++round) {
+        SCOPED_TRACE(round);
+        ClientApplication dying(server, "Alpha"), kept(server, "Beta");
+        auto windows = dying.addWindows(24);
+        const auto front = kept.addWindow({700, 600, 300, 200});
+        for (const auto* line : {turnedOn, turnedOff}) {
+            SCOPED_TRACE(line);
+            clickItem(Input::Button::middle);
+            // The program says so first and asks for the windows next: one after the other dies meanwhile, at
+            // another pace in each round.
+            ASSERT_TRUE(tavro->waitForLine(line, round));
+            for (auto i = windows.size(); i > windows.size() / 2; --i) {
+                dying.destroy(windows[i - 1]);
+                for (int pause = 0; pause < round; ++pause)
+                    server.active();
+            }
+            windows.resize(windows.size() / 2);
+            const bool isOn = line == turnedOn;
+            ASSERT_TRUE(server.eventually("the focus, and the windows that live", [&] {
+                return server.active() == front && std::ranges::all_of(windows, [&](auto each) {
+                           return server.isMinimised(each) == isOn;
+                       });
+            }));
+        }
+    }
+    parkPointer();
+    quit(tavro);
+    EXPECT_EQ(tavro->errors(), "");
+}
+
+TEST_F(Faults, TwoHundredWindowsAreAllHiddenAndAllRestored) {
+    auto tavro = launch();
+    {
+        ClientApplication crowd(server, "Alpha"), kept(server, "Beta");
+        const auto windows = crowd.addWindows(200);
+        const auto front = kept.addWindow({700, 800, 300, 200});
+        const auto stacking = server.applicationWindows();
+        toggle(*tavro);
+        ASSERT_TRUE(server.eventually("all windows minimised", [&] { return areMinimised(windows); }));
+        toggle(*tavro);
+        EXPECT_TRUE(isRestored(stacking, front));
+    }
+    ASSERT_TRUE(server.eventually("the session's windows alone",
+                                  [this] { return server.applicationWindows().size() == 3; }));
+    quit(tavro);
+}
+
+TEST_F(Faults, CoversGoAboveTheIconsOfARestartedDesktop) {
+    auto tavro = launch();
+    toggle(*tavro);
+    ASSERT_TRUE(everyScreenIsCovered());
+    killIconDesktop();
+    startIconDesktop();
+    EXPECT_TRUE(server.eventually("the icon window at the bottom",
+                                  [this] { return server.clients().front() == iconWindow(); }));
+    EXPECT_TRUE(everyScreenIsCovered());
+    toggle(*tavro);
+    EXPECT_TRUE(everyIconShows()); // which it would not if the new window had drawn none yet
+    quit(tavro);
+}
+
+TEST_F(Faults, WithoutTheDesktopsPictureTheCoversShowTheWallpapersFile) {
+    const Rect lower{0, 500, 1240, 500}; // no window of the session's stands there but the slides
+    for (const bool isStale : {true, false}) {
+        SCOPED_TRACE(isStale ? "stale" : "absent");
+        const auto wallpaper = server.wallpaper(lower);
+        ASSERT_FALSE(wallpaper.empty());
+        killIconDesktop();
+        ASSERT_TRUE(isStale || Session::run("xprop -root -remove _XROOTPMAP_ID"));
+        ASSERT_TRUE(server.wallpaper(lower).empty());
+        auto tavro = launch();
+        toggle(*tavro);
+        EXPECT_TRUE(server.eventually("a cover on every screen",
+                                      [&] { return covers(*tavro).size() == server.screens().size(); }));
+        EXPECT_TRUE(server.eventually("the wallpaper's file on the first screen",
+                                      [&] { return server.screenshot(lower) == wallpaper; }));
+        EXPECT_TRUE(server.eventually("a picture on the second screen", [this] {
+            const auto pixels = server.screenshot({1920, 0, 1440, 900});
+            return std::set<std::uint32_t>(pixels.begin(), pixels.end()).size() > 20;
+        }));
+        toggle(*tavro);
+        quit(tavro);
+        EXPECT_EQ(tavro->errors(), "");
+        startIconDesktop();
+        EXPECT_TRUE(everyIconShows());
+    }
+}

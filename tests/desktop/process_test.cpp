@@ -1,0 +1,178 @@
+#include "support/DesktopTest.h"
+#include "support/SessionManager.h"
+
+#include <csignal>
+#include <fstream>
+#include <regex>
+
+class ProcessTest : public DesktopTest {
+protected:
+    /// Presentation mode with the other applications hidden.
+    void present(TavroProcess& tavro) {
+        toggle(tavro);
+        EXPECT_TRUE(server.eventually("the other applications hidden",
+                                      [this] { return areMinimised(windowsBesides("Chat")); }));
+    }
+
+    bool defaultsSayOff() const {
+        std::ifstream file(defaultsFile());
+        const std::string text(std::istreambuf_iterator<char>(file), {});
+        return std::regex_search(text, std::regex("<key>tavro</key>\\s*<false/>"));
+    }
+
+    xcb_window_t onlyMenu() {
+        EXPECT_TRUE(server.eventually("one menu", [this] { return server.menus().size() == 1; }));
+        const auto all = server.menus();
+        return all.empty() ? xcb_window_t{XCB_NONE} : all.front();
+    }
+
+    /// The entry is lit when the menu follows the pointer; a click that comes sooner may be lost.
+    void chooseLast(const Rect& menu) {
+        const Point entry{menu.x + menu.width / 2, menu.y + menu.height - 14};
+        const auto unlit = server.screenshot(menu);
+        input.moveTo(entry);
+        EXPECT_TRUE(server.eventually("the entry lit", [&] { return server.screenshot(menu) != unlit; }));
+        input.click(entry, Input::Button::left);
+    }
+
+    void openMenu(bool withControl) {
+        if (withControl)
+            input.press(Input::Key::control);
+        clickItem(withControl ? Input::Button::left : Input::Button::right);
+        EXPECT_TRUE(server.eventually("the menu", [this] { return !server.menus().empty(); }));
+        if (withControl) // a hand holds the key until the menu is there
+            input.release(Input::Key::control);
+    }
+};
+
+TEST_F(ProcessTest, TheMenuOpensAtTheItemAndLeavesTheClicksToTheProgram) {
+    auto tavro = launch();
+    for (const bool withControl : {false, true}) {
+        SCOPED_TRACE(withControl ? "Control-click" : "right click");
+        openMenu(withControl);
+        const auto menu = server.place(onlyMenu());
+        const auto item = tray.itemPlace();
+        EXPECT_LE(menu.y, 32) << menu;
+        EXPECT_GE(menu.y, item.y) << menu;
+        EXPECT_LE(menu.x, item.x) << menu;
+        EXPECT_GE(menu.x + menu.width, item.x - 20) << menu;
+        input.click({menu.x + menu.width / 2, menu.y + 12}, Input::Button::left); // Preferences, disabled
+        EXPECT_TRUE(closeMenu());
+        parkPointer();
+        EXPECT_EQ(tavro->output(), "") << "the menu's click or its disabled entry did something";
+        present(*tavro);
+        toggle(*tavro);
+        EXPECT_EQ(tavro->linesOfOutput(turnedOff), 1);
+        quit(tavro);
+        tavro = launch();
+    }
+    input.click(tray.itemPlace(), Input::Button::left); // does nothing; the next gesture comes after it
+    toggle(*tavro);
+    EXPECT_EQ(tavro->linesOfOutput(turnedOn), 1);
+    quit(tavro);
+}
+
+TEST_F(ProcessTest, QuitEndsTheProcessAtOnceAndWithoutTurningOff) {
+    const auto stacking = server.applicationWindows();
+    const auto front = server.active();
+    for (const bool withControl : {false, true}) {
+        SCOPED_TRACE(withControl ? "Control-click" : "right click");
+        auto tavro = launch();
+        present(*tavro);
+        openMenu(withControl);
+        chooseLast(server.place(onlyMenu()));
+        EXPECT_EQ(tavro->end(), "exited with 0");
+        EXPECT_EQ(tavro->linesOfOutput(turnedOff), 0);
+        parkPointer();
+
+        tavro = launch(); // brings the windows back
+        toggle(*tavro);
+        toggle(*tavro);
+        EXPECT_TRUE(isRestored(stacking, front));
+        quit(tavro);
+    }
+}
+
+TEST_F(ProcessTest, TerminationSignalsTurnPresentationModeOffFirst) {
+    const auto stacking = server.applicationWindows();
+    const auto front = server.active();
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        SCOPED_TRACE(strsignal(signal));
+        auto tavro = launch();
+        present(*tavro);
+        tavro->signal(signal);
+        EXPECT_EQ(tavro->end(), "exited with 0");
+        EXPECT_EQ(tavro->linesOfOutput(turnedOff), 1);
+        EXPECT_EQ(tavro->errors(), "");
+        EXPECT_TRUE(defaultsSayOff());
+        EXPECT_TRUE(isRestored(stacking, front));
+    }
+}
+
+TEST_F(ProcessTest, TheSessionsEndTurnsPresentationModeOffFirst) {
+    SessionManager manager;
+    const auto stacking = server.applicationWindows();
+    const auto front = server.active();
+    auto how = settings();
+    how.environment["SESSION_MANAGER"] = manager.address();
+    TavroProcess tavro(how);
+    const auto reaches = [&](const std::string& what, const std::function<bool()>& condition) {
+        return server.eventually(what, [&] {
+            manager.process();
+            return condition();
+        });
+    };
+    ASSERT_TRUE(reaches("the client in the session, and its item",
+                        [&] { return manager.hasClient() && manager.hasSaved() && tray.showsOneItem(); }));
+    present(tavro);
+    manager.shutDown();
+    ASSERT_TRUE(reaches("the client ready for the end", [&] { return manager.hasSaved(); }));
+    EXPECT_EQ(tavro.linesOfOutput(turnedOff), 1);
+    EXPECT_TRUE(isRestored(stacking, front));
+    manager.die();
+    EXPECT_EQ(tavro.end(), "exited with 0");
+    EXPECT_EQ(tavro.linesOfOutput(turnedOff), 1);
+}
+
+TEST_F(ProcessTest, TheNextLaunchBringsBackWhatAKilledProcessHadHidden) {
+    const auto stacking = server.applicationWindows();
+    const auto front = server.active();
+    auto tavro = launch();
+    present(*tavro);
+    ASSERT_TRUE(server.eventually("the mode in the defaults file", [this] { return !defaultsSayOff(); }));
+    tavro->signal(SIGKILL);
+    EXPECT_EQ(tavro->end(), "killed by signal 9");
+
+    tavro = launch();
+    EXPECT_TRUE(server.eventually("the mode off in the defaults file", [this] { return defaultsSayOff(); }));
+    EXPECT_EQ(tavro->output(), "");
+    EXPECT_TRUE(areMinimised(windowsBesides("Chat")));
+    toggle(*tavro);
+    toggle(*tavro);
+    EXPECT_TRUE(isRestored(stacking, front));
+    quit(tavro);
+}
+
+TEST_F(ProcessTest, ASecondLaunchActivatesTheFirst) {
+    auto first = launch();
+    TavroProcess second(settings());
+    EXPECT_EQ(second.end(), "exited with 0");
+    EXPECT_EQ(second.output(), "TavroPRO is running already and was activated\n");
+    EXPECT_EQ(second.errors(), "");
+    EXPECT_TRUE(tray.showsOneItem());
+    toggle(*first);
+    EXPECT_EQ(first->linesOfOutput(turnedOn), 1);
+    quit(first);
+}
+
+TEST_F(ProcessTest, WithoutADisplayItSaysSoAndEnds) {
+    for (const auto* display : {"", ":63999", "nonsense"}) {
+        SCOPED_TRACE(display);
+        auto how = settings();
+        how.environment["DISPLAY"] = display;
+        TavroProcess tavro(how);
+        EXPECT_EQ(tavro.end(), "exited with 1");
+        EXPECT_EQ(lines(tavro.errors()), 1) << tavro.errors();
+        EXPECT_EQ(tavro.output(), "");
+    }
+}
