@@ -29,12 +29,6 @@ public:
     }
 
 private:
-    /// The second string of WM_CLASS (ICCCM).
-    static std::string className(const std::string& wmClass) {
-        const auto end = wmClass.find('\0');
-        return end == std::string::npos ? wmClass : std::string(wmClass.c_str() + end + 1);
-    }
-
     std::string number(const char* kind, xcb_get_property_cookie_t cookie) const {
         const auto value = m_x.value(cookie);
         return value ? kind + std::string(" ") + std::to_string(*value) : std::string();
@@ -115,6 +109,11 @@ ClientList ClientList::read(const XConnection& x) {
 const ClientWindow* ClientList::find(xcb_window_t window) const {
     const auto found = std::ranges::find(windows, window, &ClientWindow::id);
     return found == windows.end() ? nullptr : &*found;
+}
+
+std::string className(const std::string& wmClass) {
+    const auto end = wmClass.find('\0');
+    return end == std::string::npos ? wmClass : std::string(wmClass.c_str() + end + 1);
 }
 
 std::string applicationOf(const XConnection& x, xcb_window_t window) {

@@ -41,6 +41,9 @@ struct ClientList {
     xcb_window_t active = XCB_NONE;
 };
 
+/// The second string of the property WM_CLASS (ICCCM): the class.
+std::string className(const std::string& wmClass);
+
 /// The application of one window, by the strongest hint that it carries; the window itself where it has none.
 std::string applicationOf(const XConnection& x, xcb_window_t window);
 

@@ -9,7 +9,7 @@
 namespace tavro {
 
 /// One program for each session: the first owns the name on the session bus and offers the interface
-/// `org.freedesktop.Application` (Desktop Entry Specification, D-Bus activation) there.
+/// `org.freedesktop.Application` (XDG desktop entries, D-Bus activation) there.
 class SingleInstance final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")

@@ -1,5 +1,6 @@
 #include "platform/linux/XWindowList.h"
 
+#include "platform/linux/ClientList.h"
 #include "platform/linux/QtScreens.h"
 
 #include <algorithm>
@@ -8,14 +9,6 @@
 namespace tavro {
 
 namespace {
-
-/// The second string of WM_CLASS (ICCCM): the application's class.
-std::string className(const std::string& wmClass) {
-    const auto end = wmClass.find('\0');
-    if (end == std::string::npos)
-        return wmClass;
-    return wmClass.substr(end + 1, wmClass.find('\0', end + 1) - end - 1);
-}
 
 /// The pixels of a reply, made opaque: what the fourth byte holds depends on who painted the wallpaper.
 std::shared_ptr<const std::uint8_t> opaquePixels(XReply<xcb_get_image_reply_t> reply) {
