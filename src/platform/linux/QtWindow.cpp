@@ -2,7 +2,9 @@
 
 #include "platform/linux/DesktopLayer.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/XConnection.h"
 
+#include <QBitmap>
 #include <QPainter>
 #include <QRasterWindow>
 
@@ -28,9 +30,22 @@ public:
         update();
     }
 
+    /// Where something is painted that can be seen.
+    QRegion paintedRegion() const {
+        QImage image(size(), QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        paint(painter);
+        painter.end();
+        return QRegion(QBitmap::fromImage(image.createAlphaMask(Qt::ThresholdDither)));
+    }
+
 private:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
+        paint(painter);
+    }
+
+    void paint(QPainter& painter) const {
         const QRectF area(QPointF(0, 0), size());
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.fillRect(area, m_background);
@@ -44,8 +59,9 @@ private:
     std::shared_ptr<const View> m_view;
 };
 
-QtWindow::QtWindow(DesktopLayer& desktopLayer, const ViewPainter& painter)
-    : m_desktopLayer(desktopLayer)
+QtWindow::QtWindow(XConnection& x, DesktopLayer& desktopLayer, const ViewPainter& painter)
+    : m_x(x)
+    , m_desktopLayer(desktopLayer)
     , m_surface(std::make_unique<Surface>(painter))
     , m_number(static_cast<std::int64_t>(m_surface->winId())) {}
 
@@ -64,14 +80,19 @@ void QtWindow::setBackgroundColor(Color color) {
             QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha)));
 }
 
+// Before it shows, the window is still one of the window manager's, which would be asked to move it, and
+// might do so after we have moved it again.
 void QtWindow::setFrame(Rect frame, bool) {
-    if (m_surface)
+    m_frame = frame;
+    if (m_surface && m_surface->isVisible())
         m_surface->setGeometry(QtScreens::toToolkit(frame));
+    updateShape();
 }
 
 void QtWindow::setContentView(std::shared_ptr<const View> view) {
     if (m_surface)
         m_surface->setContent(std::move(view));
+    updateShape();
 }
 
 void QtWindow::orderFront() {
@@ -85,7 +106,7 @@ void QtWindow::orderFront() {
 
 void QtWindow::makeKeyAndOrderFront() {
     orderFront();
-    if (m_surface && !isInDesktopLayer())
+    if (m_surface && !isInDesktopLayer() && !isFloating())
         m_surface->requestActivate();
 }
 
@@ -105,8 +126,10 @@ void QtWindow::show() {
     flags.setFlag(Qt::FramelessWindowHint, !(m_styleMask & WindowStyleMask::titled));
     flags.setFlag(Qt::NoDropShadowWindowHint, !m_hasShadow);
     flags.setFlag(Qt::WindowTransparentForInput, m_ignoresMouseEvents);
-    flags.setFlag(Qt::WindowDoesNotAcceptFocus, isInDesktopLayer());
+    flags.setFlag(Qt::WindowDoesNotAcceptFocus, isInDesktopLayer() || isFloating());
+    flags.setFlag(Qt::BypassWindowManagerHint, isFloating());
     m_surface->setFlags(flags);
+    m_surface->setGeometry(QtScreens::toToolkit(m_frame));
     const auto number = static_cast<xcb_window_t>(m_number);
     if (isInDesktopLayer())
         m_desktopLayer.add(number, m_behavior & WindowCollectionBehavior::canJoinAllSpaces,
@@ -114,6 +137,15 @@ void QtWindow::show() {
     m_surface->setVisible(true);
     if (isInDesktopLayer())
         m_desktopLayer.shown(number);
+    if (isFloating())
+        m_surface->raise();
+    updateShape();
+}
+
+// Without a compositing manager what is transparent shows as black, and has to be cut away.
+void QtWindow::updateShape() {
+    if (m_surface && m_surface->isVisible() && isFloating() && !m_x.hasCompositingManager())
+        m_surface->setMask(m_surface->paintedRegion());
 }
 
 } // namespace tavro

@@ -1,0 +1,159 @@
+#include "LinuxRig.h"
+
+#include "ui/ViewPainting.h"
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+
+namespace tavro {
+
+namespace {
+
+constexpr std::chrono::seconds deadline{10};
+const ::Point emptyPlace{1000, 1000}; // of the desktop, away from the panel
+
+TerminationSignals& terminationSignals() {
+    static TerminationSignals signals;
+    return signals;
+}
+
+} // namespace
+
+LinuxRig::LinuxRig() {
+    m_input.moveTo(emptyPlace);
+    m_machine = makeMachine();
+}
+
+// A failed test may leave a menu open, which would keep all clicks of the next.
+LinuxRig::~LinuxRig() {
+    if (menuIsOpen())
+        closeMenu();
+    m_input.moveTo(emptyPlace);
+    m_machine.reset();
+    m_applications.clear();
+    waitUntil([&] { return m_server.applicationWindows().empty() && m_tray.isEmpty(); });
+}
+
+std::unique_ptr<LinuxMachine> LinuxRig::makeMachine() {
+    return std::make_unique<LinuxMachine>(XConnection::open(m_log), m_log, terminationSignals(), &paintView,
+                                          folder() / "defaults.plist");
+}
+
+bool LinuxRig::waitUntil(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + deadline;
+    QTimer lookAgain;
+    lookAgain.start(std::chrono::milliseconds(10));
+    QCoreApplication::processEvents();
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+MainQueue::Duration LinuxRig::now() const {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+void LinuxRig::relaunch() {
+    m_machine.reset();
+    m_machine = makeMachine();
+}
+
+void LinuxRig::writePicture(const std::filesystem::path& file, int width, int height, std::uint32_t color) {
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(color);
+    EXPECT_TRUE(image.save(QString::fromStdString(file.string())));
+}
+
+void LinuxRig::openWindow(const std::string& application, const std::string& title, Rect frame) {
+    auto& client = m_applications[application];
+    if (!client)
+        client = std::make_unique<ClientApplication>(m_server, application);
+    const auto place = QtScreens::toToolkit(frame);
+    const auto window = client->addWindow({place.x(), place.y(), place.width(), place.height()});
+    xcb_change_property(m_server.raw(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(title.size()), title.data());
+    xcb_flush(m_server.raw());
+    std::erase_if(m_windows, [window](const auto& known) { return known.second == window; }); // used again
+    m_windows[title] = window;
+}
+
+void LinuxRig::quit(const std::string& application) {
+    m_applications.erase(application);
+}
+
+void LinuxRig::clickWindow(const std::string& title) {
+    m_server.activate(m_windows.at(title));
+}
+
+std::vector<std::string> LinuxRig::shownTitles() const {
+    std::vector<std::string> titles;
+    for (const auto window : m_server.clients()) {
+        const auto known = std::ranges::find(m_windows, window, &decltype(m_windows)::value_type::second);
+        if (known != m_windows.end() && m_server.isViewable(window))
+            titles.push_back(known->first);
+    }
+    return titles;
+}
+
+std::optional<Rect> LinuxRig::shownFrame(WindowNumber number) const {
+    const auto window = static_cast<xcb_window_t>(number);
+    if (!m_server.isViewable(window))
+        return std::nullopt;
+    const auto place = m_server.place(window);
+    return QtScreens::fromToolkit({place.x, place.y, place.width, place.height});
+}
+
+bool LinuxRig::hasStatusItem() {
+    return !m_tray.isEmpty();
+}
+
+// Panels keep Alt-clicks to themselves; the middle button stands for them.
+void LinuxRig::click(EventType type, unsigned modifierFlags) {
+    using Button = Input::Button;
+    const auto button = type == EventType::rightMouseUp              ? Button::right
+                        : modifierFlags & EventModifierFlags::option ? Button::middle
+                                                                     : Button::left;
+    m_input.click(m_tray.itemPlace(), button);
+}
+
+std::vector<xcb_window_t> LinuxRig::menus() const {
+    auto windows = m_server.popUps();
+    std::erase_if(windows, [this](auto window) {
+        return m_server.has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_TOOLTIP");
+    });
+    return windows;
+}
+
+void LinuxRig::chooseLast() {
+    constexpr int halfARow = 10;
+    const auto place = m_server.place(menus().at(0));
+    m_input.click({place.x + place.width / 2, place.y + place.height - halfARow}, Input::Button::left);
+    m_input.moveTo(emptyPlace);
+}
+
+void LinuxRig::closeMenu() {
+    m_input.press(Input::Key::escape);
+    m_input.release(Input::Key::escape);
+    m_input.moveTo(emptyPlace);
+}
+
+std::string LinuxRig::addInputDevice(const std::string& name) {
+    const auto uid = "mic_of_test_" + std::to_string(++m_addedDevices);
+    m_audioServer.plugInMicrophone(uid, name);
+    return uid;
+}
+
+std::string LinuxRig::addOutputDevice(const std::string& name) {
+    const auto uid = "speaker_of_test_" + std::to_string(++m_addedDevices);
+    m_audioServer.plugInSpeaker(uid, name);
+    return uid;
+}
+
+} // namespace tavro

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "AudioHardwareContract.h"
+#include "Rig.h"
+
+#include "platform/simulated/SimulatedMac.h"
+
+#include <map>
+
+namespace tavro {
+
+/// The simulated Mac, where everything takes effect at once or when the main queue has run.
+class SimulatedRig {
+public:
+    SimulatedRig();
+    ~SimulatedRig();
+
+    Machine& machine() { return m_mac; }
+    bool waitUntil(const std::function<bool()>& condition);
+    MainQueue::Duration now() const { return m_mac.mainQueue().now(); }
+    void relaunch();
+
+    const std::filesystem::path& folder() const { return m_folder; }
+    void writePicture(const std::filesystem::path& file, int width, int height, std::uint32_t color);
+
+    void openWindow(const std::string& application, const std::string& title, Rect frame);
+    void quit(const std::string& application);
+    void clickWindow(const std::string& title) { m_mac.workspace().clickWindow(number(title)); }
+    void minimise(const std::string& title) { m_mac.workspace().minimise(number(title)); }
+    std::vector<std::string> shownTitles() const;
+    std::optional<Rect> shownFrame(WindowNumber window) const;
+
+    bool hasStatusItem() const { return !m_mac.statusBar().items().empty(); }
+    void click(EventType type, unsigned modifierFlags);
+    bool menuIsOpen() const { return m_mac.statusBar().openMenu() != nullptr; }
+    void chooseLast() { m_mac.statusBar().choose(m_mac.statusBar().openMenu()->items.back().title); }
+    void closeMenu() { m_mac.statusBar().closeMenu(); }
+
+    std::string addInputDevice(const std::string& name);
+    std::string addOutputDevice(const std::string& name);
+    void removeDevice(const std::string& uid) { audio().unplug(device(uid)); }
+    void setDefaultInput(const std::string& uid) { audio().setDefaultInput(device(uid)); }
+    void setDefaultOutput(const std::string& uid) { audio().setDefaultOutput(device(uid)); }
+    void otherProgramSetsMute(const std::string& uid, bool mute) {
+        audio().otherProgramSetsMute(device(uid), mute);
+    }
+    bool isMutedOnServer(const std::string& uid) { return audio().isMuted(device(uid)).value(); }
+
+private:
+    SimulatedAudioHardware& audio() { return m_mac.audioHardware(); }
+    AudioObjectID device(const std::string& uid) { return audio().deviceWithUID(uid); }
+    WindowNumber number(const std::string& title) const;
+
+    mutable SimulatedMac m_mac;
+    std::filesystem::path m_folder;
+    std::map<std::string, ApplicationID> m_applications;
+};
+
+static_assert(AudioRig<SimulatedRig>);
+
+} // namespace tavro

@@ -1,0 +1,215 @@
+#include "support/DesktopTest.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Position of each window in the stacking order, bottom to top; all of them are in it.
+std::vector<std::ptrdiff_t> heights(const std::vector<xcb_window_t>& stacking,
+                                    const std::vector<xcb_window_t>& windows) {
+    std::vector<std::ptrdiff_t> result;
+    for (const auto window : windows)
+        result.push_back(std::ranges::find(stacking, window) - stacking.begin());
+    return result;
+}
+
+} // namespace
+
+class Presentation : public DesktopTest {
+protected:
+    void expectCoversBetweenIconsAndWindows(const TavroProcess& tavro) {
+        const auto stacking = server.clients();
+        const auto ours = heights(stacking, covers(tavro));
+        ASSERT_EQ(ours.size(), server.screens().size());
+        EXPECT_GT(std::ranges::min(ours), heights(stacking, {iconWindow()}).front()) << "below the icons";
+        EXPECT_EQ(std::ranges::max(ours), static_cast<std::ptrdiff_t>(ours.size())) << "above another window";
+    }
+};
+
+TEST_F(Presentation, CoversTheIconsOfEveryScreenAndHidesTheOtherApplications) {
+    const auto stacking = server.applicationWindows();
+    const auto front = server.active();
+    const auto frontPlace = server.place(front);
+    ASSERT_TRUE(everyIconShows());
+    auto tavro = launch();
+    const auto itemWhenOff = tray.picture();
+
+    toggle(*tavro);
+    EXPECT_TRUE(everyScreenIsCovered());
+    EXPECT_TRUE(server.eventually("the other applications minimised",
+                                  [&] { return areMinimised(windowsBesides("Chat")); }));
+    EXPECT_EQ(server.active(), front);
+    EXPECT_FALSE(server.isMinimised(front));
+    EXPECT_EQ(server.place(front), frontPlace);
+    expectCoversBetweenIconsAndWindows(*tavro);
+    EXPECT_TRUE(server.eventually("another picture of the item", [&] { return tray.picture() != itemWhenOff; }));
+
+    toggle(*tavro);
+    EXPECT_TRUE(server.eventually("no cover", [&] { return covers(*tavro).empty(); }));
+    EXPECT_TRUE(everyIconShows());
+    EXPECT_TRUE(isRestored(stacking, front));
+    EXPECT_TRUE(server.eventually("the first picture of the item", [&] { return tray.picture() == itemWhenOff; }));
+    quit(tavro);
+    EXPECT_EQ(tavro->errors(), "");
+}
+
+TEST_F(Presentation, CoversAreDesktopWindowsOfTheirScreensExactSize) {
+    auto tavro = launch();
+    toggle(*tavro);
+    ASSERT_TRUE(everyScreenIsCovered());
+    std::vector<Rect> places;
+    for (const auto cover : covers(*tavro)) {
+        places.push_back(server.place(cover));
+        EXPECT_TRUE(server.has(cover, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"));
+        EXPECT_EQ(server.values(cover, "_NET_WM_DESKTOP"), std::vector{0xFFFFFFFFu});
+        for (const auto* state : {"SKIP_TASKBAR", "SKIP_PAGER", "STICKY", "BELOW"})
+            EXPECT_TRUE(server.has(cover, "_NET_WM_STATE", std::string("_NET_WM_STATE_") + state)) << state;
+    }
+    EXPECT_THAT(places, testing::UnorderedElementsAreArray(server.screens()));
+    quit(tavro);
+}
+
+TEST_F(Presentation, CoversStayWhateverIsDoneToTheDesktop) {
+    const auto menuShows = [this] { return !server.popUps().empty(); };
+    struct {
+        const char* what;
+        std::function<void()> act;
+        std::function<bool()> isDone;
+    } cases[] = {
+        {"show desktop", [this] { server.showDesktop(true); }, [this] { return areMinimised(server.applicationWindows()) || !server.isViewable(server.applicationWindows().back()); }},
+        {"end of show desktop", [this] { server.showDesktop(false); }, [this] { return server.isViewable(server.applicationWindows().back()); }},
+        {"other workspace", [this] { server.switchWorkspace(1); }, [this] { return server.workspace() == 1; }},
+        {"first workspace", [this] { server.switchWorkspace(0); }, [this] { return server.workspace() == 0; }},
+        {"right click on the desktop", [this] { input.click({400, 700}, Input::Button::right); }, menuShows},
+        {"end of the menu", [this] { input.press(Input::Key::escape); input.release(Input::Key::escape); },
+         [&] { return !menuShows(); }},
+        // Its effect shows when the cover is gone.
+        {"click on an icon", [this] { input.click({78, 85}, Input::Button::left); }, [] { return true; }},
+    };
+    const auto front = server.active();
+    const auto unselected = server.screenshot({28, 40, 100, 110});
+    auto tavro = launch();
+    toggle(*tavro);
+    ASSERT_TRUE(everyScreenIsCovered());
+    for (const auto& [what, act, isDone] : cases) {
+        SCOPED_TRACE(what);
+        act();
+        ASSERT_TRUE(server.eventually("the effect", isDone));
+        EXPECT_TRUE(everyScreenIsCovered());
+        expectCoversBetweenIconsAndWindows(*tavro);
+    }
+    toggle(*tavro);
+    EXPECT_TRUE(everyIconShows());
+    EXPECT_TRUE(server.eventually("the icon selected by the click through the cover",
+                                  [&] { return server.screenshot({28, 40, 100, 110}) != unselected; }));
+    input.click({400, 700}, Input::Button::left);
+    EXPECT_TRUE(server.eventually("the icon unselected again",
+                                  [&] { return server.screenshot({28, 40, 100, 110}) == unselected; }));
+    server.activate(front);
+    quit(tavro);
+}
+
+TEST_F(Presentation, TurningOffBringsBackTheStackingOrderAndTheFocus) {
+    // Bottom to top; the application of the last window is the one that stays. A small letter: minimised.
+    const char* arrangements[] = {"AB", "BAB", "ABAB", "BAABCBA", "AbCBA", "aBCcBA", "BbA"};
+    auto tavro = launch();
+    for (const std::string arrangement : arrangements) {
+        SCOPED_TRACE(arrangement);
+        ClientApplication a(server, "Alpha"), b(server, "Beta"), c(server, "Gamma");
+        std::set<xcb_window_t> minimised;
+        std::vector<xcb_window_t> others;
+        int offset = 0;
+        for (const char letter : arrangement) {
+            const int upper = letter & ~0x20;
+            auto& application = upper == 'A' ? a : upper == 'B' ? b : c;
+            const auto window = application.addWindow({300 + offset, 200 + offset, 300, 200});
+            offset += 40;
+            if (letter != upper) {
+                server.minimise(window);
+                ASSERT_TRUE(server.eventually("it minimised", [&] { return server.isMinimised(window); }));
+                minimised.insert(window);
+            }
+            if (upper != (arrangement.back() & ~0x20))
+                others.push_back(window);
+        }
+        const auto stacking = server.applicationWindows();
+        const auto front = server.active();
+        toggle(*tavro);
+        ASSERT_TRUE(server.eventually("the others minimised", [&] { return areMinimised(others); }));
+        EXPECT_EQ(server.active(), front);
+        toggle(*tavro);
+        EXPECT_TRUE(isRestored(stacking, front, minimised));
+    }
+    quit(tavro);
+}
+
+TEST_F(Presentation, AWindowTheUserBringsBackIsTheUsersAgain) {
+    ClientApplication other(server, "Alpha"), kept(server, "Beta");
+    const auto window = other.addWindow({300, 200, 300, 200});
+    const auto front = kept.addWindow({700, 200, 300, 200});
+    const auto stacking = server.applicationWindows();
+    auto tavro = launch();
+    toggle(*tavro);
+    // A user's next step comes after the program has taken notice of what the last one did.
+    ASSERT_TRUE(server.eventually("the window hidden", [&] { return server.isMinimised(window); }));
+    ASSERT_TRUE(everyScreenIsCovered());
+
+    server.activate(window);
+    ASSERT_TRUE(server.eventually("the window without a mark",
+                                  [&] { return !server.isMinimised(window) && !isMarked(window); }));
+    server.minimise(window);
+    server.activate(front);
+    ASSERT_TRUE(server.eventually("the window minimised by the user", [&] { return server.isMinimised(window); }));
+
+    toggle(*tavro);
+    EXPECT_TRUE(server.eventually("the session's windows back", [&] {
+        return std::ranges::none_of(stacking, [&](auto each) { return each != window && server.isMinimised(each); });
+    }));
+    quit(tavro);
+    EXPECT_TRUE(server.isMinimised(window));
+}
+
+TEST_F(Presentation, WindowsOfAnotherWorkspaceAreHiddenAndRestoredOnArrival) {
+    for (const bool turnsOffThere : {true, false}) {
+        SCOPED_TRACE(turnsOffThere ? "turned off there" : "turned off before the return");
+        const auto here = server.applicationWindows();
+        const auto front = server.active();
+        ClientApplication elsewhere(server, "Alpha");
+        const auto window = elsewhere.addWindow({300, 200, 300, 200});
+        server.moveToWorkspace(window, 1);
+        ASSERT_TRUE(server.eventually("the window on the other workspace", [&] {
+            return server.values(window, "_NET_WM_DESKTOP") == std::vector{1u} && !server.isViewable(window) &&
+                   server.active() == front;
+        }));
+        auto tavro = launch();
+        toggle(*tavro);
+        ASSERT_TRUE(server.eventually("the other windows here hidden", [&] {
+            return areMinimised({here.begin(), here.end() - 1});
+        }));
+        EXPECT_FALSE(isMarked(window)) << "touched while on another workspace";
+        EXPECT_EQ(server.workspace(), 0u);
+
+        const auto arrive = [&](std::uint32_t workspace) {
+            server.switchWorkspace(workspace);
+            ASSERT_TRUE(server.eventually("the arrival", [&] { return server.workspace() == workspace; }));
+        };
+        arrive(1);
+        EXPECT_TRUE(server.eventually("the window hidden on arrival", [&] { return isMarked(window) && server.isMinimised(window); }));
+        EXPECT_TRUE(everyScreenIsCovered());
+        if (!turnsOffThere)
+            arrive(0);
+        toggle(*tavro);
+        if (!turnsOffThere) {
+            EXPECT_TRUE(isMarked(window)) << "restored while on another workspace";
+            arrive(1);
+        }
+        EXPECT_TRUE(server.eventually("the window back in its place",
+                                      [&] { return server.isViewable(window) && !server.isMinimised(window); })) << isMarked(window) << server.isMinimised(window) << tavro->errors();
+        EXPECT_EQ(server.values(window, "_NET_WM_DESKTOP"), std::vector{1u});
+        EXPECT_EQ(server.workspace(), 1u);
+        arrive(0);
+        elsewhere.destroy(window);
+        EXPECT_TRUE(isRestored(here, front));
+        quit(tavro);
+    }
+}

@@ -1,0 +1,124 @@
+#include "DesktopTest.h"
+
+#include <algorithm>
+#include <csignal>
+
+void DesktopTest::SetUp() {
+    ASSERT_TRUE(Session::isPrivate()) << "to be run by tools/desktop-session, which keeps real desktops out of it";
+    parkPointer();
+    m_stackingAtStart = server.applicationWindows();
+    m_activeAtStart = server.active();
+}
+
+void DesktopTest::TearDown() {
+    if (!Session::isPrivate())
+        return;
+    input.press(Input::Key::escape); // a menu that a failed test left open would swallow the next one's clicks
+    input.release(Input::Key::escape);
+    server.showDesktop(false);
+    if (server.workspace() != 0)
+        server.switchWorkspace(0);
+    parkPointer();
+    EXPECT_TRUE(isRestored(m_stackingAtStart, m_activeAtStart));
+    for (const auto window : server.clients())
+        EXPECT_FALSE(isMarked(window)) << "a mark is left on a window";
+}
+
+std::unique_ptr<TavroProcess> DesktopTest::launch(const TavroProcess::Launch& how) {
+    EXPECT_TRUE(server.eventually("an empty tray before the launch", [this] { return tray.isEmpty(); }));
+    auto tavro = std::make_unique<TavroProcess>(how);
+    EXPECT_TRUE(server.eventually("the item in the tray", [this] { return tray.showsOneItem(); }));
+    return tavro;
+}
+
+void DesktopTest::quit(std::unique_ptr<TavroProcess>& tavro) {
+    tavro->signal(SIGTERM);
+    EXPECT_EQ(tavro->end(), "exited with 0");
+    EXPECT_TRUE(server.eventually("an empty tray after the end", [this] { return tray.isEmpty(); }));
+}
+
+void DesktopTest::toggle(TavroProcess& tavro) {
+    const auto switches = [&] { return tavro.linesOfOutput(turnedOn) + tavro.linesOfOutput(turnedOff); };
+    const auto before = switches();
+    clickItem(Input::Button::middle);
+    EXPECT_TRUE(server.eventually("a line of the switch", [&] { return switches() == before + 1; }));
+    parkPointer(); // not sooner: the panel takes no click from a pointer that has left again
+}
+
+void DesktopTest::clickItem(Input::Button button) {
+    input.click(tray.itemPlace(), button);
+}
+
+std::vector<xcb_window_t> DesktopTest::covers(const TavroProcess& tavro) const {
+    auto windows = server.clients();
+    std::erase_if(windows, [&](auto window) {
+        return server.values(window, "_NET_WM_PID") != std::vector{static_cast<std::uint32_t>(tavro.pid())};
+    });
+    return windows;
+}
+
+xcb_window_t DesktopTest::iconWindow() const {
+    const auto windows = server.clients();
+    const auto found = std::ranges::find_if(
+        windows, [this](auto window) { return server.text(window, "WM_CLASS").starts_with("xfdesktop"); });
+    return found == windows.end() ? xcb_window_t{XCB_NONE} : *found;
+}
+
+bool DesktopTest::areMinimised(const std::vector<xcb_window_t>& windows) const {
+    return std::ranges::all_of(windows, [this](auto window) { return server.isMinimised(window); });
+}
+
+std::vector<xcb_window_t> DesktopTest::windowsBesides(const std::string& windowClass) const {
+    auto windows = server.applicationWindows();
+    std::erase_if(windows,
+                  [&](auto window) { return server.text(window, "WM_CLASS").starts_with(windowClass + '\0'); });
+    return windows;
+}
+
+testing::AssertionResult DesktopTest::everyScreenIsCovered() {
+    for (const auto& screen : server.screens()) {
+        std::ostringstream what;
+        what << "the bare wallpaper on the screen " << screen;
+        if (auto result =
+                server.eventually(what.str(), [&] { return server.pixelsBesidesWallpaper(screen) == 0; });
+            !result)
+            return result << ", where " << server.pixelsBesidesWallpaper(screen) << " pixels differ";
+    }
+    return testing::AssertionSuccess();
+}
+
+testing::AssertionResult DesktopTest::everyIconShows() {
+    constexpr std::size_t pixelsOfOneIcon = 500;
+    return server.eventually("icons on every screen", [this] {
+        return std::ranges::all_of(server.screens(), [this](const auto& screen) {
+            return server.pixelsBesidesWallpaper(screen) > pixelsOfOneIcon;
+        });
+    });
+}
+
+testing::AssertionResult DesktopTest::isRestored(const std::vector<xcb_window_t>& stacking, xcb_window_t active,
+                                                 const std::set<xcb_window_t>& minimised) {
+    // Where a minimised window stands among the others is nothing that anybody sees.
+    const auto visible = [&minimised](std::vector<xcb_window_t> windows) {
+        std::erase_if(windows, [&](auto window) { return minimised.contains(window); });
+        return windows;
+    };
+    const auto holds = [&] {
+        return visible(server.applicationWindows()) == visible(stacking) && server.active() == active &&
+               std::ranges::all_of(stacking, [&](auto window) {
+                   return server.isMinimised(window) == minimised.contains(window) &&
+                          server.isViewable(window) != minimised.contains(window);
+               });
+    };
+    auto result = server.eventually("the former windows, stacking order and focus", holds);
+    if (!result) {
+        result << "\n  expected:" << std::hex;
+        for (const auto window : stacking)
+            result << ' ' << window << (minimised.contains(window) ? "(minimised)" : "");
+        result << ", active " << active << "\n  found:";
+        for (const auto window : server.applicationWindows())
+            result << ' ' << window << (server.isMinimised(window) ? "(minimised)" : "");
+        result << ", active " << server.active();
+    }
+    return result;
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "ClientApplication.h"
+#include "Input.h"
+#include "Session.h"
+#include "TavroProcess.h"
+#include "TemporaryFolder.h"
+#include "Tray.h"
+#include "XServer.h"
+
+/// A test in the private desktop. Each one finds it, and has to leave it, as the session has started it.
+class DesktopTest : public testing::Test {
+protected:
+    static constexpr auto turnedOn = "Turn On --------------";
+    static constexpr auto turnedOff = "Turn Off --------------";
+
+    void SetUp() override;
+    void TearDown() override;
+
+    TavroProcess::Launch settings() const { return {config.path(), {}, {}}; }
+    std::filesystem::path defaultsFile() const { return config.path() / "com.vantrelo.TavroPRO.plist"; }
+    /// Starts the program and returns when the tray shows its item.
+    std::unique_ptr<TavroProcess> launch() { return launch(settings()); }
+    std::unique_ptr<TavroProcess> launch(const TavroProcess::Launch& how);
+    /// Ends the program and returns when its item is gone.
+    void quit(std::unique_ptr<TavroProcess>& tavro);
+    /// The middle click on the item; returns when the program has switched.
+    void toggle(TavroProcess& tavro);
+    void clickItem(Input::Button button);
+    /// The pointer away from everything that would change its looks under it.
+    void parkPointer() { input.moveTo({960, 1060}); }
+
+    std::vector<xcb_window_t> covers(const TavroProcess& tavro) const;
+    xcb_window_t iconWindow() const;
+    bool areMinimised(const std::vector<xcb_window_t>& windows) const;
+    /// The application windows that do not belong to the class.
+    std::vector<xcb_window_t> windowsBesides(const std::string& windowClass) const;
+    bool isMarked(xcb_window_t window) const { return !server.values(window, "_TAVROPRO_HIDDEN").empty(); }
+    /// Waits until every screen shows nothing but its own wallpaper and what stands above covers.
+    testing::AssertionResult everyScreenIsCovered();
+    testing::AssertionResult everyIconShows();
+    /// Waits for the stacking order, with nothing hidden but what is named, and the focus.
+    testing::AssertionResult isRestored(const std::vector<xcb_window_t>& stacking, xcb_window_t active,
+                                        const std::set<xcb_window_t>& minimised = {});
+
+    XServer server;
+    Input input{server};
+    Tray tray{server};
+    TemporaryFolder config;
+
+private:
+    std::vector<xcb_window_t> m_stackingAtStart;
+    xcb_window_t m_activeAtStart = XCB_NONE;
+};

@@ -1,0 +1,215 @@
+#include "XServer.h"
+
+#include <xcb/randr.h>
+
+#include <algorithm>
+#include <cstring>
+#include <poll.h>
+#include <stdexcept>
+
+namespace {
+
+struct FreeDeleter {
+    void operator()(void* pointer) const { std::free(pointer); }
+};
+
+/// Wraps what a reply function returns; null for a window that is gone.
+template <class T>
+std::unique_ptr<T, FreeDeleter> owned(T* reply) {
+    return std::unique_ptr<T, FreeDeleter>(reply);
+}
+
+constexpr auto oneLook = std::chrono::milliseconds(20);
+
+} // namespace
+
+std::ostream& operator<<(std::ostream& stream, const Rect& rect) {
+    return stream << rect.width << 'x' << rect.height << '+' << rect.x << '+' << rect.y;
+}
+
+XServer::XServer()
+    : m_connection(xcb_connect(nullptr, nullptr))
+    , m_screen(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data) {
+    if (xcb_connection_has_error(m_connection))
+        throw std::runtime_error("no X server");
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &mask);
+    xcb_flush(m_connection);
+}
+
+XServer::~XServer() {
+    xcb_disconnect(m_connection);
+}
+
+testing::AssertionResult XServer::eventually(const std::string& what, const std::function<bool()>& condition,
+                                             std::chrono::seconds deadline) {
+    const auto end = std::chrono::steady_clock::now() + deadline;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= end)
+            return testing::AssertionFailure()
+                   << "after " << deadline.count() << " s there was still lacking: " << what;
+        waitForEvent(oneLook);
+    }
+    return testing::AssertionSuccess();
+}
+
+void XServer::waitForEvent(std::chrono::milliseconds atMost) const {
+    xcb_flush(m_connection);
+    bool any = false;
+    while (owned(xcb_poll_for_event(m_connection)))
+        any = true;
+    pollfd readable{xcb_get_file_descriptor(m_connection), POLLIN, 0};
+    const bool isAlive = !xcb_connection_has_error(m_connection); // else it is readable for ever
+    if (!any)
+        ::poll(&readable, isAlive ? 1 : 0, static_cast<int>(atMost.count()));
+}
+
+std::vector<Rect> XServer::screens() const {
+    const auto reply =
+        owned(xcb_randr_get_monitors_reply(m_connection, xcb_randr_get_monitors(m_connection, root(), 1), nullptr));
+    std::vector<Rect> screens;
+    for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); i.rem; xcb_randr_monitor_info_next(&i))
+        screens.push_back({i.data->x, i.data->y, i.data->width, i.data->height});
+    return screens;
+}
+
+std::vector<xcb_window_t> XServer::applicationWindows() const {
+    auto windows = clients();
+    std::erase_if(windows, [this](auto window) {
+        return has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP") ||
+               has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+    });
+    return windows;
+}
+
+std::vector<xcb_window_t> XServer::popUps() const {
+    std::vector<xcb_window_t> windows;
+    for (const auto window : children(root())) {
+        // A frame bears no type; a menu or a tooltip does, and some programs' helpers beyond the screens.
+        const auto corner = place(window);
+        if (!values(window, "_NET_WM_WINDOW_TYPE").empty() && isViewable(window) && corner.x >= 0 && corner.y >= 0)
+            windows.push_back(window);
+    }
+    return windows;
+}
+
+std::vector<std::uint32_t> XServer::values(xcb_window_t window, const std::string& property) const {
+    const auto reply = owned(xcb_get_property_reply(
+        m_connection,
+        xcb_get_property(m_connection, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 16384), nullptr));
+    if (!reply || reply->format != 32)
+        return {};
+    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {first, first + reply->value_len};
+}
+
+std::string XServer::text(xcb_window_t window, const std::string& property) const {
+    const auto reply = owned(xcb_get_property_reply(
+        m_connection,
+        xcb_get_property(m_connection, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 256), nullptr));
+    if (!reply || reply->format != 8)
+        return {};
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
+}
+
+bool XServer::has(xcb_window_t window, const std::string& property, const std::string& atomName) const {
+    const auto all = values(window, property);
+    return std::ranges::find(all, atom(atomName)) != all.end();
+}
+
+bool XServer::isViewable(xcb_window_t window) const {
+    const auto reply = owned(xcb_get_window_attributes_reply(
+        m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE && reply->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
+}
+
+Rect XServer::place(xcb_window_t window) const {
+    const auto size = owned(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr));
+    const auto corner = owned(xcb_translate_coordinates_reply(
+        m_connection, xcb_translate_coordinates(m_connection, window, root(), 0, 0), nullptr));
+    if (!size || !corner)
+        return {};
+    return {corner->dst_x, corner->dst_y, size->width, size->height};
+}
+
+Pixels XServer::wallpaper(const Rect& area) const {
+    const auto pixmap = values(root(), "_XROOTPMAP_ID");
+    return pixmap.empty() ? Pixels() : image(pixmap.front(), area);
+}
+
+std::size_t XServer::pixelsBesidesWallpaper(const Rect& area) const {
+    std::set<xcb_window_t> desktopFrames;
+    for (const auto window : clients())
+        if (has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"))
+            desktopFrames.insert(frame(window));
+    std::vector<Rect> inFront;
+    for (const auto window : children(root()))
+        if (!desktopFrames.contains(window) && isViewable(window))
+            inFront.push_back(place(window));
+    const auto shown = screenshot(area);
+    const auto expected = wallpaper(area);
+    if (shown.empty() || shown.size() != expected.size())
+        return static_cast<std::size_t>(area.width) * static_cast<std::size_t>(area.height);
+    std::size_t different = 0;
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const auto offset = static_cast<int>(i);
+        const Point point{area.x + offset % area.width, area.y + offset / area.width};
+        if (shown[i] != expected[i] &&
+            std::ranges::none_of(inFront, [&](const Rect& rect) { return rect.contains(point); }))
+            ++different;
+    }
+    return different;
+}
+
+Pixels XServer::image(xcb_drawable_t drawable, const Rect& area) const {
+    const auto reply = owned(xcb_get_image_reply(
+        m_connection,
+        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(area.x),
+                      static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
+                      static_cast<std::uint16_t>(area.height), ~0u),
+        nullptr));
+    if (!reply)
+        return {};
+    Pixels pixels(static_cast<std::size_t>(area.width) * static_cast<std::size_t>(area.height));
+    std::memcpy(pixels.data(), xcb_get_image_data(reply.get()), pixels.size() * sizeof(std::uint32_t));
+    for (auto& pixel : pixels)
+        pixel &= 0xFFFFFF;
+    return pixels;
+}
+
+std::vector<xcb_window_t> XServer::children(xcb_window_t window) const {
+    const auto tree = owned(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr));
+    if (!tree)
+        return {};
+    const auto* first = xcb_query_tree_children(tree.get());
+    return {first, first + tree->children_len};
+}
+
+xcb_window_t XServer::frame(xcb_window_t window) const {
+    for (auto current = window;;) {
+        const auto tree = owned(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, current), nullptr));
+        if (!tree || tree->parent == root() || tree->parent == XCB_NONE)
+            return current;
+        current = tree->parent;
+    }
+}
+
+xcb_atom_t XServer::atom(const std::string& name) const {
+    const auto reply = owned(xcb_intern_atom_reply(
+        m_connection, xcb_intern_atom(m_connection, false, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+void XServer::tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom(type);
+    std::ranges::copy(data, message.data.data32);
+    xcb_send_event(m_connection, false, root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(m_connection);
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <set>
+#include <string>
+#include <vector>
+
+struct Point {
+    int x = 0, y = 0;
+};
+
+struct Rect {
+    int x = 0, y = 0, width = 0, height = 0;
+
+    bool operator==(const Rect&) const = default;
+    bool contains(Point point) const {
+        return point.x >= x && point.x < x + width && point.y >= y && point.y < y + height;
+    }
+};
+
+std::ostream& operator<<(std::ostream& stream, const Rect& rect);
+
+/// The colours of an area, row by row; the unused byte is zero.
+using Pixels = std::vector<std::uint32_t>;
+
+/// The server's own view of the desktop, over a connection of the test's.
+class XServer {
+public:
+    XServer();
+    ~XServer();
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    /// Waits until the condition holds, looking again whenever the server tells of a change and 50 times a
+    /// second besides. At the deadline says what was lacking.
+    testing::AssertionResult eventually(const std::string& what, const std::function<bool()>& condition,
+                                        std::chrono::seconds deadline = std::chrono::seconds(10));
+
+    std::vector<Rect> screens() const;
+    /// All managed windows, bottom to top.
+    std::vector<xcb_window_t> clients() const { return values(root(), "_NET_CLIENT_LIST_STACKING"); }
+    /// Those of them that are applications', not of the desktop or a panel.
+    std::vector<xcb_window_t> applicationWindows() const;
+    xcb_window_t active() const { return values(root(), "_NET_ACTIVE_WINDOW").at(0); }
+    std::uint32_t workspace() const { return values(root(), "_NET_CURRENT_DESKTOP").at(0); }
+    /// The menus, tooltips and the like that show now: viewable windows that no window manager handles.
+    std::vector<xcb_window_t> popUps() const;
+
+    std::vector<std::uint32_t> values(xcb_window_t window, const std::string& property) const;
+    std::string text(xcb_window_t window, const std::string& property) const;
+    /// Whether the property holds the atom of that name.
+    bool has(xcb_window_t window, const std::string& property, const std::string& atomName) const;
+    bool isMinimised(xcb_window_t window) const { return has(window, "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN"); }
+    bool isViewable(xcb_window_t window) const;
+    Rect place(xcb_window_t window) const;
+
+    Pixels screenshot(const Rect& area) const { return image(root(), area); }
+    /// What the desktop's own wallpaper picture shows there; empty where there is none.
+    Pixels wallpaper(const Rect& area) const;
+    /// How many pixels of the area are not the wallpaper's, where no window but desktops and covers stands.
+    std::size_t pixelsBesidesWallpaper(const Rect& area) const;
+
+    // As a taskbar or pager does.
+    void minimise(xcb_window_t window) { tell(window, "WM_CHANGE_STATE", {3}); }
+    void activate(xcb_window_t window) { tell(window, "_NET_ACTIVE_WINDOW", {2}); }
+    void moveToWorkspace(xcb_window_t window, std::uint32_t number) { tell(window, "_NET_WM_DESKTOP", {number, 2}); }
+    void switchWorkspace(std::uint32_t number) { tell(root(), "_NET_CURRENT_DESKTOP", {number}); }
+    void showDesktop(bool shows) { tell(root(), "_NET_SHOWING_DESKTOP", {shows ? 1u : 0u}); }
+
+    xcb_connection_t* raw() const { return m_connection; }
+    xcb_window_t root() const { return m_screen->root; }
+
+private:
+    xcb_atom_t atom(const std::string& name) const;
+    void tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data);
+    void waitForEvent(std::chrono::milliseconds atMost) const;
+    Pixels image(xcb_drawable_t drawable, const Rect& area) const;
+    std::vector<xcb_window_t> children(xcb_window_t window) const;
+    xcb_window_t frame(xcb_window_t window) const;
+
+    xcb_connection_t* m_connection;
+    xcb_screen_t* m_screen;
+};

@@ -1,0 +1,165 @@
+#include "platform/linux/PlistUserDefaults.h"
+
+#include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/SimulatedMainQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sys/stat.h>
+
+namespace tavro {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+class PlistUserDefaultsTest : public testing::Test {
+protected:
+    PlistUserDefaultsTest() {
+        auto name = (fs::temp_directory_path() / "tavro-XXXXXX").string();
+        folder = mkdtemp(name.data());
+        file = folder / "settings.plist";
+    }
+    ~PlistUserDefaultsTest() override { fs::remove_all(folder); }
+
+    void write(const std::string& bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
+    static std::string read(const fs::path& path) {
+        std::ifstream stream(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    PlistUserDefaults open() { return PlistUserDefaults(file, queue, log); }
+    std::size_t filesInFolder() const {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
+    }
+
+    fs::path folder, file;
+    SimulatedMainQueue queue;
+    Journal journal;
+    SimulatedLog log{journal};
+};
+
+constexpr auto header = "<?xml version=\"1.0\"?><plist version=\"1.0\">";
+
+std::string nested(const std::string& open, const std::string& close, int depth) {
+    std::string text = header + "<dict><key>deep</key>"s;
+    for (int i = 0; i < depth; ++i)
+        text += open;
+    for (int i = 0; i < depth; ++i)
+        text += close;
+    return text + "</dict></plist>";
+}
+
+TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreStoredAgain) {
+    const std::pair<const char*, std::string> cases[] = {
+        {"empty", ""},
+        {"text", "hideDesktop = true\n"},
+        {"zeros", std::string(300, '\0')},
+        {"truncated XML", header + "<dict><key>tavro</key><tr"s},
+        {"an array on top", header + "<array><true/></array></plist>"s},
+        {"truncated binary", "bplist00\xd1\x01\x02"},
+        {"binary with wild offsets", "bplist00\xd1\x01\x02Ua"s + std::string(32, '\xff')},
+        {"too large", nested("<array>", "</array>", 40000)},
+    };
+    std::size_t setAside = 0;
+    for (const auto& [name, bytes] : cases) {
+        SCOPED_TRACE(name);
+        write(bytes);
+        auto defaults = open();
+        EXPECT_EQ(log.takeDiagnosed().size(), 1u);
+        EXPECT_EQ(read(file.string() + ".unreadable-" + std::to_string(++setAside)), bytes);
+        EXPECT_FALSE(fs::exists(file));
+        EXPECT_EQ(defaults.object("tavro"), std::nullopt);
+        defaults.setObject("tavro", true);
+        EXPECT_TRUE(defaults.synchronize());
+        EXPECT_TRUE(open().boolForKey("tavro"));
+    }
+}
+
+TEST_F(PlistUserDefaultsTest, DamagedBytesNeverCrashIt) {
+    auto whole = open();
+    whole.setObject("array", PropertyList::Array{1, "two", PropertyList::Dictionary{{"three", 3.0}}});
+    whole.setObject("data", PropertyList::Data(64, 7));
+    ASSERT_TRUE(whole.synchronize());
+    const auto intact = read(file);
+    std::mt19937 random(1);
+    for (int round = 0; round < 200; ++round) {
+        auto damaged = intact;
+        for (int change = 0; change < 3; ++change)
+            damaged[random() % damaged.size()] = static_cast<char>(random());
+        damaged.resize(random() % 2 ? damaged.size() : random() % damaged.size());
+        write(damaged);
+        auto defaults = open();
+        for (const auto* key : {"array", "data"})
+            defaults.object(key);
+        defaults.setObject("array", 1);
+        EXPECT_TRUE(defaults.synchronize()) << damaged;
+    }
+}
+
+TEST_F(PlistUserDefaultsTest, AFileThatNestsAsDeepAsItMayIsRead) {
+    write(nested("<array>", "</array>", 4000));
+    auto defaults = open();
+    EXPECT_TRUE(defaults.object("deep"));
+    defaults.setObject("tavro", true);
+    EXPECT_TRUE(defaults.synchronize());
+}
+
+TEST_F(PlistUserDefaultsTest, ValuesOfOthersStayInTheFile) {
+    write(header +
+          "<dict><key>theirs</key><array><integer>18446744073709551615</integer></array></dict></plist>"s);
+    {
+        auto defaults = open();
+        defaults.setObject("tavro", true);
+        ASSERT_TRUE(defaults.synchronize());
+    }
+    EXPECT_NE(read(file).find("18446744073709551615"), std::string::npos);
+    EXPECT_TRUE(log.takeDiagnosed().empty());
+}
+
+TEST_F(PlistUserDefaultsTest, ALinkStaysOneAndTheFileIsPrivate) {
+    const auto target = folder / "dotfiles.plist";
+    fs::create_symlink(target, file);
+    std::ofstream(target) << header << "<dict/></plist>";
+    auto defaults = open();
+    defaults.setObject("tavro", true);
+    ASSERT_TRUE(defaults.synchronize());
+    EXPECT_TRUE(fs::is_symlink(file));
+    struct stat status {};
+    ASSERT_EQ(stat(target.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+    EXPECT_EQ(filesInFolder(), 2u);
+}
+
+TEST_F(PlistUserDefaultsTest, WhatCannotBeWrittenIsReportedOnceAndTriedAgain) {
+    // A file in the folder's place: not even root can write below it.
+    const auto blocked = folder / "blocked";
+    std::ofstream(blocked).flush();
+    PlistUserDefaults defaults(blocked / "settings.plist", queue, log);
+    for (const bool value : {true, false}) {
+        defaults.setObject("tavro", value);
+        queue.runUntilIdle();
+        EXPECT_EQ(defaults.object("tavro"), PropertyList(value));
+    }
+    EXPECT_EQ(log.takeDiagnosed().size(), 1u);
+    fs::remove(blocked);
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_TRUE(fs::exists(blocked / "settings.plist"));
+}
+
+TEST_F(PlistUserDefaultsTest, ChangesOfOneTurnAreOneWriteAndNoChangeIsNone) {
+    auto defaults = open();
+    defaults.setObject("tavro", true);
+    defaults.setObject("hideApps", true);
+    EXPECT_FALSE(fs::exists(file));
+    queue.runUntilIdle();
+    ASSERT_TRUE(fs::remove(file));
+    defaults.setObject("tavro", true);
+    queue.runUntilIdle();
+    EXPECT_FALSE(fs::exists(file));
+}
+
+} // namespace
+} // namespace tavro

@@ -1,0 +1,162 @@
+#include "Launch.h"
+
+#include <gtest/gtest.h>
+
+namespace tavro {
+namespace {
+
+using AppDelegateTest = SimulatedMacTest;
+
+TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
+    Launch launch(mac);
+    auto lines = mac.journal().lines();
+    std::erase_if(lines, [](const auto& line) {
+        return line.starts_with("userDefaults.setObject") &&
+               !line.starts_with("userDefaults.setObject tavro");
+    });
+    EXPECT_EQ(lines, (Lines{
+                         "application.activate true",
+                         "userDefaults.setObject tavro false",
+                         "statusBar.statusItem -1",
+                         "statusBarButton.sendActionOn 20",
+                         "statusBarButton.setImage menubar-off",
+                         "statusItem.announceMenu Status Bar Menu",
+                     }));
+    ASSERT_EQ(launch.delegate.statusBarMenu->items.size(), 2u);
+    EXPECT_EQ(launch.delegate.statusBarMenu->items[0].title, "Preferences");
+    EXPECT_EQ(launch.delegate.statusBarMenu->items[1].title, "Quit");
+    for (const auto& item : launch.delegate.statusBarMenu->items)
+        EXPECT_EQ(item.keyEquivalent, "");
+}
+
+TEST_F(AppDelegateTest, AClickMeansWhatButtonAndModifiersSay) {
+    using namespace EventModifierFlags;
+    enum Meaning { nothing, menu, presentationMode };
+    const struct {
+        const char* what;
+        EventType type;
+        unsigned modifierFlags;
+        Meaning meaning;
+    } cases[] = {
+        {"left", EventType::leftMouseUp, 0, nothing},
+        {"left with Shift and Command", EventType::leftMouseUp, shift | command, nothing},
+        {"left with Control", EventType::leftMouseUp, control, menu},
+        {"left with Option", EventType::leftMouseUp, option, presentationMode},
+        {"left with Option and others", EventType::leftMouseUp, option | control | shift, presentationMode},
+        {"right", EventType::rightMouseUp, 0, menu},
+        {"right with Control", EventType::rightMouseUp, control, menu},
+        {"right with Option", EventType::rightMouseUp, option, presentationMode},
+    };
+    for (const auto& [what, type, modifierFlags, meaning] : cases) {
+        SCOPED_TRACE(what);
+        Launch launch(mac);
+        launch.click(type, modifierFlags);
+        EXPECT_EQ(mac.statusBar().openMenu(), meaning == menu ? launch.delegate.statusBarMenu : nullptr);
+        EXPECT_EQ(UserSettings::shared().tavroIsOn(), meaning == presentationMode);
+        EXPECT_EQ(HideDesktop::shared().managedWindows.size(), meaning == presentationMode ? 2u : 0u);
+        EXPECT_EQ(launch.shownImage(), meaning == presentationMode ? "menubar-on" : "menubar-off");
+    }
+}
+
+TEST_F(AppDelegateTest, OptionClicksSwitchOnAndOff) {
+    Launch launch(mac);
+    for (const auto* image : {"menubar-on", "menubar-off", "menubar-on"}) {
+        launch.switchPresentationMode();
+        EXPECT_EQ(launch.shownImage(), image);
+    }
+    EXPECT_EQ(mac.log().printed(),
+              (Lines{"Turn On --------------", "Turn Off --------------", "Turn On --------------"}));
+}
+
+TEST_F(AppDelegateTest, TheMenuIsAttachedOnlyWhileItIsOpen) {
+    Launch launch(mac);
+    mac.journal().clear();
+    launch.click(EventType::leftMouseUp, EventModifierFlags::control);
+    EXPECT_EQ(mac.journal().lines(),
+              (Lines{"statusItem.setMenu Status Bar Menu", "statusBarButton.popUp Status Bar Menu 0,24"}));
+    mac.statusBar().closeMenu();
+    EXPECT_EQ(launch.item().menu(), nullptr);
+    launch.switchPresentationMode();
+    EXPECT_TRUE(UserSettings::shared().tavroIsOn());
+}
+
+TEST_F(AppDelegateTest, QuitEndsAtOnceAndLeavesPresentationModeAsItIs) {
+    const auto editor = openWindow("Editor");
+    std::weak_ptr<Window> cover;
+    {
+        Launch launch(mac);
+        openWindow("Browser");
+        launch.switchPresentationMode();
+        cover = HideDesktop::shared().managedWindows.front().window;
+        launch.click(EventType::rightMouseUp);
+        ASSERT_TRUE(mac.statusBar().choose("Quit"));
+        EXPECT_EQ(mac.application().exitStatus(), 0);
+        EXPECT_FALSE(mac.application().isRunning());
+    }
+    EXPECT_EQ(mac.log().printed(), (Lines{"resign active", "Turn On --------------"}));
+    EXPECT_FALSE(isVisible(editor));
+    EXPECT_TRUE(cover.expired());
+    EXPECT_TRUE(mac.userDefaults().boolForKey("tavro"));
+
+    Launch next(mac);
+    EXPECT_FALSE(UserSettings::shared().tavroIsOn());
+    EXPECT_EQ(next.shownImage(), "menubar-off");
+    EXPECT_EQ(mac.workspace().runningApplications().size(), 4u); // the Dock, the two and this one
+    // One round brings back what the process before had hidden.
+    next.switchPresentationMode();
+    next.switchPresentationMode();
+    EXPECT_TRUE(isVisible(editor));
+}
+
+TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnceIfItIsOn) {
+    for (const bool isOn : {true, false}) {
+        SCOPED_TRACE(isOn);
+        SimulatedMac other;
+        Launch launch(other);
+        if (isOn)
+            launch.switchPresentationMode();
+        other.journal().clear();
+        other.application().terminate();
+        other.application().terminate();
+        EXPECT_EQ(other.journal().lines("log.print"),
+                  isOn ? Lines{"log.print Turn Off --------------"} : Lines{});
+        EXPECT_EQ(other.journal().lines("window.close").size(), isOn ? 2u : 0u);
+        if (!isOn) {
+            EXPECT_EQ(other.journal().lines(), Lines{});
+        }
+        EXPECT_EQ(other.application().exitStatus(), 0);
+        EXPECT_EQ(other.userDefaults().object("tavro"), PropertyList(false));
+    }
+}
+
+TEST_F(AppDelegateTest, ActivityOfTheApplication) {
+    Launch launch(mac);
+    openWindow("Editor");
+    EXPECT_EQ(mac.log().printed(), Lines{"resign active"});
+    mac.application().reopen();
+    EXPECT_EQ(mac.workspace().frontmost(), ApplicationID::self);
+}
+
+TEST_F(AppDelegateTest, AMissingIconLeavesTheButtonWithoutOne) {
+    mac.images().removeResource("menubar-on");
+    Launch launch(mac);
+    EXPECT_EQ(launch.shownImage(), "menubar-off");
+    launch.switchPresentationMode();
+    EXPECT_EQ(launch.shownImage(), "none");
+    EXPECT_EQ(mac.log().takeDiagnosed().size(), 1u);
+    launch.switchPresentationMode();
+    EXPECT_EQ(launch.shownImage(), "menubar-off");
+}
+
+TEST_F(AppDelegateTest, AStatusItemWithoutAButtonIsNoObstacle) {
+    mac.statusBar().failButtons = true;
+    Launch launch(mac);
+    launch.switchPresentationMode();
+    EXPECT_FALSE(UserSettings::shared().tavroIsOn());
+    UserSettings::shared().setTavroIsOn(true);
+    mac.application().terminate();
+    EXPECT_EQ(mac.log().printed(), Lines{"Turn Off --------------"});
+}
+
+} // namespace
+} // namespace tavro
