@@ -1,8 +1,12 @@
 #include "app/CoreTavro.h"
 
 #include "app/HideApps.h"
+#include "app/TouchBarController.h"
 #include "app/UserSettings.h"
+#include "audio/MuteMic.h"
+#include "audio/MuteSpeaker.h"
 #include "desktop/HideDesktop.h"
+#include "platform/ControlStrip.h"
 #include "platform/Log.h"
 #include "platform/Machine.h"
 #include "platform/Process.h"
@@ -42,7 +46,11 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
             HideApps::hideOthers();
         else if (option.id == "hideDesktop" && option.isOn)
             hideDesktop.coverScreens(choice);
+        else if (option.id == "muteSpeaker" && option.isOn)
+            MuteSpeaker::setMute(true);
     }
+    TouchBarController::shared().present();
+    MuteMic::startObserving([] { TouchBarController::shared().refresh(); });
 }
 
 void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
@@ -52,7 +60,12 @@ void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hid
             HideApps::showAll();
         else if (option.id == "hideDesktop") // also where it was switched off meanwhile: no cover may stay
             hideDesktop.removeCovers();
+        else if (option.id == "muteSpeaker" && option.isOn)
+            MuteSpeaker::setMute(false);
+        MuteMic::setMute(false); // for every option, whatever it is and says
     }
+    Process::current().machine().controlStrip().removeSystemTrayItem(TouchBarController::shared().item);
+    MuteMic::stopObserving();
 }
 
 } // namespace tavro

@@ -5,6 +5,8 @@
 namespace tavro {
 
 class Application;
+class AudioHardware;
+class ControlStrip;
 class Images;
 class Log;
 class MainQueue;
@@ -21,6 +23,8 @@ public:
     virtual ~Machine() = default;
     virtual SystemVersion systemVersion() const = 0;
     virtual Application& application() = 0;
+    virtual AudioHardware& audioHardware() = 0;
+    virtual ControlStrip& controlStrip() = 0;
     virtual Images& images() = 0;
     virtual Log& log() = 0;
     virtual MainQueue& mainQueue() = 0;

@@ -25,6 +25,8 @@ public:
     virtual std::vector<Screen> screens() const = 0;
     /// The screen that contains the window with keyboard focus; none when there is no screen.
     virtual std::optional<Screen> mainScreen() const = 0;
+    /// The display with the menu bar; none when there is no screen.
+    virtual std::optional<DisplayID> mainDisplayID() const = 0;
     /// The rectangle of a display in display coordinates: points, origin at the upper left of the first
     /// screen, y downwards. Empty for a display that is not there.
     virtual Rect displayBounds(DisplayID display) const = 0;

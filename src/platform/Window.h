@@ -22,6 +22,10 @@ inline constexpr unsigned fullScreenAuxiliary = 256;
 inline constexpr unsigned fullScreenDisallowsTiling = 4096;
 } // namespace WindowCollectionBehavior
 
+namespace WindowLevel {
+inline constexpr int floating = 3;
+} // namespace WindowLevel
+
 enum class BackingStore { buffered = 2 };
 
 /// One window. Made by `WindowServer`; not on screen before it is ordered there. Closing it, or dropping the
@@ -35,6 +39,10 @@ public:
     virtual void setLevel(int level) = 0;
     virtual void setCollectionBehavior(unsigned behavior) = 0;
     virtual void setStyleMask(unsigned mask) = 0;
+    /// True: a title bar, where there is one, shows no title.
+    virtual void setTitleHidden(bool hidden) = 0;
+    /// True: the user can drag the window by its background.
+    virtual void setMovableByWindowBackground(bool movable) = 0;
     /// False: neither hiding the application nor clearing the desktop takes the window away.
     virtual void setCanHide(bool canHide) = 0;
     virtual void setHasShadow(bool hasShadow) = 0;

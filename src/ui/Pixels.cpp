@@ -10,4 +10,13 @@ QImage toolkitImage(const Image& image) {
         new Pixels(image.pixels));
 }
 
+QIcon toolkitIcon(const NamedImage& image) {
+    return QIcon(QString::fromStdString(":/icons/" + image.name + ".svg"));
+}
+
+QColor toolkitColor(const Color& color) {
+    const auto part = [](double value) { return static_cast<float>(value); };
+    return QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha));
+}
+
 } // namespace tavro

@@ -162,4 +162,16 @@ void LinuxRig::closeMenu() {
     m_input.moveTo(emptyPlace);
 }
 
+std::string LinuxRig::addInputDevice(const std::string& name) {
+    const auto uid = "mic_of_test_" + std::to_string(++m_addedDevices);
+    m_audioServer.plugInMicrophone(uid, name);
+    return uid;
+}
+
+std::string LinuxRig::addOutputDevice(const std::string& name) {
+    const auto uid = "speaker_of_test_" + std::to_string(++m_addedDevices);
+    m_audioServer.plugInSpeaker(uid, name);
+    return uid;
+}
+
 } // namespace tavro

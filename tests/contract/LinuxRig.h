@@ -1,7 +1,9 @@
 #pragma once
 
+#include "AudioHardwareContract.h"
 #include "Rig.h"
 
+#include "support/AudioServer.h"
 #include "support/ClientApplication.h"
 #include "support/Input.h"
 #include "support/TemporaryFolder.h"
@@ -43,10 +45,21 @@ public:
     void chooseLast();
     void closeMenu();
 
+    /// The server knows a device by a name that no other has had.
+    std::string addInputDevice(const std::string& name);
+    std::string addOutputDevice(const std::string& name);
+    void removeDevice(const std::string& uid) { m_audioServer.unplug(uid); }
+    void setDefaultInput(const std::string& uid) { m_audioServer.makeDefault(uid); }
+    void setDefaultOutput(const std::string& uid) { m_audioServer.makeDefault(uid); }
+    void otherProgramSetsMute(const std::string& uid, bool mute) { m_audioServer.mute(uid, mute); }
+    bool isMutedOnServer(const std::string& uid) { return m_audioServer.isMuted(uid); }
+
 private:
     std::unique_ptr<LinuxMachine> makeMachine();
 
     TemporaryFolder m_folder;
+    AudioServer m_audioServer;
+    int m_addedDevices = 0;
     XServer m_server;
     Input m_input{m_server};
     Tray m_tray{m_server};
@@ -56,6 +69,6 @@ private:
     std::map<std::string, xcb_window_t> m_windows; // by title
 };
 
-static_assert(Rig<LinuxRig>);
+static_assert(AudioRig<LinuxRig>);
 
 } // namespace tavro

@@ -36,6 +36,12 @@ TYPED_TEST_P(ScreensContract, TheFirstScreenIsTheOriginOfBothCoordinateSystems) 
     }
 }
 
+TYPED_TEST_P(ScreensContract, TheMainDisplayIsThatOfTheFirstScreen) {
+    const auto number = this->number(this->screens().screens().front());
+    ASSERT_TRUE(number);
+    EXPECT_EQ(this->screens().mainDisplayID(), DisplayID(*number));
+}
+
 TYPED_TEST_P(ScreensContract, NumbersAreUniqueAndStayWithTheirScreens) {
     const auto screens = this->screens().screens();
     std::set<std::uint32_t> numbers;
@@ -50,6 +56,6 @@ TYPED_TEST_P(ScreensContract, NumbersAreUniqueAndStayWithTheirScreens) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ScreensContract, TheFirstScreenIsTheOriginOfBothCoordinateSystems,
-                            NumbersAreUniqueAndStayWithTheirScreens);
+                            TheMainDisplayIsThatOfTheFirstScreen, NumbersAreUniqueAndStayWithTheirScreens);
 
 } // namespace tavro

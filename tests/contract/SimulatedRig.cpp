@@ -62,6 +62,14 @@ void SimulatedRig::click(EventType type, unsigned modifierFlags) {
     m_mac.statusBar().click(*m_mac.statusBar().items().front(), type, modifierFlags);
 }
 
+std::string SimulatedRig::addInputDevice(const std::string& name) {
+    return audio().device(audio().plugIn(SimulatedAudioHardware::microphone(name))).uid;
+}
+
+std::string SimulatedRig::addOutputDevice(const std::string& name) {
+    return audio().device(audio().plugIn(SimulatedAudioHardware::speaker(name))).uid;
+}
+
 WindowNumber SimulatedRig::number(const std::string& title) const {
     const auto& windows = m_mac.windowServer().windows();
     return std::ranges::find(windows, title, &ServerWindow::name)->number;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AudioHardwareContract.h"
 #include "Rig.h"
 
 #include "platform/simulated/SimulatedMac.h"
@@ -35,7 +36,19 @@ public:
     void chooseLast() { m_mac.statusBar().choose(m_mac.statusBar().openMenu()->items.back().title); }
     void closeMenu() { m_mac.statusBar().closeMenu(); }
 
+    std::string addInputDevice(const std::string& name);
+    std::string addOutputDevice(const std::string& name);
+    void removeDevice(const std::string& uid) { audio().unplug(device(uid)); }
+    void setDefaultInput(const std::string& uid) { audio().setDefaultInput(device(uid)); }
+    void setDefaultOutput(const std::string& uid) { audio().setDefaultOutput(device(uid)); }
+    void otherProgramSetsMute(const std::string& uid, bool mute) {
+        audio().otherProgramSetsMute(device(uid), mute);
+    }
+    bool isMutedOnServer(const std::string& uid) { return audio().isMuted(device(uid)).value(); }
+
 private:
+    SimulatedAudioHardware& audio() { return m_mac.audioHardware(); }
+    AudioObjectID device(const std::string& uid) { return audio().deviceWithUID(uid); }
     WindowNumber number(const std::string& title) const;
 
     mutable SimulatedMac m_mac;
@@ -43,6 +56,6 @@ private:
     std::map<std::string, ApplicationID> m_applications;
 };
 
-static_assert(Rig<SimulatedRig>);
+static_assert(AudioRig<SimulatedRig>);
 
 } // namespace tavro

@@ -1,3 +1,4 @@
+#include "AudioHardwareContract.h"
 #include "ImagesContract.h"
 #include "LinuxRig.h"
 #include "MainQueueContract.h"
@@ -11,6 +12,7 @@
 
 namespace tavro {
 
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, AudioHardwareContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ImagesContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, MainQueueContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ScreensContract, LinuxRig);

@@ -1,3 +1,4 @@
+#include "AudioHardwareContract.h"
 #include "ImagesContract.h"
 #include "MainQueueContract.h"
 #include "ScreensContract.h"
@@ -9,6 +10,7 @@
 
 namespace tavro {
 
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, AudioHardwareContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ImagesContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, MainQueueContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ScreensContract, SimulatedRig);

@@ -10,6 +10,13 @@ void write(const std::filesystem::path& file, const std::string& bytes) {
     std::ofstream(file, std::ios::binary) << bytes;
 }
 
+int occurrences(const std::string& text, const std::string& part) {
+    int count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
 std::string bytesOf(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
@@ -104,7 +111,8 @@ TEST_F(Faults, DefaultsThatCannotBeWrittenAreReportedOnceAndTheModeStillSwitches
         auto tavro = launch(how);
         expectToSwitch(*tavro);
         quit(tavro);
-        EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
+        // libpulse has a word of its own on the limit.
+        EXPECT_EQ(occurrences(tavro->errors(), "tavropro: "), 1) << tavro->errors();
         EXPECT_THAT(tavro->errors(), testing::HasSubstr("cannot be written"));
         EXPECT_EQ(bytesOf(defaultsFile()), old);
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(config.path()), {}), 1)
@@ -137,6 +145,8 @@ TEST_F(Faults, WindowsThatDieWhileTheModeSwitchesAreNoError) {
                            return server.isMinimised(each) == isOn;
                        });
             }));
+            parkPointer();
+            waitForTray(isOn);
         }
     }
     parkPointer();

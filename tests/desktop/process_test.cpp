@@ -123,7 +123,7 @@ TEST_F(ProcessTest, TheSessionsEndTurnsPresentationModeOffFirst) {
         });
     };
     ASSERT_TRUE(reaches("the client in the session, and its item",
-                        [&] { return manager.hasClient() && manager.hasSaved() && tray.showsOneItem(); }));
+                        [&] { return manager.hasClient() && manager.hasSaved() && tray.showsItem(); }));
     present(tavro);
     manager.shutDown();
     ASSERT_TRUE(reaches("the client ready for the end", [&] { return manager.hasSaved(); }));
@@ -159,7 +159,7 @@ TEST_F(ProcessTest, ASecondLaunchActivatesTheFirst) {
     EXPECT_EQ(second.end(), "exited with 0");
     EXPECT_EQ(second.output(), "TavroPRO is running already and was activated\n");
     EXPECT_EQ(second.errors(), "");
-    EXPECT_TRUE(tray.showsOneItem());
+    EXPECT_TRUE(tray.showsItem());
     toggle(*first);
     EXPECT_EQ(first->linesOfOutput(turnedOn), 1);
     quit(first);

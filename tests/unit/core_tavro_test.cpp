@@ -27,36 +27,71 @@ protected:
         });
         return lines;
     }
+    static void setOption(const std::string& id, bool isOn) {
+        auto options = UserSettings::shared().options();
+        std::ranges::find(options, id, &OptionItem::id)->isOn = isOn;
+        UserSettings::shared().setOptions(options);
+    }
 };
+
+constexpr AudioObjectID microphone = 41; // the built-in ones
+constexpr AudioObjectID speaker = 42;
+const char* const unmute = "audioHardware.setPropertyData 41 mute inpt 0";
+const Lines presentButtonAndObserve{
+    "controlStrip.showsCloseBoxWhenFrontMost false",  "controlStrip.addSystemTrayItem tesk.startItem",
+    "controlStrip.setPresence tesk.startItem true",
+    "audioHardware.addPropertyListener 41 mute inpt", // as the default device
+    "audioHardware.addPropertyListener 41 mute inpt", // as one of all
+};
+const Lines removeButtonAndObservation{
+    "controlStrip.removeSystemTrayItem tesk.startItem",
+    "audioHardware.removePropertyListener 41 mute inpt",
+    "audioHardware.removePropertyListener 41 mute inpt",
+};
+
+Lines joined(const std::vector<Lines>& parts) {
+    Lines all;
+    for (const auto& part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
 
 TEST_F(CoreTavroTest, FeaturesFollowTheCatalogueAndTheNotificationComesLast) {
     const Launch launch(mac);
     openWindow("Editor");
     openWindow("Browser");
-    EXPECT_EQ(journalOfSwitch(), (Lines{
-                                     "userDefaults.setObject tavro true",
-                                     "log.print Turn On --------------",
-                                     "windowServer.createWindow 7 1920x1080 at 0,0 1 2 false",
-                                     "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false",
-                                     "runningApplication.hide Dock",
-                                     "runningApplication.hide TavroPRO",
-                                     "runningApplication.hide Editor",
-                                     "statusBarButton.setImage menubar-on",
-                                     "TavroToogle",
-                                 }));
-    EXPECT_EQ(journalOfSwitch(), (Lines{
-                                     "userDefaults.setObject tavro false",
-                                     "log.print Turn Off --------------",
-                                     "window.close 7",
-                                     "window.close 8",
-                                     "runningApplication.unhide Dock",
-                                     "runningApplication.unhide TavroPRO",
-                                     "runningApplication.unhide Editor",
-                                     "runningApplication.unhide Browser",
-                                     "runningApplication.activate Browser 2",
-                                     "statusBarButton.setImage menubar-off",
-                                     "TavroToogle",
-                                 }));
+    setOption("muteSpeaker", true);
+    EXPECT_EQ(journalOfSwitch(), joined({{
+                                             "userDefaults.setObject tavro true",
+                                             "log.print Turn On --------------",
+                                             "windowServer.createWindow 7 1920x1080 at 0,0 1 2 false",
+                                             "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false",
+                                             "runningApplication.hide Dock",
+                                             "runningApplication.hide TavroPRO",
+                                             "runningApplication.hide Editor",
+                                             "audioHardware.setPropertyData 42 mute outp 1",
+                                         },
+                                         presentButtonAndObserve,
+                                         {"statusBarButton.setImage menubar-on", "TavroToogle"}}));
+    EXPECT_EQ(journalOfSwitch(), joined({{
+                                             "userDefaults.setObject tavro false",
+                                             "log.print Turn Off --------------",
+                                             "window.close 7",
+                                             "window.close 8",
+                                             unmute,
+                                             unmute,
+                                             "runningApplication.unhide Dock",
+                                             "runningApplication.unhide TavroPRO",
+                                             "runningApplication.unhide Editor",
+                                             "runningApplication.unhide Browser",
+                                             "runningApplication.activate Browser 2",
+                                             unmute,
+                                             "audioHardware.setPropertyData 42 mute outp 0",
+                                             unmute,
+                                             unmute,
+                                         },
+                                         removeButtonAndObservation,
+                                         {"statusBarButton.setImage menubar-off", "TavroToogle"}}));
 }
 
 TEST_F(CoreTavroTest, TheOrderOfTheOptionsIsTheOrderOfTheFeatures) {
@@ -82,11 +117,14 @@ TEST_F(CoreTavroTest, SwitchedOffFeaturesTakeNoPart) {
         std::ranges::for_each(options, [](auto& option) { option.isOn = false; });
         UserSettings::shared().setOptions(hasOptions ? options : std::vector<OptionItem>{});
         EXPECT_EQ(journalOfSwitch(),
-                  (Lines{"userDefaults.setObject tavro true", "log.print Turn On --------------",
-                         "statusBarButton.setImage menubar-on", "TavroToogle"}));
+                  joined({{"userDefaults.setObject tavro true", "log.print Turn On --------------"},
+                          presentButtonAndObserve,
+                          {"statusBarButton.setImage menubar-on", "TavroToogle"}}));
         EXPECT_EQ(journalOfSwitch(),
-                  (Lines{"userDefaults.setObject tavro false", "log.print Turn Off --------------",
-                         "statusBarButton.setImage menubar-off", "TavroToogle"}));
+                  joined({{"userDefaults.setObject tavro false", "log.print Turn Off --------------"},
+                          Lines(hasOptions ? 5 : 0, unmute), // once for each option, on or off
+                          removeButtonAndObservation,
+                          {"statusBarButton.setImage menubar-off", "TavroToogle"}}));
     }
 }
 
@@ -121,6 +159,54 @@ TEST_F(CoreTavroTest, OptionsThatChangeMeanwhileCountAsTheyAreAtTheEnd) {
         journalOfSwitch();
         EXPECT_TRUE(HideDesktop::shared().managedWindows.empty());
         EXPECT_EQ(isVisible(editor), isVisibleAfter);
+    }
+}
+
+TEST_F(CoreTavroTest, TheSpeakerGoesByItsOptionAndTheMicrophonesAlwaysComeBack) {
+    const struct {
+        const char* what;
+        bool isOnBefore;
+        bool isOnAfter;
+        bool isMutedWhileOn;
+        bool isMutedAfter;
+    } cases[] = {
+        {"on", true, true, true, false},
+        {"off; the user had muted it", false, false, true, true},
+        {"switched off meanwhile", true, false, true, true},
+        {"switched on meanwhile; the user had muted it", false, true, true, false},
+    };
+    for (const auto& [what, isOnBefore, isOnAfter, isMutedWhileOn, isMutedAfter] : cases) {
+        SCOPED_TRACE(what);
+        auto& audio = mac.audioHardware();
+        audio.otherProgramSetsMute(speaker, !isOnBefore);
+        const auto desk = audio.plugIn(SimulatedAudioHardware::microphone("Desk"));
+        const Launch launch(mac);
+        setOption("muteSpeaker", isOnBefore);
+        journalOfSwitch();
+        EXPECT_EQ(audio.isMuted(speaker), isMutedWhileOn);
+        for (const auto device : {microphone, desk}) {
+            EXPECT_EQ(audio.isMuted(device), false);
+            audio.otherProgramSetsMute(device, true);
+        }
+        setOption("muteSpeaker", isOnAfter);
+        journalOfSwitch();
+        EXPECT_EQ(audio.isMuted(speaker), isMutedAfter);
+        for (const auto device : {microphone, desk})
+            EXPECT_EQ(audio.isMuted(device), false);
+        audio.unplug(desk);
+    }
+}
+
+TEST_F(CoreTavroTest, WithoutAudioTheSequencesRunToTheirEnds) {
+    const Launch launch(mac);
+    mac.audioHardware().unplugAll();
+    setOption("muteSpeaker", true);
+    for (const std::size_t stripCalls : {3u, 1u}) {
+        const auto lines = journalOfSwitch();
+        EXPECT_EQ(lines.back(), "TavroToogle");
+        EXPECT_EQ(std::ranges::count(lines, "log.print Output audio error"), 1);
+        EXPECT_EQ(std::ranges::count(lines, "log.print Listener error"), 1);
+        EXPECT_EQ(mac.journal().lines("controlStrip").size(), stripCalls);
     }
 }
 

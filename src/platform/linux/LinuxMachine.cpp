@@ -6,6 +6,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                            ViewPainter painter, std::filesystem::path defaultsFile)
     : m_x(std::move(x))
     , m_log(log)
+    , m_audioHardware(m_mainQueue, log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_images(log)
     , m_screens(*m_x)
@@ -17,7 +18,8 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                         m_workspace.finish();
                         m_userDefaults.synchronize();
                     })
-    , m_statusBar(*m_x, m_mainQueue, log, m_application) {
+    , m_statusBar(*m_x, m_mainQueue, log, m_application)
+    , m_controlStrip(m_statusBar.host()) {
     m_x->start();
 }
 

@@ -3,10 +3,12 @@
 #include "platform/Machine.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/PlistUserDefaults.h"
+#include "platform/linux/PulseAudioHardware.h"
 #include "platform/linux/QtImages.h"
 #include "platform/linux/QtMainQueue.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/QtWindowServer.h"
+#include "platform/linux/TrayControlStrip.h"
 #include "platform/linux/TrayStatusBar.h"
 #include "platform/linux/XConnection.h"
 #include "platform/linux/XWindowList.h"
@@ -26,6 +28,8 @@ public:
 
     SystemVersion systemVersion() const override { return {14, 0}; }
     LinuxApplication& application() override { return m_application; }
+    AudioHardware& audioHardware() override { return m_audioHardware; }
+    ControlStrip& controlStrip() override { return m_controlStrip; }
     Images& images() override { return m_images; }
     Log& log() override { return m_log; }
     MainQueue& mainQueue() override { return m_mainQueue; }
@@ -40,6 +44,7 @@ private:
     std::unique_ptr<XConnection> m_x;
     Log& m_log;
     QtMainQueue m_mainQueue;
+    PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
     PlistUserDefaults m_userDefaults;
     QtImages m_images;
     QtScreens m_screens;
@@ -48,6 +53,7 @@ private:
     XWorkspace m_workspace;
     LinuxApplication m_application;
     TrayStatusBar m_statusBar;
+    TrayControlStrip m_controlStrip;
 };
 
 } // namespace tavro

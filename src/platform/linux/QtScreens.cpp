@@ -44,6 +44,13 @@ std::optional<Screen> QtScreens::mainScreen() const {
     return describe(*screen);
 }
 
+std::optional<DisplayID> QtScreens::mainDisplayID() const {
+    const auto* screen = QGuiApplication::primaryScreen();
+    if (!screen || isPlaceholder(*screen))
+        return std::nullopt;
+    return identifier(*screen);
+}
+
 Rect QtScreens::displayBounds(DisplayID display) const {
     for (const auto* screen : QGuiApplication::screens()) {
         if (isPlaceholder(*screen) || identifier(*screen) != display)

@@ -20,6 +20,7 @@ public:
 
     std::vector<Screen> screens() const override;
     std::optional<Screen> mainScreen() const override;
+    std::optional<DisplayID> mainDisplayID() const override;
     Rect displayBounds(DisplayID display) const override;
 
     /// The connector's name ("HDMI-1") of a screen, empty when it is not there.

@@ -2,8 +2,10 @@
 
 #include "platform/linux/DesktopLayer.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/XConnection.h"
 
 #include <QBackingStore>
+#include <QBitmap>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QWindow>
@@ -34,6 +36,13 @@ public:
         changed();
     }
 
+    /// Where something is painted that can be seen.
+    QRegion paintedRegion() const {
+        QImage image(size(), QImage::Format_ARGB32_Premultiplied);
+        paint(image);
+        return QRegion(QBitmap::fromImage(image.createAlphaMask(Qt::ThresholdDither)));
+    }
+
 private:
     bool event(QEvent* event) override {
         if (event->type() == QEvent::UpdateRequest && isExposed())
@@ -56,19 +65,21 @@ private:
     }
 
     void paint() {
-        const QRect area(QPoint(0, 0), size());
         m_pixels.resize(size());
-        m_pixels.beginPaint(area);
-        {
-            QPainter painter(m_pixels.paintDevice());
-            painter.setCompositionMode(QPainter::CompositionMode_Source);
-            painter.fillRect(area, m_background);
-            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-            if (m_view)
-                m_painter(*m_view, painter, area);
-        }
+        m_pixels.beginPaint(QRect(QPoint(0, 0), size()));
+        paint(*m_pixels.paintDevice());
         m_pixels.endPaint();
         m_isPainted = true;
+    }
+
+    void paint(QPaintDevice& device) const {
+        const QRect area(QPoint(0, 0), size());
+        QPainter painter(&device);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(area, m_background);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        if (m_view)
+            m_painter(*m_view, painter, area);
     }
 
     const ViewPainter& m_painter;
@@ -78,8 +89,9 @@ private:
     bool m_isPainted = false;
 };
 
-QtWindow::QtWindow(DesktopLayer& desktopLayer, const ViewPainter& painter)
-    : m_desktopLayer(desktopLayer)
+QtWindow::QtWindow(XConnection& x, DesktopLayer& desktopLayer, const ViewPainter& painter)
+    : m_x(x)
+    , m_desktopLayer(desktopLayer)
     , m_surface(std::make_unique<Surface>(painter))
     , m_number(static_cast<std::int64_t>(m_surface->winId())) {}
 
@@ -98,14 +110,19 @@ void QtWindow::setBackgroundColor(Color color) {
             QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha)));
 }
 
+// Before it shows, the window is still one of the window manager's, which would be asked to move it, and
+// might do so after we have moved it again.
 void QtWindow::setFrame(Rect frame, bool) {
-    if (m_surface)
+    m_frame = frame;
+    if (m_surface && m_surface->isVisible())
         m_surface->setGeometry(QtScreens::toToolkit(frame));
+    updateShape();
 }
 
 void QtWindow::setContentView(std::shared_ptr<const View> view) {
     if (m_surface)
         m_surface->setContent(std::move(view));
+    updateShape();
 }
 
 void QtWindow::orderFront() {
@@ -123,7 +140,7 @@ void QtWindow::orderFront() {
 
 void QtWindow::makeKeyAndOrderFront() {
     orderFront();
-    if (m_surface && !isInDesktopLayer())
+    if (m_surface && !isInDesktopLayer() && !isFloating())
         m_surface->requestActivate();
 }
 
@@ -143,8 +160,10 @@ void QtWindow::show() {
     flags.setFlag(Qt::FramelessWindowHint, !(m_styleMask & WindowStyleMask::titled));
     flags.setFlag(Qt::NoDropShadowWindowHint, !m_hasShadow);
     flags.setFlag(Qt::WindowTransparentForInput, m_ignoresMouseEvents);
-    flags.setFlag(Qt::WindowDoesNotAcceptFocus, isInDesktopLayer());
+    flags.setFlag(Qt::WindowDoesNotAcceptFocus, isInDesktopLayer() || isFloating());
+    flags.setFlag(Qt::BypassWindowManagerHint, isFloating());
     m_surface->setFlags(flags);
+    m_surface->setGeometry(QtScreens::toToolkit(m_frame));
     const auto number = static_cast<xcb_window_t>(m_number);
     if (isInDesktopLayer())
         m_desktopLayer.add(number, m_behavior & WindowCollectionBehavior::canJoinAllSpaces,
@@ -152,6 +171,15 @@ void QtWindow::show() {
     m_surface->setVisible(true);
     if (isInDesktopLayer())
         m_desktopLayer.shown(number);
+    if (isFloating())
+        m_surface->raise();
+    updateShape();
+}
+
+// Without a compositing manager what is transparent shows as black, and has to be cut away.
+void QtWindow::updateShape() {
+    if (m_surface && m_surface->isVisible() && isFloating() && !m_x.hasCompositingManager())
+        m_surface->setMask(m_surface->paintedRegion());
 }
 
 } // namespace tavro

@@ -8,18 +8,23 @@
 namespace tavro {
 
 class DesktopLayer;
+class XConnection;
 
 /// A top-level of the toolkit whose content is painted and takes no input. Levels up to one above the desktop
-/// icons stand in the desktop layer, all others are ordinary windows.
+/// icons stand in the desktop layer. Floating windows and higher ones are the window manager's no more: above
+/// all others, on every workspace, never focused. Those between are ordinary windows.
 class QtWindow final : public Window {
 public:
-    QtWindow(DesktopLayer& desktopLayer, const ViewPainter& painter);
+    QtWindow(XConnection& x, DesktopLayer& desktopLayer, const ViewPainter& painter);
     ~QtWindow() override;
 
     std::int64_t windowNumber() const override;
     void setLevel(int level) override { m_level = level; }
     void setCollectionBehavior(unsigned behavior) override { m_behavior = behavior; }
     void setStyleMask(unsigned mask) override { m_styleMask = mask; }
+    // Nothing of ours has a title, or is dragged.
+    void setTitleHidden(bool) override {}
+    void setMovableByWindowBackground(bool) override {}
     /// No effect of its own: nothing of ours is among the windows that hiding minimises, and "show desktop"
     /// leaves the desktop layer alone.
     void setCanHide(bool) override {}
@@ -37,11 +42,15 @@ private:
     class Surface;
 
     void show();
+    void updateShape();
     bool isInDesktopLayer() const;
+    bool isFloating() const { return m_level >= WindowLevel::floating; }
 
+    XConnection& m_x;
     DesktopLayer& m_desktopLayer;
     std::unique_ptr<Surface> m_surface; // null once closed
     std::int64_t m_number;
+    Rect m_frame;
     int m_level = 0;
     unsigned m_behavior = 0;
     unsigned m_styleMask = 0;

@@ -5,12 +5,13 @@
 namespace tavro {
 
 QtWindowServer::QtWindowServer(XConnection& x, ViewPainter painter)
-    : m_desktopLayer(x)
+    : m_x(x)
+    , m_desktopLayer(x)
     , m_painter(std::move(painter)) {}
 
 std::shared_ptr<Window> QtWindowServer::createWindow(Rect contentRect, unsigned styleMask, BackingStore, bool,
                                                      const Screen&) {
-    auto window = std::make_shared<QtWindow>(m_desktopLayer, m_painter);
+    auto window = std::make_shared<QtWindow>(m_x, m_desktopLayer, m_painter);
     window->setStyleMask(styleMask);
     window->setFrame(contentRect, false);
     return window;

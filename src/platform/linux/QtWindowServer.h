@@ -18,6 +18,7 @@ public:
     int levelForKey(WindowLevelKey key) const override;
 
 private:
+    XConnection& m_x;
     DesktopLayer m_desktopLayer;
     ViewPainter m_painter;
 };

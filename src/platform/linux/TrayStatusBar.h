@@ -13,6 +13,7 @@ public:
     TrayStatusBar(XConnection& x, MainQueue& queue, Log& log, EventSource& events);
 
     std::shared_ptr<StatusItem> statusItem(double length) override;
+    TrayHost& host() { return m_host; }
 
 private:
     XConnection& m_x;

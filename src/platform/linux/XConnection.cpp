@@ -107,11 +107,19 @@ void XConnection::fetchAtoms() {
     std::array<xcb_intern_atom_cookie_t, std::size(atomNames)> cookies{};
     std::ranges::transform(atomNames, cookies.begin(),
                            [this](const auto& entry) { return intern(m_connection, entry.second); });
-    const auto trayName = "_NET_SYSTEM_TRAY_S" + std::to_string(m_screenNumber);
-    const auto tray = intern(m_connection, trayName);
+    const auto number = std::to_string(m_screenNumber);
+    const auto tray = intern(m_connection, "_NET_SYSTEM_TRAY_S" + number);
+    const auto compositing = intern(m_connection, "_NET_WM_CM_S" + number);
     for (std::size_t i = 0; i < cookies.size(); ++i)
         m_atoms.*atomNames[i].first = interned(m_connection, cookies[i]);
     m_atoms.netSystemTray = interned(m_connection, tray);
+    m_atoms.netWmCm = interned(m_connection, compositing);
+}
+
+bool XConnection::hasCompositingManager() const {
+    const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        m_connection, xcb_get_selection_owner(m_connection, m_atoms.netWmCm), nullptr));
+    return reply && reply->owner != XCB_NONE;
 }
 
 Observation XConnection::onEvent(std::function<void(const xcb_generic_event_t&)> observer) {

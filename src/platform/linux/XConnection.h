@@ -33,7 +33,7 @@ struct XAtoms {
         netWmStateHidden, netWmStateSkipPager, netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType,
         netWmWindowTypeDesktop, netWmWindowTypeDock, netWmWindowTypeMenu, netWmWindowTypeNotification,
         netWmWindowTypeSplash, netWmWindowTypeToolbar, gtkApplicationId, kdeNetWmDesktopFile, manager,
-        netSystemTray, tavroHidden, utf8String, wmChangeState, wmClientLeader, xrootpmapId;
+        netSystemTray, netWmCm, tavroHidden, utf8String, wmChangeState, wmClientLeader, xrootpmapId;
 };
 
 /// A connection of our own to the X server, beside the toolkit's: for what concerns other programs' windows
@@ -51,6 +51,9 @@ public:
     xcb_window_t root() const { return m_screen->root; }
     int screenNumber() const { return m_screenNumber; }
     const XAtoms& atoms() const { return m_atoms; }
+
+    /// Whether somebody blends translucent windows with what lies below them.
+    bool hasCompositingManager() const;
 
     /// Each event that arrives from now on.
     [[nodiscard]] Observation onEvent(std::function<void(const xcb_generic_event_t&)> observer);

@@ -27,7 +27,8 @@ public:
 
 private:
     SimulatedLog& m_log;
-    std::set<std::string> m_resources{"menubar-on", "menubar-off"};
+    std::set<std::string> m_resources{"menubar-on",   "menubar-off", "mic-on",
+                                      "alert-mic-on", "mic-off",     "alert-mic-off"};
 };
 
 } // namespace tavro

@@ -5,6 +5,8 @@ namespace tavro {
 SimulatedMac::SimulatedMac(SystemVersion version)
     : m_version(version)
     , m_log(m_journal)
+    , m_audioHardware(m_journal, m_mainQueue)
+    , m_controlStrip(m_journal)
     , m_images(m_log)
     , m_userDefaults(m_journal, m_log, m_mainQueue)
     , m_windowServer(version, m_journal, m_screens)
@@ -14,12 +16,17 @@ SimulatedMac::SimulatedMac(SystemVersion version)
     , m_statusBar(m_journal, m_application) {
     m_screens.set({SimulatedScreens::screen({{0, 0}, {1920, 1080}}, 1),
                    SimulatedScreens::screen({{1920, 180}, {1440, 900}}, 2)});
+    using Audio = SimulatedAudioHardware;
+    m_audioHardware.setDefaultInput(m_audioHardware.plugIn(Audio::microphone("Built-in Microphone")));
+    m_audioHardware.setDefaultOutput(m_audioHardware.plugIn(Audio::speaker("Built-in Speaker")));
 }
 
 void SimulatedMac::endProcess() {
     m_application.endProcess();
     m_statusBar.endProcess();
     m_workspace.endSelf();
+    m_audioHardware.endProcess();
+    m_controlStrip.endProcess();
     m_mainQueue.clear();
     m_userDefaults.endProcess();
 }

@@ -3,6 +3,8 @@
 #include "platform/Machine.h"
 #include "platform/simulated/Journal.h"
 #include "platform/simulated/SimulatedApplication.h"
+#include "platform/simulated/SimulatedAudioHardware.h"
+#include "platform/simulated/SimulatedControlStrip.h"
 #include "platform/simulated/SimulatedImages.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMainQueue.h"
@@ -20,11 +22,14 @@ namespace tavro {
 /// It outlives the processes that run on it, one after the other.
 class SimulatedMac final : public Machine {
 public:
-    /// Starts with two screens side by side, their displays numbered 1 and 2, and nobody at work.
+    /// Starts with two screens side by side, their displays numbered 1 and 2, with a microphone and a
+    /// speaker, numbered 41 and 42, and nobody at work.
     explicit SimulatedMac(SystemVersion version = {14, 0});
 
     SystemVersion systemVersion() const override { return m_version; }
     SimulatedApplication& application() override { return m_application; }
+    SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
+    SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
     SimulatedImages& images() override { return m_images; }
     SimulatedLog& log() override { return m_log; }
     SimulatedMainQueue& mainQueue() override { return m_mainQueue; }
@@ -46,6 +51,8 @@ private:
     Journal m_journal;
     SimulatedLog m_log;
     SimulatedMainQueue m_mainQueue;
+    SimulatedAudioHardware m_audioHardware;
+    SimulatedControlStrip m_controlStrip;
     SimulatedImages m_images;
     SimulatedUserDefaults m_userDefaults;
     SimulatedScreens m_screens;

@@ -2,17 +2,28 @@
 
 namespace tavro {
 
+namespace {
+
+std::optional<DisplayID> displayOf(const Screen& screen) {
+    const auto entry = screen.deviceDescription.find("NSScreenNumber");
+    const auto number = entry == screen.deviceDescription.end() ? std::nullopt : entry->second.exactUInt32();
+    return number ? std::optional(DisplayID(*number)) : std::nullopt;
+}
+
+} // namespace
+
 std::optional<Screen> SimulatedScreens::mainScreen() const {
     return m_main < m_screens.size() ? std::optional(m_screens[m_main]) : std::nullopt;
 }
 
+std::optional<DisplayID> SimulatedScreens::mainDisplayID() const {
+    return m_screens.empty() ? std::nullopt : displayOf(m_screens.front());
+}
+
 Rect SimulatedScreens::displayBounds(DisplayID display) const {
-    for (const auto& screen : m_screens) {
-        const auto number = screen.deviceDescription.find("NSScreenNumber");
-        if (number != screen.deviceDescription.end() &&
-            number->second.exactUInt32() == static_cast<std::uint32_t>(display))
+    for (const auto& screen : m_screens)
+        if (displayOf(screen) == display)
             return flipped(screen.frame);
-    }
     return {};
 }
 

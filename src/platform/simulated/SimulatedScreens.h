@@ -12,6 +12,7 @@ class SimulatedScreens final : public Screens {
 public:
     std::vector<Screen> screens() const override { return m_screens; }
     std::optional<Screen> mainScreen() const override;
+    std::optional<DisplayID> mainDisplayID() const override;
     Rect displayBounds(DisplayID display) const override;
 
     /// The first one carries the menu bar, and the keyboard focus until `setMain`.

@@ -34,6 +34,14 @@ void SimulatedWindow::setStyleMask(unsigned mask) {
     change("setStyleMask", mask);
 }
 
+void SimulatedWindow::setTitleHidden(bool hidden) {
+    change("setTitleHidden", hidden);
+}
+
+void SimulatedWindow::setMovableByWindowBackground(bool movable) {
+    change("setMovableByWindowBackground", movable);
+}
+
 void SimulatedWindow::setCanHide(bool canHide) {
     if (auto* window = change("setCanHide", canHide))
         window->canHide = canHide;

@@ -16,6 +16,8 @@ public:
     void setLevel(int level) override;
     void setCollectionBehavior(unsigned behavior) override;
     void setStyleMask(unsigned mask) override;
+    void setTitleHidden(bool hidden) override;
+    void setMovableByWindowBackground(bool movable) override;
     void setCanHide(bool canHide) override;
     void setHasShadow(bool hasShadow) override;
     void setIgnoresMouseEvents(bool ignores) override;

@@ -29,25 +29,28 @@ void DesktopTest::TearDown() {
 std::unique_ptr<TavroProcess> DesktopTest::launch(const TavroProcess::Launch& how) {
     EXPECT_TRUE(server.eventually("an empty tray before the launch", [this] { return tray.isEmpty(); }));
     auto tavro = std::make_unique<TavroProcess>(how);
-    EXPECT_TRUE(server.eventually("the item in the tray", [this] { return tray.showsOneItem(); }));
-    waitForPanel();
+    waitForTray(false);
     return tavro;
 }
 
-// Having drawn the item, the panel asks the program a few more things, and until then may lose a click. A
+// Having drawn an item, the panel asks the program a few more things, and until then may lose a click. A
 // question to the program and one to the panel, each answered in its turn, mark the end of one of those
 // steps.
-void DesktopTest::waitForPanel() {
+void DesktopTest::waitForTray(bool hasButton) {
+    EXPECT_TRUE(server.eventually(hasButton ? "the item and the button" : "the item alone",
+                                  [&] { return hasButton ? tray.showsItemAndButton() : tray.showsItem(); }));
     EXPECT_TRUE(Session::run(R"(
         get() {
             dbus-send --session --print-reply --reply-timeout=5000 --dest="$1" "$2" \
                 org.freedesktop.DBus.Properties.Get "string:org.kde.$3" "string:$4"
         }
         watcher() { get org.kde.StatusNotifierWatcher /StatusNotifierWatcher StatusNotifierWatcher "$1"; }
-        item=$(watcher RegisteredStatusNotifierItems | sed -n 's|.*string "\([^/"]*\).*|\1|p')
+        items=$(watcher RegisteredStatusNotifierItems | sed -n 's|.*string "\([^/"]*\).*|\1|p')
         for step in 1 2 3 4 5; do
-            get "$item" /StatusNotifierItem StatusNotifierItem Id &&
-                watcher IsStatusNotifierHostRegistered || exit 1
+            for item in $items; do
+                get "$item" /StatusNotifierItem StatusNotifierItem Id || exit 1
+            done
+            watcher IsStatusNotifierHostRegistered || exit 1
         done >/dev/null)"));
 }
 
@@ -63,6 +66,7 @@ void DesktopTest::toggle(TavroProcess& tavro) {
     clickItem(Input::Button::middle);
     EXPECT_TRUE(server.eventually("a line of the switch", [&] { return switches() == before + 1; }));
     parkPointer(); // not sooner: the panel takes no click from a pointer that has left again
+    waitForTray(tavro.linesOfOutput(turnedOn) > tavro.linesOfOutput(turnedOff));
 }
 
 void DesktopTest::clickItem(Input::Button button) {

@@ -29,8 +29,9 @@ protected:
     void clickItem(Input::Button button);
     /// Escape, until no menu is open: one that has just opened may not have the keyboard yet.
     testing::AssertionResult closeMenu();
+    /// Until the tray shows the item, with the microphone's button or without, and takes clicks on it.
+    void waitForTray(bool hasButton);
     /// The pointer away from everything that would change its looks under it.
-    void waitForPanel();
     void parkPointer() { input.moveTo({960, 1060}); }
 
     std::vector<xcb_window_t> covers(const TavroProcess& tavro) const;

@@ -1,0 +1,62 @@
+#include "app/TouchBarController.h"
+
+#include "audio/MuteMic.h"
+#include "platform/ControlStrip.h"
+#include "platform/Images.h"
+#include "platform/Log.h"
+#include "platform/Machine.h"
+#include "platform/Process.h"
+
+namespace tavro {
+
+namespace {
+
+constexpr Color mutedColor{190.0 / 255, 0, 0, 0.95};
+constexpr Color liveColor{92.0 / 255, 184.0 / 255, 92.0 / 255, 0.95};
+
+Machine& machine() {
+    return Process::current().machine();
+}
+
+Color bezelColor(bool isMuted) {
+    return isMuted ? mutedColor : liveColor;
+}
+
+} // namespace
+
+TouchBarController& TouchBarController::shared() {
+    return Process::current().shared<TouchBarController>();
+}
+
+TouchBarController::TouchBarController()
+    : touchButton(std::make_shared<TouchBarButton>())
+    , item(std::make_shared<CustomTouchBarItem>(itemIdentifier)) {
+    touchButton->title = "AC";
+    touchButton->action = [this] { pushedStartButton(); };
+}
+
+void TouchBarController::present() {
+    auto& strip = machine().controlStrip();
+    strip.showsCloseBoxWhenFrontMost(false);
+    touchButton = std::make_shared<TouchBarButton>();
+    touchButton->image = machine().images().named("mic-on");
+    touchButton->action = [this] { pushedStartButton(); };
+    touchButton->bezelColor = bezelColor(MuteMic::isMuted());
+    item->setView(touchButton);
+    strip.addSystemTrayItem(item);
+    strip.setPresence(itemIdentifier, true);
+}
+
+void TouchBarController::refresh() {
+    const bool isMuted = MuteMic::isMuted();
+    touchButton->bezelColor = bezelColor(isMuted);
+    touchButton->image = machine().images().named(isMuted ? "mic-off" : "mic-on");
+    item->setView(touchButton);
+}
+
+void TouchBarController::pushedStartButton() {
+    machine().log().print(MuteMic::isMuted() ? "true" : "false");
+    MuteMic::setMute(!MuteMic::isMuted());
+}
+
+} // namespace tavro

@@ -1,0 +1,68 @@
+#include "audio/AlertView.h"
+
+#include "platform/Images.h"
+#include "platform/Machine.h"
+#include "platform/Process.h"
+#include "platform/Screens.h"
+#include "platform/WindowServer.h"
+
+namespace tavro {
+
+namespace {
+
+constexpr Rect initialContent{{0, 0}, {200, 100}};
+constexpr Size shownSize{200, 200};
+constexpr unsigned initialStyle = WindowStyleMask::titled;
+
+Machine& machine() {
+    return Process::current().machine();
+}
+
+Rect mainDisplayBounds() {
+    const auto display = machine().screens().mainDisplayID();
+    return display ? machine().screens().displayBounds(*display) : Rect{};
+}
+
+/// The main display's screen is the first one.
+Screen mainDisplayScreen() {
+    const auto screens = machine().screens().screens();
+    return screens.empty() ? Screen{} : screens.front();
+}
+
+} // namespace
+
+AlertView::AlertView(bool mutestate)
+    : screenSize(mainDisplayBounds())
+    , mutestate(mutestate) {
+    window = machine().windowServer().createWindow(initialContent, initialStyle, BackingStore::buffered, true,
+                                                   mainDisplayScreen());
+    if (window)
+        showWindow();
+}
+
+void AlertView::showWindow() const {
+    window->setTitleHidden(true);
+    window->setStyleMask(initialStyle & ~WindowStyleMask::titled);
+    window->setBackgroundColor(Color::white(0, 0));
+    window->setMovableByWindowBackground(true);
+    window->setIgnoresMouseEvents(true);
+    window->setLevel(WindowLevel::floating);
+    window->setCollectionBehavior(WindowCollectionBehavior::canJoinAllSpaces |
+                                  WindowCollectionBehavior::stationary);
+    window->orderFrontRegardless();
+    window->setCanHide(false);
+    window->setFrame(frame(), true);
+    window->setHasShadow(false);
+    window->setContentView(std::make_shared<HostingView<AlertView>>(*this));
+}
+
+Rect AlertView::frame() const {
+    return {{screenSize.size.width * 0.5 - 100, screenSize.size.height / 6 - 50}, shownSize};
+}
+
+AlertContent AlertView::body() const {
+    return {machine().images().named(mutestate ? "alert-mic-off" : "alert-mic-on"),
+            mutestate ? "Mic Muted" : "Mic Unmuted"};
+}
+
+} // namespace tavro

@@ -1,0 +1,70 @@
+#include "audio/MuteMic.h"
+
+#include "audio/AudioDevice.h"
+#include "platform/Log.h"
+#include "platform/Machine.h"
+#include "platform/Process.h"
+
+#include <algorithm>
+
+namespace tavro {
+
+namespace {
+
+constexpr int notObserving = -1;
+
+struct MuteObservation {
+    int listenerID = notObserving;
+};
+
+int& observedListener() {
+    return Process::current().shared<MuteObservation>().listenerID;
+}
+
+Machine& machine() {
+    return Process::current().machine();
+}
+
+Result<AudioDevice, AudioDevice::Failure> defaultInput() {
+    auto device = AudioDevice::defaultDevice(kAudioHardwarePropertyDefaultInputDevice);
+    if (!device)
+        machine().log().print("Listener error");
+    return device;
+}
+
+} // namespace
+
+bool MuteMic::isMuted() {
+    return std::ranges::all_of(AudioDevice::inputDevices(),
+                               [](const auto& device) { return device.mute.value_or(true); });
+}
+
+void MuteMic::setMute(bool mute) {
+    const std::uint32_t value = mute ? 1 : 0;
+    for (const auto& device : AudioDevice::inputDevices())
+        if (device.mute && machine().audioHardware().setPropertyData(device.id, device.muteAddress(),
+                                                                     sizeof(value), value) != noErr)
+            machine().log().print("Input audio error: " + device.description());
+}
+
+void MuteMic::startObserving(const std::function<void()>& handler) {
+    if (listenerID() >= 0)
+        return;
+    if (const auto device = defaultInput())
+        observedListener() = AudioDevice::addMuteListener(device->id, handler);
+    AudioDevice::addInputDevicesMuteListener(handler);
+}
+
+void MuteMic::stopObserving() {
+    if (const auto device = defaultInput()) {
+        AudioDevice::removeMuteListener(device->id, listenerID());
+        observedListener() = notObserving;
+    }
+    AudioDevice::removeInputDevicesMuteListener();
+}
+
+int MuteMic::listenerID() {
+    return observedListener();
+}
+
+} // namespace tavro

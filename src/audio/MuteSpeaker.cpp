@@ -1,0 +1,28 @@
+#include "audio/MuteSpeaker.h"
+
+#include "audio/AudioDevice.h"
+#include "platform/Log.h"
+#include "platform/Machine.h"
+#include "platform/Process.h"
+
+namespace tavro {
+
+namespace {
+
+bool setDefaultOutputMute(bool mute) {
+    const auto device = AudioDevice::defaultDevice(kAudioHardwarePropertyDefaultOutputDevice);
+    if (!device || !device->mute)
+        return false;
+    auto& hardware = Process::current().machine().audioHardware();
+    const std::uint32_t value = mute ? 1 : 0;
+    return hardware.setPropertyData(device->id, device->muteAddress(), sizeof(value), value) == noErr;
+}
+
+} // namespace
+
+void MuteSpeaker::setMute(bool mute) {
+    if (!setDefaultOutputMute(mute))
+        Process::current().machine().log().print("Output audio error");
+}
+
+} // namespace tavro

@@ -1,0 +1,165 @@
+#include "AudioServer.h"
+
+#include "Session.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+#include <thread>
+
+namespace {
+
+constexpr auto piece = "pulseaudio";
+constexpr std::chrono::seconds deadline{10};
+
+/// The session's server, also where a test has changed the environment.
+const std::string sessionServer = [] {
+    const char* value = std::getenv("PULSE_SERVER");
+    return std::string(value ? value : "");
+}();
+
+std::string pactlCommand(const std::string& arguments) {
+    return "pactl --server='" + sessionServer + "' " + arguments;
+}
+
+void pactl(const std::string& arguments) {
+    if (!Session::run(pactlCommand(arguments)))
+        throw std::runtime_error("pactl " + arguments);
+}
+
+std::string outputOf(const std::string& command) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen(command.c_str(), "r"), &::pclose);
+    std::string output;
+    char buffer[4096];
+    while (const auto size = std::fread(buffer, 1, sizeof buffer, pipe.get()))
+        output.append(buffer, size);
+    return output;
+}
+
+double averageVolume(const QJsonObject& device) {
+    const auto channels = device["volume"].toObject();
+    double sum = 0;
+    for (const auto& channel : channels)
+        sum += channel.toObject()["value"].toDouble() / 65536;
+    return channels.isEmpty() ? 0 : sum / static_cast<double>(channels.size());
+}
+
+template <class Condition>
+void waitUntil(const char* what, Condition condition) {
+    const auto end = std::chrono::steady_clock::now() + deadline;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            throw std::runtime_error(std::string("there was still lacking: ") + what);
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+}
+
+} // namespace
+
+AudioServer::~AudioServer() {
+    thaw();
+    if (m_hasEnded)
+        start();
+    while (!m_modules.empty())
+        unplug(m_modules.begin()->first);
+    for (const auto& devices : {speakers(), microphones()})
+        for (const auto& [name, device] : devices)
+            mute(name, false);
+    for (const auto* speaker : {"speaker_1", "speaker_2"})
+        setVolume(speaker, 100);
+    makeDefault("speaker_1");
+    makeDefault("mic_1");
+}
+
+std::map<std::string, AudioServer::Device> AudioServer::devices(const std::string& kind) {
+    std::map<std::string, Device> found;
+    const auto answer = outputOf(pactlCommand("-f json list " + kind));
+    for (const auto& entry : QJsonDocument::fromJson(QByteArray::fromStdString(answer)).array()) {
+        const auto device = entry.toObject();
+        const bool isMonitor = device["properties"].toObject()["device.class"] == "monitor";
+        const auto name = device["name"].toString().toStdString();
+        if (!isMonitor)
+            found[name] = {name, device["description"].toString().toStdString(), device["mute"].toBool(),
+                           averageVolume(device)};
+    }
+    return found;
+}
+
+std::string AudioServer::kindOf(const std::string& device) {
+    return device.starts_with("speaker") ? "sink" : "source";
+}
+
+bool AudioServer::isMuted(const std::string& device) {
+    return devices(kindOf(device) + "s").at(device).isMuted;
+}
+
+void AudioServer::mute(const std::string& device, bool isMuted) {
+    pactl("set-" + kindOf(device) + "-mute " + device + (isMuted ? " 1" : " 0"));
+}
+
+void AudioServer::setVolume(const std::string& speaker, int percent) {
+    pactl("set-sink-volume " + speaker + " " + std::to_string(percent) + "%");
+}
+
+void AudioServer::makeDefault(const std::string& device) {
+    pactl("set-default-" + kindOf(device) + " " + device);
+}
+
+void AudioServer::plugInMicrophone(const std::string& name, const std::string& description) {
+    plugIn(name, "module-null-source source_name=" + name + R"( "description=')" + description + R"('")");
+}
+
+void AudioServer::plugInSpeaker(const std::string& name, const std::string& description) {
+    plugIn(name, "module-null-sink sink_name=" + name + R"( "sink_properties=\"device.description=')" +
+                     description + R"('\"")");
+}
+
+void AudioServer::listen(int port) {
+    plugIn("port " + std::to_string(port),
+           "module-native-protocol-tcp listen=127.0.0.1 auth-anonymous=1 port=" + std::to_string(port));
+}
+
+void AudioServer::plugIn(const std::string& name, const std::string& module) {
+    const auto number = outputOf(pactlCommand("load-module " + module));
+    if (number.empty())
+        throw std::runtime_error("the server did not take " + name);
+    m_modules[name] = number;
+}
+
+void AudioServer::unplug(const std::string& name) {
+    const auto module = m_modules.extract(name);
+    pactl("unload-module " + module.mapped());
+}
+
+void AudioServer::end() {
+    Session::signal(piece, SIGTERM);
+    waitUntil("the end of the audio server", [] { return ::kill(Session::pid(piece), 0) != 0; });
+    m_modules.clear();
+    m_hasEnded = true;
+}
+
+void AudioServer::start() {
+    Session::start(piece);
+    waitUntil("an answer of the audio server",
+              [] { return Session::run(pactlCommand("info >/dev/null 2>&1")); });
+    m_hasEnded = false;
+}
+
+void AudioServer::freeze() {
+    Session::signal(piece, SIGSTOP);
+    m_isFrozen = true;
+}
+
+void AudioServer::thaw() {
+    if (m_isFrozen)
+        Session::signal(piece, SIGCONT);
+    m_isFrozen = false;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// The session's audio server as its other clients see it, and what they and the user do to it.
+class AudioServer {
+public:
+    struct Device {
+        std::string name, description;
+        bool isMuted = false;
+        double volume = 0;
+        bool operator==(const Device&) const = default;
+    };
+
+    AudioServer() = default;
+    AudioServer(const AudioServer&) = delete;
+    AudioServer& operator=(const AudioServer&) = delete;
+    /// Leaves the server as the session has started it.
+    ~AudioServer();
+
+    /// By name; monitors are no microphones.
+    static std::map<std::string, Device> speakers() { return devices("sinks"); }
+    static std::map<std::string, Device> microphones() { return devices("sources"); }
+
+    static bool isMuted(const std::string& device);
+    static void mute(const std::string& device, bool isMuted);
+    static void setVolume(const std::string& speaker, int percent);
+    static void makeDefault(const std::string& device);
+    /// The names of speakers begin with "speaker". None of the other calls can tell them apart otherwise.
+    void plugInMicrophone(const std::string& name, const std::string& description = "USB");
+    void plugInSpeaker(const std::string& name, const std::string& description = "USB");
+    void unplug(const std::string& name);
+    /// Takes connections by TCP as well.
+    void listen(int port);
+
+    /// Ends it, and returns when it is gone.
+    void end();
+    /// Returns when it answers.
+    void start();
+    void freeze();
+    void thaw();
+
+private:
+    static std::map<std::string, Device> devices(const std::string& kind);
+    static std::string kindOf(const std::string& device);
+    void plugIn(const std::string& name, const std::string& module);
+
+    std::map<std::string, std::string> m_modules; // what was loaded for a device, by its name
+    bool m_isFrozen = false;
+    bool m_hasEnded = false;
+};

@@ -1,0 +1,206 @@
+#include "AudioTest.h"
+
+#include "audio/AlertMuteView.h"
+#include "audio/ToggleMicMute.h"
+#include "platform/simulated/SimulatedWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace tavro {
+namespace {
+
+using namespace std::chrono_literals;
+
+class AlertViewTest : public AudioTest {
+protected:
+    static std::optional<AlertView>& alert() { return AlertMuteView::shared().alertWindow; }
+    static WindowNumber number(const Window& window) {
+        return WindowNumber(static_cast<std::uint32_t>(window.windowNumber()));
+    }
+    void setMainDisplay(Size size) { mac.screens().set({SimulatedScreens::screen({{0, 0}, size}, 1)}); }
+    /// The text of the indicator on screen, or nothing.
+    std::string shownText() {
+        if (!alert() || !isVisible(number(*alert()->window)))
+            return "";
+        const auto& window = static_cast<const SimulatedWindow&>(*alert()->window);
+        return std::dynamic_pointer_cast<const HostingView<AlertView>>(window.contentView())
+            ->record.body()
+            .text;
+    }
+};
+
+TEST_F(AlertViewTest, ConstructionConfiguresTheWindowInThisOrder) {
+    setMainDisplay({1440, 900});
+    mac.journal().clear();
+    alert().emplace(true);
+    const auto lines = mac.journal().lines();
+    ASSERT_FALSE(lines.empty());
+    EXPECT_TRUE(lines[0].starts_with("windowServer.createWindow ")) << lines[0];
+    EXPECT_TRUE(lines[0].ends_with(" 200x100 at 0,0 1 2 true")) << lines[0];
+    EXPECT_EQ(Lines(lines.begin() + 1, lines.end()), (Lines{
+                                                         "window.setTitleHidden true",
+                                                         "window.setStyleMask 0",
+                                                         "window.setBackgroundColor 0 0 0 0",
+                                                         "window.setMovableByWindowBackground true",
+                                                         "window.setIgnoresMouseEvents true",
+                                                         "window.setLevel 3",
+                                                         "window.setCollectionBehavior 17",
+                                                         "window.orderFrontRegardless",
+                                                         "window.setCanHide false",
+                                                         "window.setFrame 200x200 at 620,100 true",
+                                                         "window.setHasShadow false",
+                                                         "window.setContentView",
+                                                     }));
+    const auto& window = static_cast<const SimulatedWindow&>(*alert()->window);
+    const auto view = std::dynamic_pointer_cast<const HostingView<AlertView>>(window.contentView());
+    ASSERT_NE(view, nullptr);
+    const AlertView& made = *alert();
+    for (const auto* record : {&made, &view->record}) {
+        EXPECT_EQ(record->window, alert()->window);
+        EXPECT_EQ(record->screenSize, (Rect{{0, 0}, {1440, 900}}));
+        EXPECT_TRUE(record->mutestate);
+    }
+}
+
+TEST_F(AlertViewTest, ItsPlaceIsLowOnTheMainDisplay) {
+    const struct {
+        std::vector<Screen> screens;
+        Point origin;
+    } cases[] = {
+        {{SimulatedScreens::screen({{0, 0}, {1920, 1080}}, 5),
+          SimulatedScreens::screen({{1920, 0}, {1440, 900}}, 3)},
+         {860, 130}},
+        {{SimulatedScreens::screen({{0, 0}, {1366, 768}}, 1)}, {583, 78}},
+        {{}, {-100, -50}},
+    };
+    for (const auto& [screens, origin] : cases) {
+        mac.screens().set(screens);
+        if (screens.size() > 1)
+            mac.screens().setMain(1); // the keyboard focus has no say
+        alert().emplace(false);
+        EXPECT_EQ(mac.windowServer().find(number(*alert()->window))->frame, (Rect{origin, {200, 200}}));
+        AlertMuteView::shared().closeAlert();
+    }
+}
+
+TEST_F(AlertViewTest, TheContentSaysTheState) {
+    const struct {
+        bool mutestate;
+        const char* image;
+        const char* text;
+    } cases[] = {{true, "alert-mic-off", "Mic Muted"}, {false, "alert-mic-on", "Mic Unmuted"}};
+    for (const auto& [mutestate, image, text] : cases) {
+        alert().emplace(mutestate);
+        EXPECT_EQ(alert()->body(), (AlertContent{NamedImage{image}, text}));
+        mac.images().removeResource(image);
+        EXPECT_EQ(alert()->body(), (AlertContent{std::nullopt, text}));
+        EXPECT_EQ(mac.log().takeDiagnosed().size(), 1u);
+        AlertMuteView::shared().closeAlert();
+    }
+}
+
+TEST_F(AlertViewTest, ItStandsAboveTheApplicationsAndLeavesThemTheFocusAndTheClicks) {
+    mac.workspace().startSelf();
+    const auto editor = openWindow("Editor");
+    mac.windowServer().find(editor)->frame = {{0, 0}, {1920, 1080}};
+    toggleMicMute();
+    mac.mainQueue().runUntilIdle();
+    const auto alertNumber = number(*alert()->window);
+    EXPECT_EQ(mac.windowServer().windows().back().number, alertNumber);
+    EXPECT_EQ(mac.windowServer().windowAt({900, 200})->number, editor);
+    EXPECT_EQ(mac.workspace().frontmost(), owner(editor));
+    mac.workspace().userHides(ApplicationID::self);
+    EXPECT_TRUE(isVisible(alertNumber));
+}
+
+TEST_F(AlertViewTest, ThePressShowsWhatItIsAboutToWrite) {
+    const struct {
+        const char* what;
+        std::vector<bool> before;
+        const char* text;
+        bool after;
+    } cases[] = {
+        {"live", {false}, "Mic Muted", true},
+        {"muted", {true, true}, "Mic Unmuted", false},
+        {"one of two live", {true, false}, "Mic Muted", true},
+        {"no microphone", {}, "Mic Unmuted", false},
+    };
+    for (const auto& [what, before, text, after] : cases) {
+        SCOPED_TRACE(what);
+        audio.unplugAll();
+        std::vector<AudioObjectID> devices;
+        devices.reserve(before.size());
+        for (const bool mute : before)
+            devices.push_back(plugInMicrophone("Microphone", mute));
+        mac.journal().clear();
+        toggleMicMute();
+        EXPECT_EQ(shownText(), text);
+        for (const auto device : devices)
+            EXPECT_EQ(audio.isMuted(device), after);
+        EXPECT_EQ(writes().size(), before.size());
+        EXPECT_TRUE(mac.journal().lines().front().starts_with("windowServer.createWindow"));
+        mac.mainQueue().advance(1s);
+        EXPECT_EQ(shownText(), "");
+    }
+}
+
+TEST_F(AlertViewTest, ItStandsForOneSecondInWhichPressesAreIgnored) {
+    const auto device = plugInMicrophone("Desk");
+    for (const bool mute : {true, false}) {
+        toggleMicMute();
+        const std::weak_ptr<Window> window = alert()->window;
+        mac.mainQueue().advance(500ms);
+        mac.journal().clear();
+        toggleMicMute();
+        mac.mainQueue().advance(499ms);
+        toggleMicMute();
+        EXPECT_EQ(mac.journal().lines(), Lines{});
+        EXPECT_EQ(audio.isMuted(device), mute);
+        EXPECT_EQ(shownText(), mute ? "Mic Muted" : "Mic Unmuted");
+        mac.mainQueue().advance(1ms);
+        EXPECT_FALSE(alert());
+        EXPECT_EQ(mac.journal().lines("window.close").size(), 1u);
+        EXPECT_TRUE(window.expired());
+    }
+}
+
+TEST_F(AlertViewTest, WithoutAWindowThePressStillMutesAndIsStillOneASecond) {
+    const auto device = plugInMicrophone("Desk");
+    mac.windowServer().failNextWindow();
+    toggleMicMute();
+    EXPECT_EQ(alert()->window, nullptr);
+    EXPECT_EQ(audio.isMuted(device), true);
+    toggleMicMute();
+    EXPECT_EQ(audio.isMuted(device), true);
+    mac.mainQueue().advance(1s);
+    toggleMicMute();
+    EXPECT_EQ(audio.isMuted(device), false);
+    EXPECT_EQ(shownText(), "Mic Unmuted");
+}
+
+TEST_F(AlertViewTest, ARefusingDeviceChangesNothingAboutTheIndicator) {
+    const auto device = plugInMicrophone("Desk");
+    audio.fail(AudioCall::setData, device, inputMute, kAudioHardwareNotRunningError);
+    toggleMicMute();
+    EXPECT_EQ(shownText(), "Mic Muted");
+    ASSERT_EQ(mac.log().printed().size(), 1u);
+    EXPECT_TRUE(mac.log().printed()[0].starts_with("Input audio error: AudioDevice("));
+    mac.mainQueue().advance(1s);
+    EXPECT_FALSE(alert());
+}
+
+TEST_F(SimulatedMacTest, AnIndicatorEndsWithItsProcess) {
+    std::weak_ptr<Window> window;
+    {
+        Process process(mac);
+        toggleMicMute();
+        window = AlertMuteView::shared().alertWindow->window;
+        ASSERT_FALSE(window.expired());
+    }
+    EXPECT_TRUE(window.expired());
+}
+
+} // namespace
+} // namespace tavro

@@ -1,0 +1,132 @@
+#include "AudioTest.h"
+
+#include "audio/MuteMic.h"
+
+#include <gtest/gtest.h>
+
+namespace tavro {
+namespace {
+
+class MuteMicTest : public AudioTest {
+protected:
+    void change(AudioObjectID device) {
+        audio.otherProgramSetsMute(device, !audio.isMuted(device).value());
+        mac.mainQueue().runUntilIdle();
+    }
+    /// The lines that were printed by the call.
+    template <class Call>
+    Lines printedBy(Call call) {
+        mac.journal().clear();
+        call();
+        return mac.journal().lines("log.print");
+    }
+};
+
+TEST_F(MuteMicTest, IsMutedUnlessADeviceSaysThatItIsNot) {
+    const auto none = std::nullopt;
+    const struct {
+        std::vector<std::optional<bool>> flags;
+        bool isMuted;
+    } cases[] = {
+        {{}, true},           {{none}, true},       {{true}, true},         {{false}, false},
+        {{true, true}, true}, {{none, true}, true}, {{true, false}, false}, {{false, none}, false},
+    };
+    for (const auto& [flags, isMuted] : cases) {
+        SCOPED_TRACE(testing::PrintToString(flags));
+        audio.unplugAll();
+        plugInSpeaker("Hall", false); // a speaker is no microphone
+        for (const auto flag : flags)
+            plugInMicrophone("Microphone", flag);
+        EXPECT_EQ(MuteMic::isMuted(), isMuted);
+    }
+    const auto unreadable = plugInMicrophone("Unreadable", false);
+    audio.unplug(unreadable - 2);
+    EXPECT_FALSE(MuteMic::isMuted());
+    audio.fail(AudioCall::getData, unreadable, inputMute, kAudioHardwareUnspecifiedError);
+    EXPECT_TRUE(MuteMic::isMuted());
+}
+
+TEST_F(MuteMicTest, SettingWritesToEveryInputDeviceThatHasAFlag) {
+    plugInSpeaker("Hall");
+    const auto muted = plugInMicrophone("Muted", true);
+    const auto bare = plugInMicrophone("Bare", std::nullopt);
+    const auto refusing = plugInMicrophone("Refusing");
+    const auto headset = plugInHeadset("Headset");
+    audio.fail(AudioCall::setData, refusing, inputMute, -50);
+    EXPECT_EQ(printedBy([] { MuteMic::setMute(true); }),
+              Lines{"log.print Input audio error: AudioDevice(id: 46, name: \"Refusing\", "
+                    "uid: \"uid of Refusing\", isInput: true, isOutput: false, volume: none, mute: false)"});
+    const std::string call = "audioHardware.setPropertyData ";
+    EXPECT_EQ(writes(), (Lines{call + "44 mute inpt 1", call + "46 mute inpt 1", call + "47 mute inpt 1"}));
+    EXPECT_EQ(audio.isMuted(muted), true);
+    EXPECT_EQ(audio.isMuted(bare), std::nullopt);
+    EXPECT_EQ(audio.isMuted(refusing), false);
+    EXPECT_EQ(audio.device(headset).input.mute, true);
+    EXPECT_EQ(audio.device(headset).output.mute, false);
+    audio.fail(AudioCall::setData, refusing, inputMute, noErr);
+    EXPECT_EQ(printedBy([] { MuteMic::setMute(false); }), Lines{});
+    for (const auto device : {muted, refusing, headset})
+        EXPECT_EQ(audio.isMuted(device), false);
+}
+
+TEST_F(MuteMicTest, ObservingHearsTheDefaultDeviceTwiceAndTheOthersOnce) {
+    const auto first = plugInMicrophone("First");
+    const auto second = plugInMicrophone("Second");
+    audio.setDefaultInput(first);
+    EXPECT_EQ(MuteMic::listenerID(), -1);
+    int told = 0;
+    for (int round = 0; round < 2; ++round) {
+        MuteMic::startObserving([&] { ++told; });
+        MuteMic::startObserving([&] { told += 100; });
+        EXPECT_EQ(MuteMic::listenerID(), round);
+        EXPECT_EQ(audio.muteListenerCount(first), 2);
+        EXPECT_EQ(audio.muteListenerCount(second), 1);
+        told = 0;
+        change(first);
+        EXPECT_EQ(told, 2);
+        change(second);
+        EXPECT_EQ(told, 3);
+        MuteMic::stopObserving();
+        EXPECT_EQ(MuteMic::listenerID(), -1);
+        change(first);
+        change(second);
+        EXPECT_EQ(told, 3);
+    }
+    EXPECT_EQ(mac.log().printed(), Lines{});
+}
+
+TEST_F(MuteMicTest, WithoutADefaultDeviceTheOthersAreObservedAllTheSame) {
+    const auto device = plugInMicrophone("Desk");
+    const Lines error{"log.print Listener error"};
+    const auto start = [] { MuteMic::startObserving([] {}); };
+    const auto stop = [] { MuteMic::stopObserving(); };
+    EXPECT_EQ(printedBy(start), error);
+    EXPECT_EQ(MuteMic::listenerID(), -1);
+    EXPECT_EQ(audio.muteListenerCount(device), 1);
+    EXPECT_EQ(printedBy(start), error);
+    EXPECT_EQ(audio.muteListenerCount(device), 2);
+    EXPECT_EQ(printedBy(stop), error);
+    EXPECT_EQ(audio.muteListenerCount(device), 1); // the one of the first start
+    audio.setDefaultInput(device);
+    EXPECT_EQ(printedBy(start), Lines{});
+    EXPECT_EQ(audio.muteListenerCount(device), 3);
+}
+
+TEST_F(MuteMicTest, ADefaultDeviceThatIsGoneAtTheEndLeavesItsListenerForTheNextEnd) {
+    const auto device = plugInMicrophone("Desk");
+    audio.setDefaultInput(device);
+    MuteMic::startObserving([] {});
+    audio.setDefaultInput(0);
+    EXPECT_EQ(printedBy([] { MuteMic::stopObserving(); }), Lines{"log.print Listener error"});
+    EXPECT_EQ(MuteMic::listenerID(), 0);
+    EXPECT_EQ(audio.muteListenerCount(device), 1);
+    EXPECT_EQ(printedBy([] { MuteMic::startObserving([] {}); }), Lines{}); // it is observing still
+    EXPECT_EQ(audio.muteListenerCount(device), 1);
+    audio.setDefaultInput(device);
+    MuteMic::stopObserving();
+    EXPECT_EQ(MuteMic::listenerID(), -1);
+    EXPECT_EQ(audio.muteListenerCount(device), 0);
+}
+
+} // namespace
+} // namespace tavro

@@ -1,0 +1,81 @@
+#include "AudioTest.h"
+
+#include "audio/MuteSpeaker.h"
+
+#include <gtest/gtest.h>
+
+namespace tavro {
+namespace {
+
+using MuteSpeakerTest = AudioTest;
+
+TEST_F(MuteSpeakerTest, WritesTheValueWhateverTheDeviceWasBefore) {
+    const auto speaker = plugInSpeaker("Hall", true);
+    const auto microphone = plugInMicrophone("Desk");
+    audio.setDefaultOutput(speaker);
+    audio.setDefaultInput(microphone);
+    for (const bool mute : {true, true, false, false})
+        MuteSpeaker::setMute(mute);
+    const std::string write = "audioHardware.setPropertyData 43 mute outp ";
+    EXPECT_EQ(writes(), (Lines{write + "1", write + "1", write + "0", write + "0"}));
+    EXPECT_EQ(audio.isMuted(speaker), false);
+    EXPECT_EQ(mac.log().printed(), Lines{});
+}
+
+TEST_F(MuteSpeakerTest, ADeviceWithBothSidesIsMutedOnItsInput) {
+    const auto headset = plugInHeadset("Headset");
+    audio.setDefaultOutput(headset);
+    MuteSpeaker::setMute(true);
+    EXPECT_EQ(audio.device(headset).input.mute, true);
+    EXPECT_EQ(audio.device(headset).output.mute, false);
+}
+
+TEST_F(MuteSpeakerTest, TheDefaultDeviceOfTheMomentIsTheOne) {
+    const auto before = plugInSpeaker("Before");
+    const auto after = plugInSpeaker("After", true);
+    audio.setDefaultOutput(before);
+    MuteSpeaker::setMute(true);
+    audio.setDefaultOutput(after);
+    MuteSpeaker::setMute(false);
+    EXPECT_EQ(audio.isMuted(before), true);
+    EXPECT_EQ(audio.isMuted(after), false);
+}
+
+TEST_F(MuteSpeakerTest, EveryFailureIsOneLineAndLeavesTheDeviceAlone) {
+    const struct {
+        const char* what;
+        bool hasDefault;
+        bool hasFlag;
+        std::optional<AudioCall> call;
+        AudioObjectPropertyAddress address;
+    } cases[] = {
+        {"no default device", false, true, {}, {}},
+        {"no mute flag", true, false, {}, {}},
+        {"name cannot be read", true, true, AudioCall::getData, name},
+        {"streams cannot be read", true, true, AudioCall::getSize, outputStreams},
+        {"flag cannot be read", true, true, AudioCall::getData, outputMute},
+        {"flag cannot be written", true, true, AudioCall::setData, outputMute},
+    };
+    for (const auto& [what, hasDefault, hasFlag, call, address] : cases) {
+        SCOPED_TRACE(what);
+        for (const bool mute : {true, false}) {
+            const auto speaker = plugInSpeaker("Hall", hasFlag ? std::optional(!mute) : std::nullopt);
+            audio.setDefaultOutput(hasDefault ? speaker : 0);
+            if (call)
+                audio.fail(*call, speaker, address, kAudioHardwareUnspecifiedError);
+            mac.journal().clear();
+            MuteSpeaker::setMute(mute);
+            EXPECT_EQ(mac.journal().lines("log.print"), Lines{"log.print Output audio error"});
+            EXPECT_EQ(writes().size(), call == AudioCall::setData ? 1u : 0u);
+            EXPECT_NE(audio.isMuted(speaker), mute);
+        }
+    }
+    audio.setDefaultOutput(plugInSpeaker("Hall"));
+    audio.fail(AudioCall::getData, kAudioObjectSystemObject, defaultOutput, kAudioHardwareNotRunningError);
+    mac.journal().clear();
+    MuteSpeaker::setMute(true);
+    EXPECT_EQ(mac.journal().lines(), Lines{"log.print Output audio error"});
+}
+
+} // namespace
+} // namespace tavro
