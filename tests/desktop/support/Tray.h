@@ -14,11 +14,18 @@ public:
     Point itemPlace() const { return {1908, 14}; }
     Pixels picture() const { return m_server.screenshot(end); }
     bool isEmpty() const { return isBare(end); }
-    bool showsItem() const { return !isBare(end) && !showsBezel(); }
-    bool showsItemAndButton() const { return !isBare(end) && showsBezel(); }
+    bool showsItem() const { return !isBare(end) && !showsButton(); }
+    bool showsItemAndButton() const { return !isBare(end) && showsButton(); }
     Point buttonPlace() const { return {1880, 14}; }
+    bool showsRedBezel() const {
+        return shows([](int red, int green, int blue) { return red > 0x90 && green < 0x40 && blue < 0x40; });
+    }
+    bool showsGreenBezel() const {
+        return shows([](int red, int green, int blue) { return green > 0x90 && red < 0x80 && blue < 0x80; });
+    }
 
 private:
+    bool showsButton() const { return showsRedBezel() || showsGreenBezel(); }
     static constexpr Rect end{1896, 0, 24, 28}, left{1868, 0, 24, 28};
 
     /// Whether nothing is drawn on the panel there: each row is of one colour.
@@ -31,13 +38,11 @@ private:
     }
 
     /// The windows' buttons, which are grey or blue, may reach as far as that.
-    bool showsBezel() const {
-        constexpr auto strong = 0x90, weak = 0x60, least = 50;
-        const auto isOfBezel = [](std::uint32_t pixel) {
-            const auto red = pixel >> 16 & 0xFF, green = pixel >> 8 & 0xFF, blue = pixel & 0xFF;
-            return blue < weak && (red > strong) != (green > strong);
-        };
-        return std::ranges::count_if(m_server.screenshot(left), isOfBezel) > least;
+    bool shows(bool (*isOfBezel)(int red, int green, int blue)) const {
+        constexpr int least = 50;
+        return std::ranges::count_if(m_server.screenshot(left), [isOfBezel](std::uint32_t pixel) {
+                   return isOfBezel(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+               }) > least;
     }
 
     const XServer& m_server;
