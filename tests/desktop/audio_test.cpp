@@ -289,7 +289,8 @@ TEST_F(AudioTest, ADeviceComesGoesAndComesBackUnderObservation) {
     EXPECT_TRUE(eventually("the list without it", [&] { return number("usb") == 0; }));
     EXPECT_EQ(hardware->removePropertyListener(usb, muteOf("usb"), listeners.back()),
               kAudioHardwareBadObjectError);
-    server.plugInMicrophone("usb"); // not muted, as it was last seen
+    server.plugInMicrophone("usb");
+    server.mute("usb", false); // as it is anyhow, unless the server has restored what it was
     ASSERT_TRUE(eventually("the device unmuted", [&] { return number("usb") != 0 && !isMuted("usb"); }));
     QCoreApplication::processEvents();
     EXPECT_EQ(told, 1) << "after the removal";

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr auto piece = "pulseaudio";
+constexpr auto piece = "sound";
 constexpr std::chrono::seconds deadline{10};
 
 /// The session's server, also where a test has changed the environment.
@@ -114,12 +114,24 @@ void AudioServer::makeDefault(const std::string& device) {
 }
 
 void AudioServer::plugInMicrophone(const std::string& name, const std::string& description) {
+    if (isPipeWire())
+        return plugInNullSink(name, description, "media.class=Audio/Source/Virtual ");
     plugIn(name, "module-null-source source_name=" + name + R"( "description=')" + description + R"('")");
 }
 
 void AudioServer::plugInSpeaker(const std::string& name, const std::string& description) {
-    plugIn(name, "module-null-sink sink_name=" + name + R"( "sink_properties=\"device.description=')" +
-                     description + R"('\"")");
+    plugInNullSink(name, description, "");
+}
+
+void AudioServer::plugInNullSink(const std::string& name, const std::string& description,
+                                 const std::string& properties) {
+    plugIn(name, "module-null-sink " + properties + "sink_name=" + name +
+                     R"( "sink_properties=\"device.description=')" + description + R"('\"")");
+}
+
+bool AudioServer::isPipeWire() {
+    static const bool isIt = Session::run(pactlCommand("info | grep -q PipeWire"));
+    return isIt;
 }
 
 void AudioServer::listen(int port) {

@@ -45,6 +45,9 @@ public:
 private:
     static std::map<std::string, Device> devices(const std::string& kind);
     static std::string kindOf(const std::string& device);
+    static bool isPipeWire();
+    void plugInNullSink(const std::string& name, const std::string& description,
+                        const std::string& properties);
     void plugIn(const std::string& name, const std::string& module);
 
     std::map<std::string, std::string> m_modules; // what was loaded for a device, by its name
