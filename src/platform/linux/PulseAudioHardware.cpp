@@ -10,7 +10,7 @@ namespace {
 
 using Clock = PulseConnection::Clock;
 
-constexpr std::chrono::milliseconds longestFirstWait{300}, longestWaitPerTurn{500};
+constexpr std::chrono::milliseconds longestFirstWait{300}, longestWait{500}, longestWaitsPerTurn{2000};
 constexpr std::uint32_t wordSize = 4, stringSize = 8;
 
 std::uint32_t sizeOf(const AudioPropertyValue& value) {
@@ -68,7 +68,7 @@ std::optional<AudioPropertyValue> deviceProperty(const PulseDevice& device, Audi
 
 PulseAudioHardware::PulseAudioHardware(MainQueue& queue, Log& log)
     : m_queue(queue)
-    , m_waitLeft(longestWaitPerTurn)
+    , m_waitLeft(longestWaitsPerTurn)
     , m_connection(m_mirror, log, [this] { mirrorChanged(); }) {}
 
 void PulseAudioHardware::waitAtFirst() const {
@@ -152,11 +152,13 @@ OSStatus PulseAudioHardware::setMute(AudioObjectID object, bool isMuted) {
     if (!std::exchange(m_turnIsLimited, true))
         m_queue.async([this] {
             m_turnIsLimited = false;
-            m_waitLeft = longestWaitPerTurn;
+            m_waitLeft = longestWaitsPerTurn;
         });
     const auto begin = Clock::now();
-    const auto status = m_connection.setMute(*m_mirror.device(object), isMuted, begin + m_waitLeft);
-    m_waitLeft -= Clock::now() - begin;
+    const auto deadline = begin + std::min<Clock::duration>(longestWait, m_waitLeft);
+    const auto status = m_connection.setMute(*m_mirror.device(object), isMuted, deadline);
+    const auto end = Clock::now();
+    m_waitLeft = end < deadline ? m_waitLeft - (end - begin) : Clock::duration::zero();
     if (status == noErr) {
         m_mirror.confirmMute(object, isMuted);
         mirrorChanged();

@@ -18,8 +18,9 @@ class MainQueue;
 ///
 /// - Reads answer from a mirror. Only the very first call may wait, 300 ms at most and only while a server is
 ///   being connected to, so that a program which asks at launch sees the devices.
-/// - Writes wait for the server's word, all those of one turn of the main loop together 500 ms at most. What
-///   is not confirmed by then is a failure, though the server may carry it out when it answers again.
+/// - Writes wait for the server's word, each 500 ms at most, and all those of one turn of the main loop
+///   together 2 s. After one that has waited in vain, the others of its turn do not wait at all. What is not
+///   confirmed is a failure, though the server may carry it out when it answers again.
 /// - A device is the one of its kind and server name. It keeps its number and its listeners while it is away,
 ///   unplugged or with its server; on its return they are told if it differs from before.
 /// - Without a server there is no property of the system to read, and there are no devices.

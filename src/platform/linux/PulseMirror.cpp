@@ -20,6 +20,8 @@ void PulseMirror::clear() {
     m_questions.clear();
     m_removedWhileListing.clear();
     m_devices.clear();
+    m_places.clear();
+    m_hasOtherDevices = true;
     m_defaults = {};
     m_isListed = {};
     m_hasDefaults = false;
@@ -70,7 +72,7 @@ void PulseMirror::answerDefaults(const PulseQuestion& question, PulseDefaults de
     if (!accept(question))
         return;
     m_defaults = std::move(defaults);
-    m_hasDefaults = true;
+    m_hasOtherDevices |= !std::exchange(m_hasDefaults, true);
 }
 
 void PulseMirror::answerAllDevices(const PulseQuestion& question, const std::vector<PulseDevice>& devices) {
@@ -82,6 +84,7 @@ void PulseMirror::answerAllDevices(const PulseQuestion& question, const std::vec
             store(device);
     std::erase_if(m_removedWhileListing, [kind](const auto& entry) { return entry.first == kind; });
     m_isListed.at(number(kind)) = true;
+    m_hasOtherDevices = true; // they count from the moment on when all are listed
 }
 
 void PulseMirror::answerOneDevice(const PulseQuestion& question, const std::optional<PulseDevice>& device) {
@@ -95,21 +98,37 @@ void PulseMirror::answerOneDevice(const PulseQuestion& question, const std::opti
 
 void PulseMirror::confirmMute(AudioObjectID object, bool isMuted) {
     if (const auto found = m_devices.find(object); found != m_devices.end())
-        found->second.isMuted = isMuted;
+        change(object).isMuted = isMuted;
 }
 
 // The index may have been another device's, and the name may have been at another index, where an event has
 // not arrived yet.
 void PulseMirror::store(const PulseDevice& device) {
-    erase(device.kind, device.index);
-    if (!device.isMonitor)
-        m_devices[identify(device.kind, device.name)] = device;
+    const auto object = device.isMonitor ? AudioObjectID{} : identify(device.kind, device.name);
+    const auto place = m_places.find({device.kind, device.index});
+    if (place != m_places.end() && place->second != object)
+        erase(device.kind, device.index);
+    if (device.isMonitor)
+        return;
+    if (const auto before = m_devices.find(object); before == m_devices.end())
+        m_hasOtherDevices = true;
+    else if (before->second.index != device.index)
+        m_places.erase({device.kind, before->second.index});
+    change(object) = device;
+    m_places[{device.kind, device.index}] = object;
+}
+
+PulseDevice& PulseMirror::change(AudioObjectID object) {
+    m_changed.insert(object);
+    return m_devices[object];
 }
 
 void PulseMirror::erase(Kind kind, std::uint32_t index) {
-    std::erase_if(m_devices, [&](const auto& entry) {
-        return entry.second.kind == kind && entry.second.index == index;
-    });
+    const auto place = m_places.extract({kind, index});
+    if (place.empty())
+        return;
+    m_devices.erase(place.mapped());
+    m_hasOtherDevices = true;
 }
 
 AudioObjectID PulseMirror::identify(Kind kind, const std::string& name) {
@@ -143,10 +162,13 @@ AudioObjectID PulseMirror::defaultDevice(Kind kind) const {
 
 std::vector<PulseMirror::Change> PulseMirror::takeChanges() {
     std::vector<Change> changes;
-    auto now = devices();
-    if (now != m_toldDevices)
-        changes.push_back({kAudioObjectSystemObject, kAudioHardwarePropertyDevices});
-    m_toldDevices = std::move(now);
+    if (std::exchange(m_hasOtherDevices, false)) {
+        auto now = devices();
+        if (now != m_toldDevices)
+            changes.push_back({kAudioObjectSystemObject, kAudioHardwarePropertyDevices});
+        m_toldDevices = std::move(now);
+        m_changed.insert(m_toldDevices.begin(), m_toldDevices.end());
+    }
     const std::array defaults{defaultDevice(Kind::sink), defaultDevice(Kind::source)};
     if (defaults[0] != m_toldDefaults[0])
         changes.push_back({kAudioObjectSystemObject, kAudioHardwarePropertyDefaultOutputDevice});
@@ -158,8 +180,13 @@ std::vector<PulseMirror::Change> PulseMirror::takeChanges() {
 }
 
 void PulseMirror::compareProperties(std::vector<Change>& changes) {
-    for (const auto object : m_toldDevices) {
-        const auto& now = m_devices.at(object);
+    if (!isComplete())
+        return;
+    for (const auto object : std::exchange(m_changed, {})) {
+        const auto present = m_devices.find(object);
+        if (present == m_devices.end())
+            continue;
+        const auto& now = present->second;
         const auto [entry, isNew] = m_toldProperties.try_emplace(object, now);
         if (isNew)
             continue;

@@ -110,6 +110,7 @@ private:
     void ask(const Subject& subject);
     bool accept(const PulseQuestion& question);
     void store(const PulseDevice& device);
+    PulseDevice& change(AudioObjectID object);
     void erase(Kind kind, std::uint32_t index);
     AudioObjectID identify(Kind kind, const std::string& name);
     void compareProperties(std::vector<Change>& changes);
@@ -121,10 +122,13 @@ private:
 
     std::map<std::pair<Kind, std::string>, AudioObjectID> m_identities;
     std::map<AudioObjectID, PulseDevice> m_devices;
+    std::map<std::pair<Kind, std::uint32_t>, AudioObjectID> m_places; // by the server's index
     PulseDefaults m_defaults;
     std::array<bool, 2> m_isListed{};
     bool m_hasDefaults = false;
 
+    std::set<AudioObjectID> m_changed; // since the last telling; so is the next
+    bool m_hasOtherDevices = false;
     std::map<AudioObjectID, PulseDevice> m_toldProperties; // of all that ever were
     std::vector<AudioObjectID> m_toldDevices;
     std::array<AudioObjectID, 2> m_toldDefaults{};

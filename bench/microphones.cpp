@@ -1,0 +1,191 @@
+// Measures what the program does with microphones, in a session with a sound and a notification server.
+//   microphones SCRIPT ROUNDS
+// prints, for 2, 20 and 200 of them, medians of ROUNDS in microseconds:
+//   microphones COUNT  list|isMuted|setMute|muted|indicator|script-muted|script-indicator  MICROSECONDS
+// "muted" and "indicator" begin when the shortcut's action is called, or the script's process is made.
+
+#include "Child.h"
+
+#include "audio/AlertMuteView.h"
+#include "audio/AudioDevice.h"
+#include "audio/MuteMic.h"
+#include "audio/ToggleMicMute.h"
+#include "platform/Process.h"
+#include "platform/Window.h"
+#include "platform/linux/LinuxMachine.h"
+#include "platform/linux/StreamLog.h"
+#include "ui/ViewPainting.h"
+
+#include <QApplication>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <set>
+#include <stdexcept>
+
+namespace {
+
+using bench::Clock;
+using Microseconds = std::chrono::duration<double, std::micro>;
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+void run(const std::string& command) {
+    if (std::system(command.c_str()) != 0)
+        throw std::runtime_error(command);
+}
+
+void waitUntil(const char* what, const std::function<bool()>& condition) {
+    const auto end = Clock::now() + std::chrono::seconds(20);
+    while (!condition()) {
+        if (Clock::now() > end)
+            throw std::runtime_error(std::string("there was still lacking: ") + what);
+        QCoreApplication::processEvents();
+    }
+}
+
+/// The windows that show now and that no window manager handles, over a connection of the bench's own.
+class PopUps {
+public:
+    PopUps()
+        : m_connection(xcb_connect(nullptr, nullptr), &xcb_disconnect) {}
+
+    std::set<xcb_window_t> shown() const {
+        std::set<xcb_window_t> windows;
+        auto* x = m_connection.get();
+        const auto root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
+        const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(x, xcb_query_tree(x, root), nullptr),
+                                                 &std::free);
+        const std::span children(xcb_query_tree_children(tree.get()), tree->children_len);
+        std::vector<xcb_get_window_attributes_cookie_t> cookies;
+        for (const auto window : children)
+            cookies.push_back(xcb_get_window_attributes(x, window));
+        for (std::size_t i = 0; i < children.size(); ++i) {
+            const Reply<xcb_get_window_attributes_reply_t> attributes(
+                xcb_get_window_attributes_reply(x, cookies[i], nullptr), &std::free);
+            if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE)
+                windows.insert(children[i]);
+        }
+        return windows;
+    }
+
+private:
+    template <class T>
+    using Reply = std::unique_ptr<T, decltype(&std::free)>;
+    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> m_connection;
+};
+
+class Bench {
+public:
+    Bench(std::string script, int rounds)
+        : m_script(std::move(script))
+        , m_rounds(rounds) {}
+
+    void measure(std::size_t count) {
+        plugIn(count);
+        print(count, "list", [] { tavro::AudioDevice::inputDevices(); });
+        print(count, "isMuted", [] { tavro::MuteMic::isMuted(); });
+        bool mute = false;
+        print(count, "setMute", [&mute] { tavro::MuteMic::setMute(mute = !mute); });
+        tavro::MuteMic::setMute(false);
+        measureToggles(count);
+        measureScript(count);
+    }
+
+private:
+    void plugIn(std::size_t count) {
+        for (; m_plugged < count; ++m_plugged)
+            run("pactl load-module module-null-source source_name=usb_" + std::to_string(m_plugged) +
+                " >/dev/null");
+        waitUntil("the microphones", [&] { return tavro::AudioDevice::inputDevices().size() == count; });
+    }
+
+    template <class Work>
+    void print(std::size_t count, const char* what, Work work) const {
+        std::vector<double> times;
+        for (int round = 0; round < m_rounds; ++round) {
+            const auto begin = Clock::now();
+            work();
+            times.push_back(Microseconds(Clock::now() - begin).count());
+            QCoreApplication::processEvents(); // waits for a server are limited turn by turn
+        }
+        print(count, what, times);
+    }
+
+    static void print(std::size_t count, const char* what, const std::vector<double>& times) {
+        std::printf("microphones\t%zu\t%s\t%.1f\n", count, what, median(times));
+        std::fflush(stdout);
+    }
+
+    // When the action returns, the server has confirmed the last device.
+    void measureToggles(std::size_t count) {
+        std::vector<double> muted, shown;
+        for (int round = 0; round < m_rounds; ++round) {
+            const auto before = m_popUps.shown();
+            const auto begin = Clock::now();
+            tavro::toggleMicMute();
+            muted.push_back(Microseconds(Clock::now() - begin).count());
+            waitUntil("the indicator", [&] { return m_popUps.shown() != before; });
+            shown.push_back(Microseconds(Clock::now() - begin).count());
+            tavro::AlertMuteView::shared().closeAlert();
+            waitUntil("its end", [&] { return m_popUps.shown() == before; });
+        }
+        print(count, "muted", muted);
+        print(count, "indicator", shown);
+    }
+
+    void measureScript(std::size_t count) {
+        constexpr int atMostRounds = 5; // of seconds each
+        std::vector<double> muted, shown;
+        for (int round = 0; round < std::min(m_rounds, atMostRounds); ++round) {
+            const bool mute = round % 2 == 0;
+            const auto before = m_popUps.shown();
+            bench::Child script({m_script, mute ? "1" : "0"}, "/dev/null");
+            waitUntil("the last microphone", [&] {
+                return std::ranges::all_of(tavro::AudioDevice::inputDevices(),
+                                           [mute](const auto& device) { return device.mute == mute; });
+            });
+            muted.push_back(Microseconds(Clock::now() - script.start()).count());
+            waitUntil("the notification", [&] { return m_popUps.shown() != before; });
+            shown.push_back(Microseconds(Clock::now() - script.start()).count());
+            script.join();
+            waitUntil("its end", [&] { return m_popUps.shown() == before; });
+        }
+        print(count, "script-muted", muted);
+        print(count, "script-indicator", shown);
+    }
+
+    const std::string m_script;
+    const int m_rounds;
+    std::size_t m_plugged = 2; // the session's own
+    PopUps m_popUps;
+};
+
+} // namespace
+
+int main(int argc, char** argv) try {
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication application(argc, argv);
+    if (argc != 3)
+        throw std::runtime_error("usage: microphones SCRIPT ROUNDS");
+    tavro::StreamLog log;
+    tavro::TerminationSignals signals;
+    tavro::LinuxMachine machine(tavro::XConnection::open(log), log, signals, &tavro::paintView,
+                                std::string(std::getenv("TAVRO_SESSION_DIR")) + "/bench.plist");
+    const tavro::Process process(machine);
+    Bench bench(argv[1], std::atoi(argv[2]));
+    for (const std::size_t count : {2, 20, 200})
+        bench.measure(count);
+    return 0;
+} catch (const std::exception& error) {
+    std::cerr << "microphones: " << error.what() << '\n';
+    return 1;
+}
