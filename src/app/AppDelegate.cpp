@@ -1,9 +1,11 @@
 #include "app/AppDelegate.h"
 
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "app/Constants.h"
 #include "app/CoreTavro.h"
 #include "app/HideApps.h"
 #include "app/UserSettings.h"
+#include "audio/ToggleMicMute.h"
 #include "platform/Images.h"
 #include "platform/Log.h"
 #include "platform/Machine.h"
@@ -18,6 +20,10 @@ namespace {
 Machine& machine() {
     return Process::current().machine();
 }
+
+KeyboardShortcuts::Name muteShortcut() {
+    return KeyboardShortcuts::Name(Constants::tavroMuteShortcut);
+}
 } // namespace
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -31,6 +37,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     createMenu();
     m_observations.push_back(Process::current().notificationCenter().addObserver(tavroToogleNotification,
                                                                                  [this] { changeIcon(); }));
+    bindShortcuts();
+    storeFirstDefaults();
 }
 
 void AppDelegate::createStatusItem() {
@@ -47,6 +55,20 @@ void AppDelegate::createMenu() {
     statusBarMenu->delegate = this;
     statusBarMenu->items = {{"Preferences", nullptr, ""}, {"Quit", [this] { quitTavro(); }, ""}};
     statusBarItem->announceMenu(statusBarMenu);
+}
+
+void AppDelegate::bindShortcuts() {
+    KeyboardShortcuts::onKeyDown(muteShortcut(), &toggleMicMute);
+    KeyboardShortcuts::onKeyDown(KeyboardShortcuts::Name(Constants::tavroGlobalShortcut),
+                                 [] { switchPresentationMode(); });
+}
+
+void AppDelegate::storeFirstDefaults() {
+    auto& defaults = machine().userDefaults();
+    if (defaults.object(muteShortcut().key()))
+        return;
+    defaults.setObject(muteShortcut().key(), R"({"carbonModifiers":768,"carbonKeyCode":46})");
+    KeyboardShortcuts::enable(muteShortcut()); // in force in this run already
 }
 
 void AppDelegate::applicationDidReopen() {

@@ -33,9 +33,11 @@ public:
 private:
     void createStatusItem();
     void createMenu();
+    static void bindShortcuts();
+    static void storeFirstDefaults();
     void changeIcon();
     void focusedAppDidChange();
-    void switchPresentationMode();
+    static void switchPresentationMode();
     void openMenu();
 
     std::vector<Observation> m_observations;

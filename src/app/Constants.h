@@ -24,6 +24,10 @@ struct Constants {
     /// User-defaults key of the presentation-mode flag.
     static constexpr const char* tavroKey = "tavro";
 
+    // Raw names of the global shortcuts.
+    static constexpr const char* tavroMuteShortcut = "tavroMuteShortcut";
+    static constexpr const char* tavroGlobalShortcut = "tavroGlobalShortcut";
+
     Constants() = delete;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/OSStatus.h"
+
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -11,22 +13,10 @@
 
 namespace tavro {
 
-/// 0 is success; every other value is the platform's code of a failure.
-using OSStatus = std::int32_t;
-inline constexpr OSStatus noErr = 0;
-
 /// An object of the audio system: a device, or the system itself. The number of a device stays with it for
 /// as long as it exists, and no later device gets it.
 using AudioObjectID = std::uint32_t;
 inline constexpr AudioObjectID kAudioObjectSystemObject = 1;
-
-/// Codes of four characters, big-endian.
-constexpr std::uint32_t fourCharacterCode(const char (&text)[5]) {
-    std::uint32_t code = 0;
-    for (int i = 0; i < 4; ++i)
-        code = code << 8 | static_cast<std::uint8_t>(text[i]);
-    return code;
-}
 
 inline constexpr std::uint32_t kAudioObjectPropertyName = fourCharacterCode("lnam");
 inline constexpr std::uint32_t kAudioDevicePropertyDeviceUID = fourCharacterCode("uid ");

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
+
 namespace tavro {
 
-enum class EventType { none = 0, leftMouseUp = 2, rightMouseUp = 4 };
+enum class EventType { none = 0, leftMouseUp = 2, rightMouseUp = 4, keyDown = 10, keyUp = 11 };
 
 namespace EventModifierFlags {
 inline constexpr unsigned shift = 0x20000;
@@ -19,6 +21,8 @@ constexpr unsigned eventMask(EventType type) {
 struct Event {
     EventType type = EventType::none;
     unsigned modifierFlags = 0;
+    /// Of a key event: the virtual key code, which names a place on the keyboard.
+    std::uint16_t keyCode = 0;
 };
 
 } // namespace tavro

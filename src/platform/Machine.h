@@ -7,7 +7,9 @@ namespace tavro {
 class Application;
 class AudioHardware;
 class ControlStrip;
+class HotKeyCenter;
 class Images;
+class KeyboardLayout;
 class Log;
 class MainQueue;
 class Screens;
@@ -25,7 +27,9 @@ public:
     virtual Application& application() = 0;
     virtual AudioHardware& audioHardware() = 0;
     virtual ControlStrip& controlStrip() = 0;
+    virtual HotKeyCenter& hotKeyCenter() = 0;
     virtual Images& images() = 0;
+    virtual KeyboardLayout& keyboardLayout() = 0;
     virtual Log& log() = 0;
     virtual MainQueue& mainQueue() = 0;
     virtual Screens& screens() = 0;

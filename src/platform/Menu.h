@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/Event.h"
+
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,6 +22,9 @@ struct MenuItem {
     /// An item without an action is shown disabled.
     std::function<void()> action;
     std::string keyEquivalent;
+    /// With which modifiers it is pressed.
+    unsigned keyEquivalentModifierMask = EventModifierFlags::command;
+    std::shared_ptr<Menu> submenu = nullptr;
 };
 
 /// A menu of the application; a description, shown by the machine.

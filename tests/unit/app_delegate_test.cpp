@@ -12,7 +12,8 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
     auto lines = mac.journal().lines();
     std::erase_if(lines, [](const auto& line) {
         return line.starts_with("userDefaults.setObject") &&
-               !line.starts_with("userDefaults.setObject tavro");
+               !line.starts_with("userDefaults.setObject tavro") &&
+               !line.starts_with("userDefaults.setObject KeyboardShortcuts");
     });
     EXPECT_EQ(lines, (Lines{
                          "application.activate true",
@@ -21,6 +22,10 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
                          "statusBarButton.sendActionOn 20",
                          "statusBarButton.setImage menubar-off",
                          "statusItem.announceMenu Status Bar Menu",
+                         "userDefaults.setObject KeyboardShortcuts_tavroMuteShortcut "
+                         "\"{\"carbonModifiers\":768,\"carbonKeyCode\":46}\"",
+                         "hotKeyCenter.registerEventHotKey 46 768 1515276363 1",
+                         "hotKeyCenter.installEventHandler 2",
                      }));
     ASSERT_EQ(launch.delegate.statusBarMenu->items.size(), 2u);
     EXPECT_EQ(launch.delegate.statusBarMenu->items[0].title, "Preferences");
@@ -66,6 +71,29 @@ TEST_F(AppDelegateTest, OptionClicksSwitchOnAndOff) {
     }
     EXPECT_EQ(mac.log().printed(),
               (Lines{"Turn On --------------", "Turn Off --------------", "Turn On --------------"}));
+}
+
+TEST_F(AppDelegateTest, ShortcutsWorkWhateverHasTheFocus) {
+    constexpr SimulatedHotKeyCenter::Combination mute{46, cmdKey | shiftKey}, toggle{35, cmdKey};
+    const auto microphone = mac.audioHardware().deviceWithUID("uid of Built-in Microphone");
+    mac.userDefaults().setObject("KeyboardShortcuts_tavroGlobalShortcut",
+                                 R"({"carbonKeyCode":35,"carbonModifiers":256})");
+    {
+        Launch launch(mac);
+        openWindow("Editor");
+        mac.hotKeyCenter().type(mute); // in force in the very first run
+        EXPECT_EQ(mac.audioHardware().isMuted(microphone), true);
+        for (const auto* image : {"menubar-on", "menubar-off"}) {
+            mac.hotKeyCenter().type(toggle);
+            EXPECT_EQ(launch.shownImage(), image);
+        }
+    }
+    for (const PropertyList& chosen : {PropertyList(false), PropertyList(7)}) {
+        mac.userDefaults().setObject("KeyboardShortcuts_tavroMuteShortcut", chosen);
+        Launch launch(mac);
+        EXPECT_EQ(mac.userDefaults().object("KeyboardShortcuts_tavroMuteShortcut"), chosen);
+        EXPECT_EQ(mac.hotKeyCenter().registered(), std::vector{toggle});
+    }
 }
 
 TEST_F(AppDelegateTest, TheMenuIsAttachedOnlyWhileItIsOpen) {

@@ -7,6 +7,8 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     : m_x(std::move(x))
     , m_log(log)
     , m_audioHardware(m_mainQueue, log)
+    , m_keyboard(*m_x, m_mainQueue)
+    , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_images(log)
     , m_screens(*m_x)

@@ -11,6 +11,8 @@
 #include "platform/linux/TrayControlStrip.h"
 #include "platform/linux/TrayStatusBar.h"
 #include "platform/linux/XConnection.h"
+#include "platform/linux/XHotKeyCenter.h"
+#include "platform/linux/XKeyboard.h"
 #include "platform/linux/XWindowList.h"
 #include "platform/linux/XWorkspace.h"
 
@@ -30,7 +32,9 @@ public:
     LinuxApplication& application() override { return m_application; }
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
+    HotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     Images& images() override { return m_images; }
+    KeyboardLayout& keyboardLayout() override { return m_keyboard; }
     Log& log() override { return m_log; }
     MainQueue& mainQueue() override { return m_mainQueue; }
     Screens& screens() override { return m_screens; }
@@ -45,6 +49,8 @@ private:
     Log& m_log;
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
+    XKeyboard m_keyboard;
+    XHotKeyCenter m_hotKeyCenter;
     PlistUserDefaults m_userDefaults;
     QtImages m_images;
     QtScreens m_screens;

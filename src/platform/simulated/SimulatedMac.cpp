@@ -7,6 +7,7 @@ SimulatedMac::SimulatedMac(SystemVersion version)
     , m_log(m_journal)
     , m_audioHardware(m_journal, m_mainQueue)
     , m_controlStrip(m_journal)
+    , m_hotKeyCenter(m_journal, m_mainQueue)
     , m_images(m_log)
     , m_userDefaults(m_journal, m_log, m_mainQueue)
     , m_windowServer(version, m_journal, m_screens)
@@ -27,6 +28,7 @@ void SimulatedMac::endProcess() {
     m_workspace.endSelf();
     m_audioHardware.endProcess();
     m_controlStrip.endProcess();
+    m_hotKeyCenter.endProcess();
     m_mainQueue.clear();
     m_userDefaults.endProcess();
 }

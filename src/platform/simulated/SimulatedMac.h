@@ -5,7 +5,9 @@
 #include "platform/simulated/SimulatedApplication.h"
 #include "platform/simulated/SimulatedAudioHardware.h"
 #include "platform/simulated/SimulatedControlStrip.h"
+#include "platform/simulated/SimulatedHotKeyCenter.h"
 #include "platform/simulated/SimulatedImages.h"
+#include "platform/simulated/SimulatedKeyboardLayout.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "platform/simulated/SimulatedScreens.h"
@@ -30,7 +32,9 @@ public:
     SimulatedApplication& application() override { return m_application; }
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
     SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
+    SimulatedHotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     SimulatedImages& images() override { return m_images; }
+    SimulatedKeyboardLayout& keyboardLayout() override { return m_keyboardLayout; }
     SimulatedLog& log() override { return m_log; }
     SimulatedMainQueue& mainQueue() override { return m_mainQueue; }
     SimulatedScreens& screens() override { return m_screens; }
@@ -53,7 +57,9 @@ private:
     SimulatedMainQueue m_mainQueue;
     SimulatedAudioHardware m_audioHardware;
     SimulatedControlStrip m_controlStrip;
+    SimulatedHotKeyCenter m_hotKeyCenter;
     SimulatedImages m_images;
+    SimulatedKeyboardLayout m_keyboardLayout;
     SimulatedUserDefaults m_userDefaults;
     SimulatedScreens m_screens;
     SimulatedWindowServer m_windowServer;

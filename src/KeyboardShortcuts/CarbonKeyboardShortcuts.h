@@ -1,0 +1,28 @@
+#pragma once
+
+#include "KeyboardShortcuts/Shortcut.h"
+
+#include <functional>
+#include <vector>
+
+namespace tavro::KeyboardShortcuts {
+
+/// Takes combinations as hot keys of the system, and routes their events. Knows neither names nor storage.
+/// Main thread only.
+class CarbonKeyboardShortcuts {
+public:
+    using Handler = std::function<void(const Shortcut&)>;
+
+    /// A refusal is silent. Each call is a registration of its own.
+    static void registerShortcut(const Shortcut& shortcut, Handler onKeyDown, Handler onKeyUp);
+    /// Ends every registration of the combination.
+    static void unregister(const Shortcut& shortcut);
+    static void unregisterAll();
+
+    /// The combinations in use by the system itself, read anew; empty where they cannot be read.
+    static std::vector<Shortcut> systemShortcuts();
+
+    CarbonKeyboardShortcuts() = delete;
+};
+
+} // namespace tavro::KeyboardShortcuts

@@ -1,0 +1,297 @@
+#include "Launch.h"
+
+#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "KeyboardShortcuts/ShortcutRecord.h"
+#include "platform/Event.h"
+#include "platform/Menu.h"
+
+#include <limits>
+
+namespace tavro {
+namespace {
+
+using namespace KeyboardShortcuts;
+using Combination = SimulatedHotKeyCenter::Combination;
+using Combinations = std::vector<Combination>;
+
+constexpr std::uint32_t commandShift = cmdKey | shiftKey;
+
+class KeyboardShortcutsTest : public SimulatedMacTest {
+protected:
+    Combinations registered() { return mac.hotKeyCenter().registered(); }
+    std::optional<PropertyList> stored() { return mac.userDefaults().object("KeyboardShortcuts_test"); }
+    void store(PropertyList value) {
+        mac.userDefaults().setObject("KeyboardShortcuts_test", std::move(value));
+    }
+    Observation countChanges() {
+        return process.notificationCenter().addObserver(
+            shortcutByNameDidChange, [this](const NotificationCenter::UserInfo& info) {
+                changed.push_back(std::any_cast<Name>(info.at("name")).rawValue());
+            });
+    }
+
+    Process process{mac};
+    const Name name{"test"};
+    const Shortcut m{46, commandShift};
+    const Shortcut p{35, cmdKey};
+    Lines changed;
+    Observation m_changes = countChanges();
+};
+
+TEST_F(KeyboardShortcutsTest, DescriptionsOfCombinations) {
+    const struct {
+        std::int64_t keyCode, modifiers;
+        const char* text;
+    } cases[] = {
+        {46, 768, "⇧⌘M"},
+        {96, 0, "F5"},
+        {49, optionKey, "⌥⎵"},
+        {0, 0x1B00, "⌃⌥⇧⌘A"},
+        {36, 0, "↩"},
+        {114, 0, "?\u20DD"},
+        {47, cmdKey, "⌘."},
+        {90, 0, "F20"},
+        {52, 0, "\uFFFD"},
+        {-1, 0, "\uFFFD"},
+        {65536 + 46, cmdKey, "⌘\uFFFD"},
+        {46, 0x40000 | cmdKey, "⌘M"}, // bits that are no modifier's
+    };
+    for (const auto& [keyCode, modifiers, text] : cases)
+        EXPECT_EQ(Shortcut(keyCode, modifiers).description(), text) << keyCode;
+    const std::pair<const char*, const char*> labels[] = {
+        {"é", "É"}, {"ß", "SS"}, {"ÿ", "Ÿ"}, {"÷", "÷"}, {"ł", "Ł"},       {"ž", "Ž"},
+        {"ь", "Ь"}, {"ђ", "Ђ"},  {"σ", "Σ"}, {"€", "€"}, {"\xC3", "\xC3"},
+    };
+    for (const auto& [label, text] : labels) {
+        mac.keyboardLayout().relabel(46, label);
+        EXPECT_EQ(Shortcut(46, 0).description(), text);
+    }
+    mac.keyboardLayout().relabel(46, std::nullopt);
+    EXPECT_EQ(m.description(), "⇧⌘\uFFFD");
+}
+
+TEST_F(KeyboardShortcutsTest, EventsOfKeysAreCombinations) {
+    using namespace EventModifierFlags;
+    constexpr unsigned capsLock = 0x10000, function = 0x800000;
+    for (const auto type : {EventType::keyDown, EventType::keyUp})
+        EXPECT_EQ(Shortcut::of(Event{type, command | shift | capsLock | function, 46}), m);
+    EXPECT_EQ(Shortcut::of(Event{EventType::leftMouseUp, command, 46}), std::nullopt);
+    EXPECT_EQ(Shortcut(0, 0x1B00).modifiers(), command | shift | option | control);
+}
+
+TEST_F(KeyboardShortcutsTest, RecordsAreObjectsWithTwoIntegers) {
+    const struct {
+        const char* record;
+        std::optional<Shortcut> shortcut;
+    } cases[] = {
+        {R"({"carbonModifiers":768,"carbonKeyCode":46})", m},
+        {"\n{ \"carbonKeyCode\" : 46, \"carbonModifiers\" : 768, \"more\" : [{}] }", m},
+        {R"({"carbonModifiers":-1,"carbonKeyCode":-9223372036854775808})",
+         Shortcut(std::numeric_limits<std::int64_t>::min(), 0x1B00)},
+        {R"({"carbonModifiers":0,"carbonKeyCode":9223372036854775807})",
+         Shortcut(std::numeric_limits<std::int64_t>::max(), 0)},
+        {R"({"carbonModifiers":0,"carbonKeyCode":9223372036854775808})", {}},
+        {R"({"carbonModifiers":0,"carbonKeyCode":1e400})", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":46.5})", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":"46"})", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":true})", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":null})", {}},
+        {R"({"carbonKeyCode":46})", {}},
+        {R"([768,46])", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":46)", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":46}x)", {}},
+        {"{\"carbonModifiers\":768,\"carbonKeyCode\":46,\"\xFF\":0}", {}},
+        {"", {}},
+    };
+    for (const auto& [record, shortcut] : cases)
+        EXPECT_EQ(decode(record), shortcut) << record;
+    EXPECT_EQ(decode(std::string(100'000, '[')), std::nullopt);
+    EXPECT_EQ(encode(m), R"({"carbonKeyCode":46,"carbonModifiers":768})");
+    for (const PropertyList& junk : {PropertyList(false), PropertyList(46),
+                                     PropertyList(PropertyList::Dictionary{{"carbonKeyCode", 46}})}) {
+        store(junk);
+        EXPECT_EQ(getShortcut(name), std::nullopt);
+    }
+}
+
+TEST_F(KeyboardShortcutsTest, SettingStoresTakesAndAnnounces) {
+    setShortcut(std::nullopt, name);
+    EXPECT_EQ(stored(), std::nullopt);
+    EXPECT_EQ(changed, Lines{});
+    setShortcut(m, name);
+    setShortcut(m, name);
+    EXPECT_EQ(stored(), PropertyList(encode(m)));
+    EXPECT_EQ(registered(), (Combinations{{46, commandShift}}));
+    mac.journal().clear();
+    setShortcut(p, name);
+    EXPECT_EQ(mac.journal().lines("hotKeyCenter."),
+              (Lines{"hotKeyCenter.unregisterEventHotKey 46 768",
+                     "hotKeyCenter.registerEventHotKey 35 256 1515276363 3"}));
+    disable(name);
+    EXPECT_EQ(registered(), Combinations{});
+    EXPECT_EQ(getShortcut(name), p);
+    enable(name);
+    enable(name);
+    EXPECT_EQ(registered(), (Combinations{{35, cmdKey}}));
+    setShortcut(std::nullopt, name);
+    EXPECT_EQ(registered(), Combinations{});
+    EXPECT_EQ(stored(), PropertyList(false));
+    EXPECT_EQ(changed, (Lines{"test", "test", "test", "test"}));
+}
+
+TEST_F(KeyboardShortcutsTest, ADefaultIsForANameThatHoldsNothing) {
+    const Name withDefault("test", m);
+    EXPECT_EQ(withDefault, name);
+    EXPECT_EQ(getShortcut(name), m);
+    EXPECT_EQ(registered().size(), 1u);
+    setShortcut(std::nullopt, name);
+    const Name again("test", m);
+    EXPECT_EQ(stored(), PropertyList(false));
+    EXPECT_EQ(registered().size(), 0u);
+    reset({name, again});
+    EXPECT_EQ(getShortcut(name), m);
+    reset({again, name});
+    EXPECT_EQ(stored(), PropertyList(false));
+    EXPECT_EQ(changed, (Lines{"test", "test", "test", "test", "test"}));
+}
+
+TEST_F(KeyboardShortcutsTest, EventsRunTheActionsOfEveryNameThatHasTheCombinationNow) {
+    std::string ran;
+    const Name other("other");
+    setShortcut(m, name);
+    setShortcut(m, other);
+    onKeyDown(name, [&] { ran += "1 "; });
+    onKeyDown(name, [&] { ran += "2 "; });
+    onKeyUp(name, [&] { ran += "up "; });
+    int ofOther = 0;
+    onKeyDown(other, [&] {
+        ++ofOther;
+        onKeyDown(other, [] {}); // while they run
+    });
+    mac.hotKeyCenter().type({46, commandShift});
+    EXPECT_EQ(ran, "1 2 up ");
+    EXPECT_EQ(ofOther, 1);
+    setPaused(true);
+    mac.hotKeyCenter().type({46, commandShift});
+    setPaused(false);
+    EXPECT_EQ(ran, "1 2 up ");
+    store(encode(p)); // past the set path, so ⇧⌘M is still taken
+    mac.hotKeyCenter().type({46, commandShift});
+    EXPECT_EQ(ran, "1 2 up ");
+    EXPECT_EQ(ofOther, 2);
+    EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 1u);
+}
+
+TEST_F(KeyboardShortcutsTest, WhatTheSystemRefusesIsNotAskedForAgainUntilItIsChosenAnew) {
+    ASSERT_TRUE(mac.hotKeyCenter().otherProgramTakes({46, commandShift}));
+    setShortcut(m, name);
+    EXPECT_EQ(getShortcut(name), m);
+    EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 0u);
+    mac.hotKeyCenter().otherProgramLetsGo({46, commandShift});
+    enable(name);
+    EXPECT_EQ(registered(), Combinations{});
+    setShortcut(m, name);
+    EXPECT_EQ(registered(), (Combinations{{46, commandShift}}));
+    for (const std::int64_t keyCode : {std::int64_t{-1}, std::int64_t{1} << 32}) {
+        setShortcut(Shortcut(keyCode, 0), name);
+        EXPECT_EQ(registered(), Combinations{});
+    }
+}
+
+class CarbonTest : public KeyboardShortcutsTest {
+protected:
+    void take(const Shortcut& shortcut) {
+        CarbonKeyboardShortcuts::registerShortcut(
+            shortcut, [this](const auto& s) { told.push_back("down " + s.description()); },
+            [this](const auto& s) { told.push_back("up " + s.description()); });
+    }
+    OSStatus send(std::uint32_t kind, Result<EventHotKeyID, OSStatus> id) {
+        const HotKeyEvent event{kind, id};
+        return mac.hotKeyCenter().send(&event);
+    }
+
+    static constexpr std::uint32_t signature = 0x5A51484B;
+    Lines told;
+};
+
+TEST_F(CarbonTest, EventsThatAreNotOursAreDeclined) {
+    mac.hotKeyCenter().otherProgramTakes({35, cmdKey});
+    mac.hotKeyCenter().hasDispatcher = false;
+    take(p); // refused, its number is used up
+    take(m);
+    EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 0u);
+    mac.hotKeyCenter().hasDispatcher = true;
+    take(m);
+    EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 1u);
+    EXPECT_EQ(mac.hotKeyCenter().send(nullptr), -9874);
+    EXPECT_EQ(send(5, OSStatus{-50}), -50);
+    EXPECT_EQ(send(5, EventHotKeyID{signature + 1, 2}), -9874);
+    EXPECT_EQ(send(5, EventHotKeyID{signature, 1}), -9874);
+    EXPECT_EQ(send(7, EventHotKeyID{signature, 2}), -9874);
+    EXPECT_EQ(told, Lines{});
+    EXPECT_EQ(send(5, EventHotKeyID{signature, 2}), noErr);
+    EXPECT_EQ(send(6, EventHotKeyID{signature, 3}), noErr);
+    EXPECT_EQ(told, (Lines{"down ⇧⌘M", "up ⇧⌘M"}));
+    CarbonKeyboardShortcuts::unregister(m); // both
+    EXPECT_EQ(send(5, EventHotKeyID{signature, 3}), -9874);
+    EXPECT_EQ(registered(), Combinations{});
+    take(m);
+    take(Shortcut(35, 0));
+    CarbonKeyboardShortcuts::unregisterAll();
+    EXPECT_EQ(registered(), Combinations{});
+}
+
+TEST_F(CarbonTest, TheSystemsListIsReadLeniently) {
+    using Dictionary = PropertyList::Dictionary;
+    const auto entry = [](PropertyList isEnabled, PropertyList code, PropertyList modifiers) {
+        return Dictionary{{"kHISymbolicHotKeyEnabled", std::move(isEnabled)},
+                          {"kHISymbolicHotKeyCode", std::move(code)},
+                          {"kHISymbolicHotKeyModifiers", std::move(modifiers)}};
+    };
+    auto withoutFlag = entry(true, 46, 768);
+    withoutFlag.erase("kHISymbolicHotKeyEnabled");
+    const PropertyList::Array entries{entry(true, 35, 0x20000 | cmdKey),
+                                      entry(false, 46, 768),
+                                      withoutFlag,
+                                      entry(1, 46, 768),
+                                      entry(true, "46", 768),
+                                      entry(true, 46, 768.0)};
+    mac.hotKeyCenter().symbolicHotKeys = entries;
+    EXPECT_EQ(CarbonKeyboardShortcuts::systemShortcuts(), std::vector{p});
+    EXPECT_TRUE(p.isTakenBySystem());
+    EXPECT_FALSE(m.isTakenBySystem());
+    auto mixed = entries;
+    mixed.emplace_back("no dictionary");
+    for (const std::optional<PropertyList>& list :
+         {std::optional<PropertyList>(mixed), std::optional<PropertyList>(7),
+          std::optional<PropertyList>()}) {
+        mac.hotKeyCenter().symbolicHotKeys = list;
+        EXPECT_EQ(CarbonKeyboardShortcuts::systemShortcuts(), std::vector<Shortcut>{});
+    }
+}
+
+TEST_F(KeyboardShortcutsTest, MenuItemsAreFoundByTheirKeyFromTheTop) {
+    using namespace EventModifierFlags;
+    const auto submenu = std::make_shared<Menu>("File");
+    submenu->items = {{"Close", nullptr, "w"}, {"Mute", nullptr, "m", command | shift}};
+    Menu menu("Main");
+    menu.items = {{"File", nullptr, "", command, submenu},
+                  {"Upper case", nullptr, "M", command | shift},
+                  {"Close too", nullptr, "w"}};
+    const struct {
+        Shortcut shortcut;
+        const MenuItem* item;
+    } cases[] = {
+        {m, &submenu->items[1]},
+        {Shortcut(13, cmdKey), &submenu->items[0]},
+        {Shortcut(13, cmdKey | shiftKey), nullptr},
+        {Shortcut(13, 0), nullptr},
+        {Shortcut(52, cmdKey), nullptr}, // no text is not an empty text
+    };
+    for (const auto& [shortcut, item] : cases)
+        EXPECT_EQ(shortcut.menuItemWithMatchingShortcut(menu), item) << shortcut.description();
+}
+
+} // namespace
+} // namespace tavro
