@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "LaunchAtLogin/LaunchAtLogin.h"
 #include "app/Constants.h"
 #include "app/CoreTavro.h"
 #include "app/HideApps.h"
@@ -11,6 +12,7 @@
 #include "platform/StatusBar.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
+#include "update/VersionObserver.h"
 
 namespace tavro {
 
@@ -31,6 +33,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     createMenu();
     m_observations.push_back(Process::current().notificationCenter().addObserver(tavroToogleNotification,
                                                                                  [this] { changeIcon(); }));
+    writeFirstLaunchDefaults();
+    VersionObserver::shared().checkVersion();
 }
 
 void AppDelegate::createStatusItem() {
@@ -47,6 +51,14 @@ void AppDelegate::createMenu() {
     statusBarMenu->delegate = this;
     statusBarMenu->items = {{"Preferences", nullptr, ""}, {"Quit", [this] { quitTavro(); }, ""}};
     statusBarItem->announceMenu(statusBarMenu);
+}
+
+void AppDelegate::writeFirstLaunchDefaults() {
+    auto& userDefaults = machine().userDefaults();
+    if (!userDefaults.boolForKey(Constants::launchedKey)) {
+        userDefaults.setObject(Constants::launchedKey, true);
+        LaunchAtLogin::setIsEnabled(true);
+    }
 }
 
 void AppDelegate::applicationDidReopen() {

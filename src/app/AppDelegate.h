@@ -33,6 +33,7 @@ public:
 private:
     void createStatusItem();
     void createMenu();
+    void writeFirstLaunchDefaults();
     void changeIcon();
     void focusedAppDidChange();
     void switchPresentationMode();

@@ -1,5 +1,7 @@
 #include "Launch.h"
 
+#include "app/Constants.h"
+
 #include <gtest/gtest.h>
 
 namespace tavro {
@@ -21,6 +23,8 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
                          "statusBarButton.sendActionOn 20",
                          "statusBarButton.setImage menubar-off",
                          "statusItem.announceMenu Status Bar Menu",
+                         "appService.register",
+                         std::string("urlSession.dataTask ") + Constants::versionRecordURL,
                      }));
     ASSERT_EQ(launch.delegate.statusBarMenu->items.size(), 2u);
     EXPECT_EQ(launch.delegate.statusBarMenu->items[0].title, "Preferences");

@@ -5,9 +5,14 @@ namespace tavro {
 SimulatedMac::SimulatedMac(SystemVersion version)
     : m_version(version)
     , m_log(m_journal)
+    , m_appService(m_journal)
     , m_audioHardware(m_journal, m_mainQueue)
     , m_controlStrip(m_journal)
+    , m_fileManager(m_journal)
     , m_images(m_log)
+    , m_legacyLoginItems(m_journal)
+    , m_openPanels(m_journal, m_mainQueue)
+    , m_urlSession(m_journal)
     , m_userDefaults(m_journal, m_log, m_mainQueue)
     , m_windowServer(version, m_journal, m_screens)
     , m_windowList(m_screens, m_windowServer)
@@ -27,6 +32,8 @@ void SimulatedMac::endProcess() {
     m_workspace.endSelf();
     m_audioHardware.endProcess();
     m_controlStrip.endProcess();
+    m_openPanels.endProcess();
+    m_urlSession.endProcess();
     m_mainQueue.clear();
     m_userDefaults.endProcess();
 }
