@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "LaunchAtLogin/LaunchAtLogin.h"
 #include "app/Constants.h"
 #include "app/CoreTavro.h"
 #include "app/HideApps.h"
@@ -13,6 +14,7 @@
 #include "platform/StatusBar.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
+#include "update/VersionObserver.h"
 
 namespace tavro {
 
@@ -39,6 +41,7 @@ void AppDelegate::applicationDidFinishLaunching() {
                                                                                  [this] { changeIcon(); }));
     bindShortcuts();
     storeFirstDefaults();
+    VersionObserver::shared().checkVersion();
 }
 
 void AppDelegate::createStatusItem() {
@@ -65,6 +68,10 @@ void AppDelegate::bindShortcuts() {
 
 void AppDelegate::storeFirstDefaults() {
     auto& defaults = machine().userDefaults();
+    if (!defaults.boolForKey(Constants::launchedKey)) {
+        defaults.setObject(Constants::launchedKey, true);
+        LaunchAtLogin::setIsEnabled(true);
+    }
     if (defaults.object(muteShortcut().key()))
         return;
     defaults.setObject(muteShortcut().key(), R"({"carbonModifiers":768,"carbonKeyCode":46})");

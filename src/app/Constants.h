@@ -23,6 +23,15 @@ struct Constants {
 
     /// User-defaults key of the presentation-mode flag.
     static constexpr const char* tavroKey = "tavro";
+    /// User-defaults key of the flag that a custom wallpaper is in use.
+    static constexpr const char* wallpaperFileKey = "wallpaperFile";
+    /// User-defaults key of the flag that the application has been launched before.
+    static constexpr const char* launchedKey = "launchedBefore";
+
+    /// The product's page about its versions.
+    static const char* const changelogURL;
+    /// Where the record of the newest published version is.
+    static const char* const versionRecordURL;
 
     // Raw names of the global shortcuts.
     static constexpr const char* tavroMuteShortcut = "tavroMuteShortcut";

@@ -1,8 +1,11 @@
 #include "desktop/HideDesktop.h"
 
+#include "app/Constants.h"
+#include "desktop/CustomWallpaper.h"
 #include "platform/Machine.h"
 #include "platform/Process.h"
 #include "platform/Screens.h"
+#include "platform/UserDefaults.h"
 #include "platform/Window.h"
 
 namespace tavro {
@@ -17,8 +20,12 @@ HideDesktop::~HideDesktop() {
 
 void HideDesktop::coverScreens(std::optional<bool> wallpaperChoice) {
     changeWallpaper = wallpaperChoice;
-    for (const auto& screen : Process::current().machine().screens().screens())
-        managedWindows.emplace_back(std::nullopt, screen);
+    auto& machine = Process::current().machine();
+    std::optional<std::filesystem::path> wallpaper;
+    if (machine.userDefaults().boolForKey(Constants::wallpaperFileKey) && changeWallpaper.value_or(false))
+        wallpaper = customWallpaperURL();
+    for (const auto& screen : machine.screens().screens())
+        managedWindows.emplace_back(wallpaper, screen);
 }
 
 void HideDesktop::removeCovers() {

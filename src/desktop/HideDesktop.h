@@ -18,7 +18,8 @@ public:
     /// Closes what still stands: a cover and the window that shows it hold each other.
     ~HideDesktop();
 
-    /// Makes one cover for each screen, in screen order, after those that stand already.
+    /// Makes one cover for each screen, in screen order, after those that stand already. They show the custom
+    /// wallpaper where it is chosen, in use and there.
     void coverScreens(std::optional<bool> wallpaperChoice);
     /// Closes and forgets every cover.
     void removeCovers();

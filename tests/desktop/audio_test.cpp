@@ -27,6 +27,7 @@ using testing::IsEmpty;
 class NoLog final : public Log {
 public:
     void print(std::string_view) override {}
+    void error(const Logger&, std::string_view) override {}
     void diagnose(std::string_view) override {}
 };
 

@@ -1,5 +1,7 @@
 #include "Launch.h"
 
+#include "app/Constants.h"
+
 #include <gtest/gtest.h>
 
 namespace tavro {
@@ -22,10 +24,12 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
                          "statusBarButton.sendActionOn 20",
                          "statusBarButton.setImage menubar-off",
                          "statusItem.announceMenu Status Bar Menu",
+                         "appService.register",
                          "userDefaults.setObject KeyboardShortcuts_tavroMuteShortcut "
                          "\"{\"carbonModifiers\":768,\"carbonKeyCode\":46}\"",
                          "hotKeyCenter.registerEventHotKey 46 768 1515276363 1",
                          "hotKeyCenter.installEventHandler 2",
+                         std::string("urlSession.dataTask ") + Constants::versionRecordURL,
                      }));
     ASSERT_EQ(launch.delegate.statusBarMenu->items.size(), 2u);
     EXPECT_EQ(launch.delegate.statusBarMenu->items[0].title, "Preferences");

@@ -2,14 +2,26 @@
 
 namespace tavro {
 
+namespace {
+
+/// Asked once, at the start: an upgrade takes the file away from the process that runs.
+std::filesystem::path runningProgram() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
+} // namespace
+
 LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals,
                            ViewPainter painter, std::filesystem::path defaultsFile)
     : m_x(std::move(x))
     , m_log(log)
+    , m_bundle{"com.vantrelo.TavroPRO", {{"CFBundleShortVersionString", TAVRO_VERSION}}}
     , m_audioHardware(m_mainQueue, log)
     , m_keyboard(*m_x, m_mainQueue)
     , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
+    , m_loginItem(AutostartEntry::standardFile(), runningProgram())
     , m_images(log)
     , m_screens(*m_x)
     , m_windowList(*m_x)

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "platform/Bundle.h"
 #include "platform/Machine.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/PlistUserDefaults.h"
 #include "platform/linux/PulseAudioHardware.h"
 #include "platform/linux/QtImages.h"
 #include "platform/linux/QtMainQueue.h"
+#include "platform/linux/QtOpenPanels.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/QtWindowServer.h"
 #include "platform/linux/TrayControlStrip.h"
@@ -15,6 +18,7 @@
 #include "platform/linux/XKeyboard.h"
 #include "platform/linux/XWindowList.h"
 #include "platform/linux/XWorkspace.h"
+#include "platform/linux/XdgFileManager.h"
 
 #include <filesystem>
 #include <memory>
@@ -29,16 +33,22 @@ public:
                  std::filesystem::path defaultsFile);
 
     SystemVersion systemVersion() const override { return {14, 0}; }
+    const Bundle& mainBundle() const override { return m_bundle; }
+    AppService& appService() override { return m_loginItem; }
     LinuxApplication& application() override { return m_application; }
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
+    FileManager& fileManager() override { return m_fileManager; }
     HotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     Images& images() override { return m_images; }
     KeyboardLayout& keyboardLayout() override { return m_keyboard; }
+    LegacyLoginItems* legacyLoginItems() override { return nullptr; }
     Log& log() override { return m_log; }
     MainQueue& mainQueue() override { return m_mainQueue; }
+    OpenPanels& openPanels() override { return m_openPanels; }
     Screens& screens() override { return m_screens; }
     StatusBar& statusBar() override { return m_statusBar; }
+    URLSession* urlSession() override { return nullptr; }
     UserDefaults& userDefaults() override { return m_userDefaults; }
     WindowList& windowList() override { return m_windowList; }
     WindowServer& windowServer() override { return m_windowServer; }
@@ -47,12 +57,16 @@ public:
 private:
     std::unique_ptr<XConnection> m_x;
     Log& m_log;
+    const Bundle m_bundle;
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
     XKeyboard m_keyboard;
     XHotKeyCenter m_hotKeyCenter;
     PlistUserDefaults m_userDefaults;
+    AutostartEntry m_loginItem;
+    XdgFileManager m_fileManager;
     QtImages m_images;
+    QtOpenPanels m_openPanels;
     QtScreens m_screens;
     XWindowList m_windowList;
     QtWindowServer m_windowServer;

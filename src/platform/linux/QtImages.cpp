@@ -2,6 +2,7 @@
 
 #include "platform/Log.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
@@ -29,6 +30,16 @@ std::optional<Image> QtImages::contentsOf(const std::filesystem::path& file) con
     if (image.isNull())
         return std::nullopt;
     return fromToolkit(image);
+}
+
+std::optional<std::string> QtImages::pngRepresentation(const Image& image) const {
+    const QImage source(image.pixels.get(), image.pixelWidth, image.pixelHeight,
+                        static_cast<qsizetype>(image.bytesPerRow), QImage::Format_ARGB32_Premultiplied);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!source.save(&buffer, "PNG"))
+        return std::nullopt;
+    return buffer.data().toStdString();
 }
 
 std::optional<NamedImage> QtImages::named(const std::string& name) const {

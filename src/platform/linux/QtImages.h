@@ -15,6 +15,7 @@ public:
         : m_log(log) {}
 
     std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
+    std::optional<std::string> pngRepresentation(const Image& image) const override;
     std::optional<NamedImage> named(const std::string& name) const override;
 
     /// Shares the toolkit's pixels.

@@ -8,6 +8,7 @@ namespace tavro {
 class StreamLog final : public Log {
 public:
     void print(std::string_view line) override;
+    void error(const Logger& logger, std::string_view line) override;
     void diagnose(std::string_view line) override;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/simulated/SimulatedImages.h"
 
+#include <cstring>
 #include <fstream>
 #include <vector>
 
@@ -40,6 +41,23 @@ std::optional<Image> SimulatedImages::contentsOf(const std::filesystem::path& fi
                  static_cast<std::size_t>(width) * sizeof(std::uint32_t),
                  std::shared_ptr<const std::uint8_t>(words, bytes),
                  {static_cast<double>(width), static_cast<double>(height)}};
+}
+
+std::optional<std::string> SimulatedImages::pngRepresentation(const Image& image) const {
+    if (failsToEncode)
+        return std::nullopt;
+    std::string bytes =
+        "P6\n" + std::to_string(image.pixelWidth) + ' ' + std::to_string(image.pixelHeight) + "\n255\n";
+    for (int y = 0; y < image.pixelHeight; ++y)
+        for (int x = 0; x < image.pixelWidth; ++x) {
+            std::uint32_t word = 0;
+            const auto offset =
+                static_cast<std::size_t>(y) * image.bytesPerRow + static_cast<std::size_t>(x) * sizeof(word);
+            std::memcpy(&word, image.pixels.get() + offset, sizeof(word));
+            for (const int shift : {16, 8, 0})
+                bytes.push_back(static_cast<char>(word >> shift & 0xff));
+        }
+    return bytes;
 }
 
 std::optional<NamedImage> SimulatedImages::named(const std::string& name) const {

@@ -18,12 +18,16 @@ public:
         : m_log(log) {}
 
     std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
+    /// In this machine's own format.
+    std::optional<std::string> pngRepresentation(const Image& image) const override;
     std::optional<NamedImage> named(const std::string& name) const override;
 
     /// Writes a picture of one colour, 0xAARRGGBB.
     static void write(const std::filesystem::path& file, int width, int height, std::uint32_t color);
     /// A fault: the application was installed without this resource.
     void removeResource(const std::string& name) { m_resources.erase(name); }
+    /// A fault: nothing can be encoded while it is set.
+    bool failsToEncode = false;
 
 private:
     SimulatedLog& m_log;

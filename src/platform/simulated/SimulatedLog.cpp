@@ -9,6 +9,10 @@ void SimulatedLog::print(std::string_view line) {
     m_printed.emplace_back(line);
 }
 
+void SimulatedLog::error(const Logger& logger, std::string_view line) {
+    m_journal.record("log.error", logger.subsystem, logger.category, line);
+}
+
 void SimulatedLog::diagnose(std::string_view line) {
     m_diagnosed.emplace_back(line);
 }

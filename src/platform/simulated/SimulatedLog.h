@@ -15,6 +15,7 @@ public:
         : m_journal(journal) {}
 
     void print(std::string_view line) override;
+    void error(const Logger& logger, std::string_view line) override;
     void diagnose(std::string_view line) override;
 
     const std::vector<std::string>& printed() const { return m_printed; }

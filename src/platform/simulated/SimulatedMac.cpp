@@ -5,10 +5,15 @@ namespace tavro {
 SimulatedMac::SimulatedMac(SystemVersion version)
     : m_version(version)
     , m_log(m_journal)
+    , m_appService(m_journal)
     , m_audioHardware(m_journal, m_mainQueue)
     , m_controlStrip(m_journal)
+    , m_fileManager(m_journal)
     , m_hotKeyCenter(m_journal, m_mainQueue)
     , m_images(m_log)
+    , m_legacyLoginItems(m_journal)
+    , m_openPanels(m_journal, m_mainQueue)
+    , m_urlSession(m_journal)
     , m_userDefaults(m_journal, m_log, m_mainQueue)
     , m_windowServer(version, m_journal, m_screens)
     , m_windowList(m_screens, m_windowServer)
@@ -29,6 +34,8 @@ void SimulatedMac::endProcess() {
     m_audioHardware.endProcess();
     m_controlStrip.endProcess();
     m_hotKeyCenter.endProcess();
+    m_openPanels.endProcess();
+    m_urlSession.endProcess();
     m_mainQueue.clear();
     m_userDefaults.endProcess();
 }

@@ -1,17 +1,23 @@
 #pragma once
 
+#include "platform/Bundle.h"
 #include "platform/Machine.h"
 #include "platform/simulated/Journal.h"
+#include "platform/simulated/SimulatedAppService.h"
 #include "platform/simulated/SimulatedApplication.h"
 #include "platform/simulated/SimulatedAudioHardware.h"
 #include "platform/simulated/SimulatedControlStrip.h"
+#include "platform/simulated/SimulatedFileManager.h"
 #include "platform/simulated/SimulatedHotKeyCenter.h"
 #include "platform/simulated/SimulatedImages.h"
 #include "platform/simulated/SimulatedKeyboardLayout.h"
+#include "platform/simulated/SimulatedLegacyLoginItems.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMainQueue.h"
+#include "platform/simulated/SimulatedOpenPanels.h"
 #include "platform/simulated/SimulatedScreens.h"
 #include "platform/simulated/SimulatedStatusBar.h"
+#include "platform/simulated/SimulatedURLSession.h"
 #include "platform/simulated/SimulatedUserDefaults.h"
 #include "platform/simulated/SimulatedWindowList.h"
 #include "platform/simulated/SimulatedWindowServer.h"
@@ -29,22 +35,35 @@ public:
     explicit SimulatedMac(SystemVersion version = {14, 0});
 
     SystemVersion systemVersion() const override { return m_version; }
+    const Bundle& mainBundle() const override { return bundle; }
+    SimulatedAppService& appService() override { return m_appService; }
     SimulatedApplication& application() override { return m_application; }
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
     SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
+    SimulatedFileManager& fileManager() override { return m_fileManager; }
     SimulatedHotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     SimulatedImages& images() override { return m_images; }
     SimulatedKeyboardLayout& keyboardLayout() override { return m_keyboardLayout; }
+    SimulatedLegacyLoginItems* legacyLoginItems() override {
+        return m_version < SystemVersion{13, 0} ? &m_legacyLoginItems : nullptr;
+    }
     SimulatedLog& log() override { return m_log; }
     SimulatedMainQueue& mainQueue() override { return m_mainQueue; }
+    SimulatedOpenPanels& openPanels() override { return m_openPanels; }
     SimulatedScreens& screens() override { return m_screens; }
     SimulatedStatusBar& statusBar() override { return m_statusBar; }
+    SimulatedURLSession* urlSession() override { return isOffline ? nullptr : &m_urlSession; }
     SimulatedUserDefaults& userDefaults() override { return m_userDefaults; }
     SimulatedWindowList& windowList() override { return m_windowList; }
     SimulatedWindowServer& windowServer() override { return m_windowServer; }
     SimulatedWorkspace& workspace() override { return m_workspace; }
 
     Journal& journal() { return m_journal; }
+
+    /// The application that is installed.
+    Bundle bundle{"com.vantrelo.TavroPRO", {{"CFBundleShortVersionString", "2.9.3"}}};
+    /// The machine was built to ask nothing of the network.
+    bool isOffline = false;
 
     /// The process is gone, as after a kill: so are its windows, its status items, its queued blocks, and the
     /// user defaults that had not reached the disk. What it did to other programs stays.
@@ -55,11 +74,16 @@ private:
     Journal m_journal;
     SimulatedLog m_log;
     SimulatedMainQueue m_mainQueue;
+    SimulatedAppService m_appService;
     SimulatedAudioHardware m_audioHardware;
     SimulatedControlStrip m_controlStrip;
+    SimulatedFileManager m_fileManager;
     SimulatedHotKeyCenter m_hotKeyCenter;
     SimulatedImages m_images;
     SimulatedKeyboardLayout m_keyboardLayout;
+    SimulatedLegacyLoginItems m_legacyLoginItems;
+    SimulatedOpenPanels m_openPanels;
+    SimulatedURLSession m_urlSession;
     SimulatedUserDefaults m_userDefaults;
     SimulatedScreens m_screens;
     SimulatedWindowServer m_windowServer;

@@ -1,0 +1,101 @@
+#include "LaunchAtLogin/LaunchAtLogin.h"
+
+#include "platform/AppService.h"
+#include "platform/Bundle.h"
+#include "platform/LegacyLoginItems.h"
+#include "platform/Log.h"
+#include "platform/Machine.h"
+#include "platform/Process.h"
+
+#include <algorithm>
+
+namespace tavro {
+
+namespace {
+
+constexpr Logger logger{"com.vantrelo.LaunchAtLogin", "main"};
+
+Machine& machine() {
+    return Process::current().machine();
+}
+
+bool hasService() {
+    return machine().systemVersion() >= SystemVersion{13, 0};
+}
+
+struct Subject {
+    CurrentValueSubject<bool> values{LaunchAtLogin::isEnabled()};
+};
+
+CurrentValueSubject<bool>& subject() {
+    return Process::current().shared<Subject>().values;
+}
+
+bool isEnabledService() {
+    return machine().appService().status() == AppService::Status::enabled;
+}
+
+void setService(bool isEnabled) {
+    auto& service = machine().appService();
+    if (isEnabled && isEnabledService())
+        static_cast<void>(service.unregisterService()); // an error here says nothing about the next step
+    if (const auto error = isEnabled ? service.registerService() : service.unregisterService())
+        machine().log().error(logger, std::string("Failed to ") + (isEnabled ? "enable" : "disable") +
+                                          " launch at login: " + *error);
+}
+
+template <class T>
+const T* valueAt(const PropertyList& job, const char* key) {
+    const auto* dictionary = job.as<PropertyList::Dictionary>();
+    const auto entry = dictionary->find(key);
+    return entry == dictionary->end() ? nullptr : entry->second.as<T>();
+}
+
+bool isEnabledHelper() {
+    auto* items = machine().legacyLoginItems();
+    const auto jobs = items ? items->copyAllJobDictionaries() : std::nullopt;
+    const auto isDictionary = [](const auto& job) { return job.template as<PropertyList::Dictionary>(); };
+    if (!jobs || !std::ranges::all_of(*jobs, isDictionary))
+        return false;
+    const auto helper = std::ranges::find_if(*jobs, [](const auto& job) {
+        const auto* label = valueAt<std::string>(job, "Label");
+        return label && *label == LaunchAtLogin::helperBundleIdentifier();
+    });
+    const auto* onDemand = helper == jobs->end() ? nullptr : valueAt<bool>(*helper, "OnDemand");
+    return onDemand && *onDemand;
+}
+
+} // namespace
+
+bool LaunchAtLogin::isEnabled() {
+    return hasService() ? isEnabledService() : isEnabledHelper();
+}
+
+void LaunchAtLogin::setIsEnabled(bool isEnabled) {
+    observable().objectWillChange.tell();
+    kvo().m_willChange.tell();
+    if (hasService())
+        setService(isEnabled);
+    else if (auto* items = machine().legacyLoginItems())
+        items->setEnabled(helperBundleIdentifier(), isEnabled);
+    kvo().m_didChange.tell();
+    subject().send(isEnabled);
+}
+
+LaunchAtLogin::Observable& LaunchAtLogin::observable() {
+    return Process::current().shared<Observable>();
+}
+
+LaunchAtLogin::KVO& LaunchAtLogin::kvo() {
+    return Process::current().shared<KVO>();
+}
+
+Publisher<bool>& LaunchAtLogin::publisher() {
+    return subject();
+}
+
+std::string LaunchAtLogin::helperBundleIdentifier() {
+    return machine().mainBundle().bundleIdentifier + "-LaunchAtLoginHelper";
+}
+
+} // namespace tavro

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Published.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace tavro {
+
+class OpenPanel;
+struct Image;
+
+/// What the preferences page does with the custom wallpaper. Copies share what they show. Main thread only.
+class GeneralPreferencesView {
+public:
+    /// Shows the stored wallpaper, where one is in use.
+    GeneralPreferencesView();
+
+    /// The picture that the page shows.
+    const std::optional<std::filesystem::path>& selectedURL() const { return m_selectedURL->get(); }
+    /// The observer is told before it changes.
+    [[nodiscard]] Observation willChange(std::function<void()> observer) const {
+        return m_selectedURL->willChange(std::move(observer));
+    }
+
+    /// Lets the user choose a picture, and returns at once. A chosen one is stored and shown; a file that is
+    /// no picture changes nothing and gives one line in the log.
+    void chooseWallpaper() const;
+    /// The page shows none and none is in use; the stored file stays.
+    void removeWallpaper() const;
+
+    /// Whether the picture now stands there as a PNG file. A file that cannot be written gives one line in
+    /// the log.
+    static bool writePNG(const Image& image, const std::filesystem::path& destination);
+
+private:
+    void store(const OpenPanel& panel) const;
+
+    std::shared_ptr<Published<std::optional<std::filesystem::path>>> m_selectedURL;
+};
+
+} // namespace tavro

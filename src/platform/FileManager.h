@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tavro {
+
+/// The user's folders and files. Main thread only.
+class FileManager {
+public:
+    virtual ~FileManager() = default;
+    /// Where the user's documents are kept, whether the folder is there or not; none when there is no such
+    /// place.
+    virtual std::optional<std::filesystem::path> documentsFolder() const = 0;
+    /// The same folder, made where it is missing; none when it cannot be.
+    virtual std::optional<std::filesystem::path> existingDocumentsFolder() = 0;
+    virtual bool fileExists(const std::filesystem::path& file) const = 0;
+    /// Replaces the file with these bytes, or leaves what was there: also a kill at any moment leaves the one
+    /// or the other. None, or the description of the error.
+    [[nodiscard]] virtual std::optional<std::string> writeAtomically(const std::filesystem::path& file,
+                                                                     std::string_view bytes) = 0;
+};
+
+} // namespace tavro

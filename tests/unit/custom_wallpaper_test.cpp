@@ -1,0 +1,187 @@
+#include "Launch.h"
+
+#include "desktop/CustomWallpaper.h"
+#include "desktop/GeneralPreferencesView.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+namespace tavro {
+namespace {
+
+namespace fs = std::filesystem;
+
+class CustomWallpaperTest : public SimulatedMacTest {
+protected:
+    CustomWallpaperTest() {
+        for (const auto& [name, color] : {std::pair("red.jpg", 0xffaa0000), {"green.heic", 0xff00aa00}})
+            SimulatedImages::write(home / name, 4, 3, static_cast<std::uint32_t>(color));
+        std::ofstream(home / "text.png") << "not a picture";
+        mac.journal().clear();
+    }
+
+    void choose(const std::optional<fs::path>& file) {
+        page.chooseWallpaper();
+        mac.openPanels().userChooses(file);
+        EXPECT_FALSE(mac.openPanels().shown());
+    }
+    std::optional<std::uint32_t> storedColor() {
+        const auto image = mac.images().contentsOf(stored);
+        std::uint32_t color = 0;
+        if (image)
+            std::memcpy(&color, image->pixels.get(), sizeof(color));
+        return image ? std::optional(color) : std::nullopt;
+    }
+    bool flag() { return mac.userDefaults().boolForKey("wallpaperFile"); }
+
+    const fs::path home = mac.fileManager().home();
+    const fs::path stored = home / "Documents" / "wallpaper.png";
+    Process process{mac};
+    GeneralPreferencesView page;
+};
+
+TEST_F(CustomWallpaperTest, TheChooserOffersOnePictureAndReturnsAtOnce) {
+    page.chooseWallpaper();
+    const auto shown = mac.openPanels().shown();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->title, "Choose a Image");
+    EXPECT_FALSE(shown->allowsMultipleSelection || shown->canChooseDirectories ||
+                 shown->canCreateDirectories);
+    EXPECT_TRUE(shown->canChooseFiles);
+    EXPECT_EQ(shown->allowedFileTypes, (Lines{"png", "jpg", "jpeg", "heic"}));
+    EXPECT_EQ(mac.log().printed(), Lines{});
+}
+
+TEST_F(CustomWallpaperTest, AChosenPictureIsStoredAndShownAndReplacesTheOneBefore) {
+    for (const auto& [name, color] : {std::pair("red.jpg", 0xffaa0000), {"green.heic", 0xff00aa00}}) {
+        SCOPED_TRACE(name);
+        mac.journal().clear();
+        const auto before = fs::last_write_time(home / name);
+        choose(home / name);
+        EXPECT_EQ(storedColor(), color);
+        EXPECT_EQ(fs::last_write_time(home / name), before);
+        EXPECT_EQ(page.selectedURL(), home / name);
+        EXPECT_EQ(customWallpaperURL(), stored);
+        EXPECT_EQ(mac.journal().lines(), (Lines{
+                                             "openPanel.begin Choose a Image",
+                                             "fileManager.writeAtomically wallpaper.png 47",
+                                             "log.print File saved",
+                                             "userDefaults.setObject wallpaperFile true",
+                                             "openPanel.close",
+                                         }));
+    }
+    EXPECT_EQ(GeneralPreferencesView().selectedURL(), stored);
+}
+
+TEST_F(CustomWallpaperTest, WhatCannotBeStoredChangesOnlyWhatItMust) {
+    const struct {
+        const char* what;
+        std::optional<const char*> file;
+        std::function<void(SimulatedMac&)> fault;
+        Lines log;
+        bool isShown; // and the flag is set
+    } cases[] = {
+        {"a text", "text.png", {}, {"Not an image: " + (home / "text.png").string()}, false},
+        {"a folder", "Documents", {}, {"Not an image: " + (home / "Documents").string()}, false},
+        {"gone meanwhile", "none.png", {}, {"Not an image: " + (home / "none.png").string()}, false},
+        {"no file", {}, {}, {"Not an image: "}, false},
+        {"no Documents",
+         "red.jpg",
+         [](auto& mac) { mac.fileManager().hasNoDocuments = true; },
+         {"There is no folder for documents"},
+         false},
+        {"no encoding", "red.jpg", [](auto& mac) { mac.images().failsToEncode = true; }, {}, true},
+        {"a full disk",
+         "red.jpg",
+         [](auto& mac) { mac.fileManager().writeError = "No space"; },
+         {"No space"},
+         true},
+    };
+    for (const bool hadOne : {false, true})
+        for (const auto& [what, file, fault, log, isShown] : cases) {
+            SCOPED_TRACE(std::string(what) + (hadOne ? ", after another choice" : ""));
+            mac.fileManager().hasNoDocuments = mac.images().failsToEncode = false;
+            mac.fileManager().writeError.reset();
+            page.removeWallpaper();
+            fs::remove(stored);
+            if (hadOne)
+                choose(home / "green.heic");
+            const auto urlBefore = page.selectedURL();
+            const auto lineCount = mac.log().printed().size();
+            if (fault)
+                fault(mac);
+            choose(file ? std::optional(home / *file) : std::nullopt);
+            EXPECT_EQ(Lines(mac.log().printed().begin() + static_cast<std::ptrdiff_t>(lineCount),
+                            mac.log().printed().end()),
+                      log);
+            EXPECT_EQ(page.selectedURL(), isShown ? home / *file : urlBefore);
+            EXPECT_EQ(flag(), isShown || hadOne);
+            EXPECT_EQ(storedColor(), hadOne ? std::optional(0xff00aa00) : std::nullopt);
+            EXPECT_EQ(customWallpaperURL(), hadOne ? std::optional(stored) : std::nullopt);
+        }
+}
+
+TEST_F(CustomWallpaperTest, CancellingChangesNothing) {
+    for (const bool hadOne : {false, true}) {
+        SCOPED_TRACE(hadOne);
+        if (hadOne)
+            choose(home / "red.jpg");
+        page.chooseWallpaper();
+        mac.journal().clear();
+        mac.openPanels().userCancels();
+        EXPECT_EQ(mac.journal().lines(), Lines{"openPanel.close"});
+        EXPECT_EQ(page.selectedURL(), hadOne ? std::optional(home / "red.jpg") : std::nullopt);
+        EXPECT_EQ(flag(), hadOne);
+    }
+}
+
+TEST_F(CustomWallpaperTest, RemovingForgetsThePictureAndKeepsItsFile) {
+    choose(home / "red.jpg");
+    std::string seen;
+    const auto observation =
+        page.willChange([&] { seen = page.selectedURL() ? "told before" : "told after"; });
+    const auto copy = page;
+    page.removeWallpaper();
+    EXPECT_EQ(seen, "told before");
+    EXPECT_EQ(copy.selectedURL(), std::nullopt);
+    EXPECT_FALSE(flag());
+    EXPECT_TRUE(fs::exists(stored));
+    EXPECT_EQ(customWallpaperURL(), std::nullopt);
+    EXPECT_EQ(GeneralPreferencesView().selectedURL(), std::nullopt);
+    choose(home / "green.heic");
+    EXPECT_EQ(storedColor(), 0xff00aa00);
+}
+
+TEST_F(CustomWallpaperTest, CoversShowItWhereItIsChosenInUseAndThere) {
+    choose(home / "red.jpg");
+    const struct {
+        const char* what;
+        std::optional<bool> choice;
+        bool flag;
+        bool hasFile;
+        bool isShown;
+    } cases[] = {
+        {"all of it", true, true, true, true},
+        {"not chosen", false, true, true, false},
+        {"no such option", std::nullopt, true, true, false},
+        {"removed", true, false, true, false},
+        {"its file deleted", true, true, false, false},
+    };
+    for (const auto& [what, choice, flag, hasFile, isShown] : cases) {
+        SCOPED_TRACE(what);
+        mac.userDefaults().setObject("wallpaperFile", flag);
+        if (!hasFile)
+            fs::remove(stored);
+        HideDesktop::shared().coverScreens(choice);
+        ASSERT_EQ(HideDesktop::shared().managedWindows.size(), 2u);
+        for (const auto& cover : HideDesktop::shared().managedWindows)
+            EXPECT_EQ(cover.wallpaperPath, isShown ? std::optional(stored) : std::nullopt);
+        HideDesktop::shared().removeCovers();
+    }
+}
+
+} // namespace
+} // namespace tavro
