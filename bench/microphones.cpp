@@ -178,7 +178,8 @@ int main(int argc, char** argv) try {
         throw std::runtime_error("usage: microphones SCRIPT ROUNDS");
     tavro::StreamLog log;
     tavro::TerminationSignals signals;
-    tavro::LinuxMachine machine(tavro::XConnection::open(log), log, signals, &tavro::paintView,
+    tavro::LinuxMachine machine(tavro::XConnection::open(log), log, signals,
+                                {&tavro::paintView, &tavro::makeWidget},
                                 std::string(std::getenv("TAVRO_SESSION_DIR")) + "/bench.plist");
     const tavro::Process process(machine);
     Bench bench(argv[1], std::atoi(argv[2]));

@@ -10,10 +10,13 @@
 #include "platform/Images.h"
 #include "platform/Log.h"
 #include "platform/Machine.h"
+#include "platform/Popover.h"
 #include "platform/Process.h"
 #include "platform/StatusBar.h"
 #include "platform/UserDefaults.h"
+#include "platform/WindowServer.h"
 #include "platform/Workspace.h"
+#include "popover/ContentView.h"
 #include "update/VersionObserver.h"
 
 namespace tavro {
@@ -34,7 +37,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     machine().userDefaults().setObject(Constants::tavroKey, false);
     m_observations.push_back(machine().workspace().notificationCenter().addObserver(
         workspaceDidActivateApplication, [this] { focusedAppDidChange(); }));
-    UserSettings::shared();
+    createPopover();
     createStatusItem();
     createMenu();
     m_observations.push_back(Process::current().notificationCenter().addObserver(tavroToogleNotification,
@@ -42,6 +45,16 @@ void AppDelegate::applicationDidFinishLaunching() {
     bindShortcuts();
     storeFirstDefaults();
     VersionObserver::shared().checkVersion();
+    togglePopover();
+}
+
+void AppDelegate::createPopover() {
+    popover = machine().windowServer().createPopover();
+    popover->setContentSize({Constants::popoverWidth, Constants::popoverHeight});
+    popover->setBehavior(PopoverBehavior::transient);
+    popover->setAnimates(false);
+    popover->setContentView(std::make_shared<HostingView<ContentView>>(
+        ContentView(UserSettings::shared(), VersionObserver::shared(), CoreTavro(), *this)));
 }
 
 void AppDelegate::createStatusItem() {
@@ -56,14 +69,14 @@ void AppDelegate::createStatusItem() {
 void AppDelegate::createMenu() {
     statusBarMenu = std::make_shared<Menu>("Status Bar Menu");
     statusBarMenu->delegate = this;
-    statusBarMenu->items = {{"Preferences", nullptr, ""}, {"Quit", [this] { quitTavro(); }, ""}};
+    statusBarMenu->items = {{"Preferences", [this] { openPreferenceWindow(); }, ""}, {"Quit", [this] { quitTavro(); }, ""}};
     statusBarItem->announceMenu(statusBarMenu);
 }
 
 void AppDelegate::bindShortcuts() {
     KeyboardShortcuts::onKeyDown(muteShortcut(), &toggleMicMute);
     KeyboardShortcuts::onKeyDown(KeyboardShortcuts::Name(Constants::tavroGlobalShortcut),
-                                 [] { switchPresentationMode(); });
+                                 [this] { switchPresentationMode(); });
 }
 
 void AppDelegate::storeFirstDefaults() {
@@ -97,11 +110,32 @@ void AppDelegate::menuBarAction() {
         switchPresentationMode();
     else if (event.type == EventType::rightMouseUp || (event.modifierFlags & EventModifierFlags::control))
         openMenu();
+    else
+        togglePopover();
+}
+
+void AppDelegate::togglePopover() {
+    const auto* button = statusBarItem ? statusBarItem->button() : nullptr;
+    if (!button)
+        return;
+    if (popover->isShown())
+        return popover->performClose();
+    popover->show({{0, 0}, button->frame().size}, *button, RectEdge::minY);
+    popover->makeKey();
+}
+
+void AppDelegate::openPreferenceWindow() {
+    constexpr int firstPage = 0;
+    if (preferenceView && preferenceView->prefsWindowDelegate->windowIsOpen)
+        preferenceView->window->makeKeyAndOrderFront();
+    else
+        preferenceView.emplace(firstPage);
 }
 
 void AppDelegate::switchPresentationMode() {
     auto& settings = UserSettings::shared();
     settings.setTavroIsOn(!settings.tavroIsOn());
+    popover->close(); // nobody presents it
     CoreTavro().toggle();
 }
 
@@ -124,6 +158,7 @@ void AppDelegate::changeIcon() {
 
 void AppDelegate::focusedAppDidChange() {
     HideApps::rememberFrontmost();
+    popover->close();
 }
 
 void AppDelegate::quitTavro() {

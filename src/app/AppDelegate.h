@@ -3,12 +3,15 @@
 #include "platform/Application.h"
 #include "platform/Menu.h"
 #include "platform/ObserverList.h"
+#include "preferences/PreferenceView.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tavro {
 
+class Popover;
 class StatusItem;
 
 /// The root of everything that runs: launches the product, turns clicks on the status item into actions, and
@@ -23,21 +26,28 @@ public:
     void menuDidClose(Menu& menu) override;
 
     /// A click on the status item, by the event that is being handled: Option switches presentation mode;
-    /// the right button or Control opens the menu.
+    /// the right button or Control opens the menu; any other shows the popover, or closes it.
     void menuBarAction();
+    /// Shows the popover at the status item, or closes it. Without a button nothing happens.
+    void togglePopover();
+    /// Brings the preferences window to the front, or makes one.
+    void openPreferenceWindow();
     void quitTavro();
 
+    std::shared_ptr<Popover> popover;
     std::shared_ptr<StatusItem> statusBarItem;
     std::shared_ptr<Menu> statusBarMenu;
+    std::optional<PreferenceView> preferenceView;
 
 private:
+    void createPopover();
     void createStatusItem();
     void createMenu();
-    static void bindShortcuts();
+    void bindShortcuts();
     static void storeFirstDefaults();
     void changeIcon();
     void focusedAppDidChange();
-    static void switchPresentationMode();
+    void switchPresentationMode();
     void openMenu();
 
     std::vector<Observation> m_observations;

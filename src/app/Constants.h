@@ -37,6 +37,12 @@ struct Constants {
     static constexpr const char* tavroMuteShortcut = "tavroMuteShortcut";
     static constexpr const char* tavroGlobalShortcut = "tavroGlobalShortcut";
 
+    // In points.
+    static constexpr double popoverWidth = 340;
+    static constexpr double popoverHeight = 400;
+    static constexpr double popoverPadding = 20;
+    static constexpr double popoverContentWidth = popoverWidth - 2 * popoverPadding;
+
     Constants() = delete;
 };
 

@@ -20,6 +20,8 @@ public:
     /// None: the button stays where it is, without a picture.
     virtual void setImage(std::optional<NamedImage> image) = 0;
     virtual Rect frame() const = 0;
+    /// Where it stands, as near as the machine knows.
+    virtual Point positionOnScreen() const = 0;
     /// Pops the menu up at a point in the button's coordinates, no item selected. Its delegate is told once
     /// when it has closed, or been handed over to a status bar that draws it itself.
     virtual void popUp(const std::shared_ptr<Menu>& menu, Point location) = 0;

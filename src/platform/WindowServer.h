@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/Popover.h"
 #include "platform/Screens.h"
 #include "platform/Window.h"
 
 namespace tavro {
 
-enum class WindowLevelKey { desktopIcon = 18 };
+/// By the platform's numbers.
+enum class WindowLevelKey { normal = 4, desktopIcon = 18 };
 
 /// Makes windows.
 class WindowServer {
@@ -14,6 +16,7 @@ public:
     /// A window on this screen, not shown yet; null when the server refuses one.
     virtual std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
                                                  bool defer, const Screen& screen) = 0;
+    virtual std::shared_ptr<Popover> createPopover() = 0;
     virtual int levelForKey(WindowLevelKey key) const = 0;
 };
 

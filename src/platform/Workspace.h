@@ -41,6 +41,8 @@ public:
     /// The picture that the desktop shows on a screen, or none.
     virtual std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const = 0;
     /// Posts `workspaceDidActivateApplication` after another application became active.
+    /// Opens an address with the program that the user has chosen for such.
+    virtual void open(const std::string& url) = 0;
     virtual NotificationCenter& notificationCenter() = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "ui/Pixels.h"
 
+#include <QPainter>
+
 namespace tavro {
 
 QImage toolkitImage(const Image& image) {
@@ -17,6 +19,14 @@ QIcon toolkitIcon(const NamedImage& image) {
 QColor toolkitColor(const Color& color) {
     const auto part = [](double value) { return static_cast<float>(value); };
     return QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha));
+}
+
+QPixmap tinted(const NamedImage& image, QSize size, const QColor& color, double devicePixelRatio) {
+    auto pixmap = toolkitIcon(image).pixmap(size, devicePixelRatio);
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(QRect(QPoint(0, 0), size), color);
+    return pixmap;
 }
 
 } // namespace tavro

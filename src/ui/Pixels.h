@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QIcon>
 #include <QImage>
+#include <QPixmap>
 
 namespace tavro {
 
@@ -14,5 +15,7 @@ QImage toolkitImage(const Image& image);
 /// A picture of the application's own, crisp at any size.
 QIcon toolkitIcon(const NamedImage& image);
 QColor toolkitColor(const Color& color);
+/// Its shape in one colour, of a size in points.
+QPixmap tinted(const NamedImage& image, QSize size, const QColor& color, double devicePixelRatio);
 
 } // namespace tavro

@@ -4,7 +4,10 @@
 #include "desktop/CoverWindow.h"
 #include "platform/View.h"
 #include "ui/AlertPainting.h"
+#include "ui/ContentWidget.h"
 #include "ui/CoverPainting.h"
+#include "ui/PreferenceWidget.h"
+#include "ui/ToolbarWidget.h"
 
 namespace tavro {
 
@@ -13,6 +16,16 @@ void paintView(const View& view, QPainter& painter, const QRectF& area) {
         paintCover(cover->record.body(), painter, area);
     else if (const auto* alert = dynamic_cast<const HostingView<AlertView>*>(&view))
         paintAlert(alert->record.body(), painter, area);
+}
+
+std::unique_ptr<QWidget> makeWidget(const View& view) {
+    if (const auto* content = dynamic_cast<const HostingView<ContentView>*>(&view))
+        return std::make_unique<ContentWidget>(content->record);
+    if (const auto* preferences = dynamic_cast<const HostingView<PreferenceView>*>(&view))
+        return std::make_unique<PreferenceWidget>(preferences->record);
+    if (const auto* toolbar = dynamic_cast<const HostingView<Toolbar>*>(&view))
+        return std::make_unique<ToolbarWidget>(toolbar->record);
+    return nullptr;
 }
 
 } // namespace tavro

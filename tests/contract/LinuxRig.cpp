@@ -41,8 +41,8 @@ LinuxRig::~LinuxRig() {
 }
 
 std::unique_ptr<LinuxMachine> LinuxRig::makeMachine() {
-    return std::make_unique<LinuxMachine>(XConnection::open(m_log), m_log, terminationSignals(), &paintView,
-                                          folder() / "defaults.plist");
+    return std::make_unique<LinuxMachine>(XConnection::open(m_log), m_log, terminationSignals(),
+                                          Views{&paintView, &makeWidget}, folder() / "defaults.plist");
 }
 
 bool LinuxRig::waitUntil(const std::function<bool()>& condition) {

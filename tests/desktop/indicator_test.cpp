@@ -44,7 +44,10 @@ protected:
     static constexpr Rect trayEnd{1896, 0, 24, 28};
 
     tavro::StreamLog log;
-    tavro::LinuxMachine machine{tavro::XConnection::open(log), log, terminationSignals(), &tavro::paintView,
+    tavro::LinuxMachine machine{tavro::XConnection::open(log),
+                                log,
+                                terminationSignals(),
+                                {&tavro::paintView, &tavro::makeWidget},
                                 config.path() / "defaults.plist"};
     tavro::Process process{machine};
 };

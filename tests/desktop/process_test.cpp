@@ -56,19 +56,15 @@ TEST_F(ProcessTest, TheMenuOpensAtTheItemAndLeavesTheClicksToTheProgram) {
         EXPECT_GE(menu.y, item.y) << menu;
         EXPECT_LE(menu.x, item.x) << menu;
         EXPECT_GE(menu.x + menu.width, item.x - 20) << menu;
-        input.click({menu.x + menu.width / 2, menu.y + 12}, Input::Button::left); // Preferences, disabled
         EXPECT_TRUE(closeMenu());
         parkPointer();
-        EXPECT_EQ(tavro->output(), "") << "the menu's click or its disabled entry did something";
+        EXPECT_EQ(tavro->output(), "") << "the menu's click did something";
         present(*tavro);
         toggle(*tavro);
         EXPECT_EQ(tavro->linesOfOutput(turnedOff), 1);
         quit(tavro);
         tavro = launch();
     }
-    input.click(tray.itemPlace(), Input::Button::left); // does nothing; the next gesture comes after it
-    toggle(*tavro);
-    EXPECT_EQ(tavro->linesOfOutput(turnedOn), 1);
     quit(tavro);
 }
 

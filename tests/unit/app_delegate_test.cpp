@@ -20,6 +20,9 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
     EXPECT_EQ(lines, (Lines{
                          "application.activate true",
                          "userDefaults.setObject tavro false",
+                         "popover.setContentSize 340 400",
+                         "popover.setBehavior 1",
+                         "popover.setAnimates false",
                          "statusBar.statusItem -1",
                          "statusBarButton.sendActionOn 20",
                          "statusBarButton.setImage menubar-off",
@@ -30,6 +33,9 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
                          "hotKeyCenter.registerEventHotKey 46 768 1515276363 1",
                          "hotKeyCenter.installEventHandler 2",
                          std::string("urlSession.dataTask ") + Constants::versionRecordURL,
+                         "popover.show 28x22 at 0,0 1",
+                         "popover.makeKey",
+                         "popover.close", // with the activation, of which the system tells later
                      }));
     ASSERT_EQ(launch.delegate.statusBarMenu->items.size(), 2u);
     EXPECT_EQ(launch.delegate.statusBarMenu->items[0].title, "Preferences");

@@ -12,8 +12,8 @@ std::filesystem::path runningProgram() {
 
 } // namespace
 
-LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals,
-                           ViewPainter painter, std::filesystem::path defaultsFile)
+LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, Views views,
+                           std::filesystem::path defaultsFile)
     : m_x(std::move(x))
     , m_log(log)
     , m_bundle{"com.vantrelo.TavroPRO", {{"CFBundleShortVersionString", TAVRO_VERSION}}}
@@ -25,7 +25,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_images(log)
     , m_screens(*m_x)
     , m_windowList(*m_x)
-    , m_windowServer(*m_x, std::move(painter))
+    , m_windowServer(*m_x, std::move(views))
     , m_workspace(*m_x, m_screens, m_mainQueue, log)
     , m_application(signals,
                     [this] {

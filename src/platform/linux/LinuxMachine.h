@@ -29,7 +29,7 @@ namespace tavro {
 class LinuxMachine final : public Machine {
 public:
     /// The toolkit's application must exist, on the same X server.
-    LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, ViewPainter painter,
+    LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, Views views,
                  std::filesystem::path defaultsFile);
 
     SystemVersion systemVersion() const override { return {14, 0}; }

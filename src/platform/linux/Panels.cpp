@@ -2,11 +2,13 @@
 
 #include "platform/linux/XConnection.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QRect>
 #include <QScreen>
 
 #include <algorithm>
+#include <vector>
 
 namespace tavro {
 
@@ -28,20 +30,28 @@ QRect placeOf(const XConnection& x, xcb_window_t window) {
     return {origin->dst_x, origin->dst_y, geometry->width, geometry->height};
 }
 
-/// The part of the screen that a panel takes there, in the toolkit's coordinates; empty where there is none.
-QRect panelAt(const XConnection& x, QPoint point, const QScreen& screen) {
+/// The parts of the screen that panels take, in the toolkit's coordinates.
+std::vector<QRect> panelsOn(const XConnection& x, const QScreen& screen) {
     const auto corner = screen.geometry().topLeft();
     const auto scale = screen.devicePixelRatio();
+    std::vector<QRect> panels;
     for (const auto window : x.values(x.request(x.root(), x.atoms().netClientListStacking))) {
         if (!isPanel(x, window))
             continue;
         const auto pixels = placeOf(x, window).translated(-corner);
         const QRect panel(corner + (QPointF(pixels.topLeft()) / scale).toPoint(),
                           (QSizeF(pixels.size()) / scale).toSize());
-        if (panel.contains(point))
-            return panel.intersected(screen.geometry());
+        if (panel.intersects(screen.geometry()))
+            panels.push_back(panel.intersected(screen.geometry()));
     }
-    return {};
+    return panels;
+}
+
+/// The part of the screen that a panel takes there, in the toolkit's coordinates; empty where there is none.
+QRect panelAt(const XConnection& x, QPoint point, const QScreen& screen) {
+    const auto panels = panelsOn(x, screen);
+    const auto found = std::ranges::find_if(panels, [&](const auto& panel) { return panel.contains(point); });
+    return found == panels.end() ? QRect() : *found;
 }
 
 QPoint beside(const QRect& panel, QPoint point, QSize size, QPoint middle) {
@@ -64,6 +74,23 @@ QPoint besidePanel(const XConnection& x, QPoint point, QSize size) {
     const auto within = [](int value, int least, int most) { return std::max(least, std::min(value, most)); };
     return {within(place.x(), area.left(), area.right() + 1 - size.width()),
             within(place.y(), area.top(), area.bottom() + 1 - size.height())};
+}
+
+QPoint trayPlace(const XConnection& x) {
+    const auto pointer = QCursor::pos();
+    const auto* screen = QGuiApplication::screenAt(pointer);
+    if (screen && !panelAt(x, pointer, *screen).isEmpty())
+        return pointer;
+    screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return {};
+    constexpr int fromEnd = 14; // the middle of an item
+    const auto panels = panelsOn(x, *screen);
+    if (panels.empty())
+        return screen->geometry().topRight();
+    const auto& panel = panels.front();
+    return panel.width() >= panel.height() ? QPoint(panel.right() - fromEnd, panel.center().y())
+                                           : QPoint(panel.center().x(), panel.bottom() - fromEnd);
 }
 
 } // namespace tavro

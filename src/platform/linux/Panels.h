@@ -12,4 +12,8 @@ class XConnection;
 /// no panel. In the toolkit's coordinates.
 QPoint besidePanel(const XConnection& x, QPoint point, QSize size);
 
+/// Where the tray is: at the pointer if that is on a panel, since trays do not tell; otherwise at the end of
+/// the main screen's panel, where desktops put it. In the toolkit's coordinates.
+QPoint trayPlace(const XConnection& x);
+
 } // namespace tavro

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Window.h"
-#include "platform/linux/ViewPainter.h"
+#include "platform/linux/Views.h"
 
 #include <memory>
 
@@ -22,7 +22,11 @@ public:
     void setLevel(int level) override { m_level = level; }
     void setCollectionBehavior(unsigned behavior) override { m_behavior = behavior; }
     void setStyleMask(unsigned mask) override { m_styleMask = mask; }
-    // Nothing of ours has a title, or is dragged.
+    // Nothing that is painted has a title, or is dragged; nor is it closed by the user, or put elsewhere.
+    void setTitle(const std::string&) override {}
+    void center() override {}
+    void addTitlebarAccessory(std::shared_ptr<const View>) override {}
+    void setDelegate(std::weak_ptr<WindowDelegate>) override {}
     void setTitleHidden(bool) override {}
     void setMovableByWindowBackground(bool) override {}
     /// No effect of its own: nothing of ours is among the windows that hiding minimises, and "show desktop"

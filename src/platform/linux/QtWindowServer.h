@@ -2,7 +2,7 @@
 
 #include "platform/WindowServer.h"
 #include "platform/linux/DesktopLayer.h"
-#include "platform/linux/ViewPainter.h"
+#include "platform/linux/Views.h"
 
 namespace tavro {
 
@@ -11,16 +11,17 @@ class XConnection;
 /// Windows of the toolkit with EWMH and ICCCM properties.
 class QtWindowServer final : public WindowServer {
 public:
-    QtWindowServer(XConnection& x, ViewPainter painter);
+    QtWindowServer(XConnection& x, Views views);
 
     std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
                                          bool defer, const Screen& screen) override;
+    std::shared_ptr<Popover> createPopover() override;
     int levelForKey(WindowLevelKey key) const override;
 
 private:
     XConnection& m_x;
     DesktopLayer m_desktopLayer;
-    ViewPainter m_painter;
+    Views m_views;
 };
 
 } // namespace tavro

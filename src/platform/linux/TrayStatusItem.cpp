@@ -92,6 +92,12 @@ Rect TrayStatusItem::frame() const {
     return QtScreens::fromToolkit(geometry);
 }
 
+Point TrayStatusItem::positionOnScreen() const {
+    const auto geometry = m_tray ? m_tray->geometry() : QRect();
+    const auto place = geometry.isEmpty() ? trayPlace(m_x) : geometry.center();
+    return QtScreens::fromToolkit({place, QSize()}).origin;
+}
+
 void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
     const auto modifiers = modifierFlags(QGuiApplication::queryKeyboardModifiers());
     switch (reason) {

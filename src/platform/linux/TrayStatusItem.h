@@ -32,6 +32,7 @@ public:
     void sendActionOn(unsigned mask) override { m_actionMask = mask; }
     void setImage(std::optional<NamedImage> image) override;
     Rect frame() const override;
+    Point positionOnScreen() const override;
     void popUp(const std::shared_ptr<Menu>& menu, Point location) override;
 
 private:

@@ -4,6 +4,8 @@
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/XRunningApplication.h"
 
+#include <QDesktopServices>
+#include <QUrl>
 #include <QWidget>
 
 #include <algorithm>
@@ -35,9 +37,9 @@ std::vector<std::shared_ptr<RunningApplication>> XWorkspace::runningApplications
 
 std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
     const auto clients = m_hidden->readClients();
-    if (clients->active == XCB_NONE)
-        return nullptr;
-    const auto* front = clients->find(standsInFront(clients->active) ? clients->active : m_front);
+    // When a window of ours has gone, it takes a moment until the one below is active.
+    const bool isOurs = clients->active == XCB_NONE ? m_ownIsActive : !standsInFront(clients->active);
+    const auto* front = clients->find(isOurs ? m_front : clients->active);
     if (!front)
         return nullptr;
     return std::make_shared<XRunningApplication>(front->application, front->id, m_hidden);
@@ -45,6 +47,10 @@ std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
 
 std::optional<std::filesystem::path> XWorkspace::desktopImageURL(const Screen& screen) const {
     return desktopWallpaper(m_screens.connector(screen));
+}
+
+void XWorkspace::open(const std::string& url) {
+    QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
 }
 
 void XWorkspace::finish() {
@@ -63,7 +69,10 @@ void XWorkspace::handle(const xcb_generic_event_t& event) {
 
 void XWorkspace::activeWindowChanged() {
     const auto active = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
-    if (active == XCB_NONE || !standsInFront(active))
+    if (active == XCB_NONE)
+        return;
+    m_ownIsActive = QWidget::find(active) != nullptr;
+    if (!standsInFront(active))
         return;
     const auto application = applicationOf(m_x, active);
     m_front = active;

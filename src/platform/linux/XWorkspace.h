@@ -18,6 +18,7 @@ public:
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
     std::shared_ptr<RunningApplication> frontmostApplication() const override;
     std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const override;
+    void open(const std::string& url) override;
     NotificationCenter& notificationCenter() override { return m_notificationCenter; }
 
     /// Returns when the server has all that was asked of it; before the process ends.
@@ -35,6 +36,7 @@ private:
     /// The last window in front that is another program's.
     xcb_window_t m_front = XCB_NONE;
     std::string m_frontApplication;
+    bool m_ownIsActive = false; // the last that was
     OncePerTurn m_followingActive;
     Observation m_events;
 };

@@ -12,6 +12,7 @@ public:
     void setAction(std::function<void()> action) override;
     void sendActionOn(unsigned mask) override;
     void setImage(std::optional<NamedImage> image) override;
+    Point positionOnScreen() const override { return {}; }
     Rect frame() const override { return {{0, 0}, {28, 22}}; }
     void popUp(const std::shared_ptr<Menu>& menu, Point location) override;
 

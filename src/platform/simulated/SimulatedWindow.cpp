@@ -34,6 +34,11 @@ void SimulatedWindow::setStyleMask(unsigned mask) {
     change("setStyleMask", mask);
 }
 
+void SimulatedWindow::setTitle(const std::string& title) {
+    if (auto* window = change("setTitle", '"' + title + '"'))
+        window->name = title;
+}
+
 void SimulatedWindow::setTitleHidden(bool hidden) {
     change("setTitleHidden", hidden);
 }
@@ -63,6 +68,20 @@ void SimulatedWindow::setBackgroundColor(Color color) {
 void SimulatedWindow::setFrame(Rect frame, bool display) {
     if (auto* window = change("setFrame", frame, display))
         window->frame = frame;
+}
+
+void SimulatedWindow::center() {
+    change("center");
+}
+
+void SimulatedWindow::addTitlebarAccessory(std::shared_ptr<const View>) {
+    change("addTitlebarAccessory");
+}
+
+void SimulatedWindow::closeByUser() {
+    if (const auto delegate = m_delegate.lock())
+        delegate->windowWillClose();
+    close();
 }
 
 void SimulatedWindow::setContentView(std::shared_ptr<const View> view) {

@@ -16,6 +16,7 @@ public:
     void setLevel(int level) override;
     void setCollectionBehavior(unsigned behavior) override;
     void setStyleMask(unsigned mask) override;
+    void setTitle(const std::string& title) override;
     void setTitleHidden(bool hidden) override;
     void setMovableByWindowBackground(bool movable) override;
     void setCanHide(bool canHide) override;
@@ -23,12 +24,17 @@ public:
     void setIgnoresMouseEvents(bool ignores) override;
     void setBackgroundColor(Color color) override;
     void setFrame(Rect frame, bool display) override;
+    void center() override;
     void setContentView(std::shared_ptr<const View> view) override;
+    void addTitlebarAccessory(std::shared_ptr<const View> view) override;
+    void setDelegate(std::weak_ptr<WindowDelegate> delegate) override { m_delegate = std::move(delegate); }
     void orderFrontRegardless() override;
     void orderFront() override;
     void makeKeyAndOrderFront() override;
     void close() override;
 
+    /// The user closes it.
+    void closeByUser();
     /// Null before it is set, and after the window was closed.
     const std::shared_ptr<const View>& contentView() const { return m_contentView; }
 
@@ -41,6 +47,7 @@ private:
     SimulatedWindowServer& m_server;
     Journal& m_journal;
     std::shared_ptr<const View> m_contentView;
+    std::weak_ptr<WindowDelegate> m_delegate;
 };
 
 } // namespace tavro

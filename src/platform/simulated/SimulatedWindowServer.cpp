@@ -1,5 +1,6 @@
 #include "platform/simulated/SimulatedWindowServer.h"
 
+#include "platform/simulated/SimulatedPopover.h"
 #include "platform/simulated/SimulatedWindow.h"
 
 #include <algorithm>
@@ -38,8 +39,12 @@ std::shared_ptr<Window> SimulatedWindowServer::createWindow(Rect contentRect, un
     return std::make_shared<SimulatedWindow>(number, *this, m_journal);
 }
 
-int SimulatedWindowServer::levelForKey(WindowLevelKey) const {
-    return desktopIconLevel;
+std::shared_ptr<Popover> SimulatedWindowServer::createPopover() {
+    return std::make_shared<SimulatedPopover>(m_journal);
+}
+
+int SimulatedWindowServer::levelForKey(WindowLevelKey key) const {
+    return key == WindowLevelKey::normal ? WindowLevel::normal : desktopIconLevel;
 }
 
 WindowNumber SimulatedWindowServer::add(ServerWindow window) {

@@ -40,6 +40,7 @@ public:
 
     std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
                                          bool defer, const Screen& screen) override;
+    std::shared_ptr<Popover> createPopover() override;
     int levelForKey(WindowLevelKey key) const override;
 
     /// A fault: the next window is refused.

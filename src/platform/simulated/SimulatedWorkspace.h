@@ -22,6 +22,7 @@ public:
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
     std::shared_ptr<RunningApplication> frontmostApplication() const override;
     std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const override;
+    void open(const std::string& url) override { m_journal.record("workspace.open", url); }
     NotificationCenter& notificationCenter() override { return m_notificationCenter; }
 
     /// Starts an application, which has no window yet and does not come to the front.

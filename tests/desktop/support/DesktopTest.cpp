@@ -30,6 +30,7 @@ std::unique_ptr<TavroProcess> DesktopTest::launch(const TavroProcess::Launch& ho
     EXPECT_TRUE(server.eventually("an empty tray before the launch", [this] { return tray.isEmpty(); }));
     auto tavro = std::make_unique<TavroProcess>(how);
     waitForTray(false);
+    closePopover(*tavro);
     return tavro;
 }
 
@@ -52,6 +53,25 @@ void DesktopTest::waitForTray(bool hasButton) {
             done
             watcher IsStatusNotifierHostRegistered || exit 1
         done >/dev/null)"));
+}
+
+xcb_window_t DesktopTest::popover(const TavroProcess& tavro) const {
+    for (const auto window : server.clients())
+        if (server.values(window, "_NET_WM_PID") == std::vector{static_cast<std::uint32_t>(tavro.pid())} &&
+            server.has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_UTILITY"))
+            return window;
+    return XCB_NONE;
+}
+
+void DesktopTest::closePopover(const TavroProcess& tavro) {
+    EXPECT_TRUE(server.eventually("the popover with the focus", [&] {
+        return popover(tavro) != XCB_NONE && server.active() == popover(tavro);
+    }));
+    input.press(Input::Key::escape);
+    input.release(Input::Key::escape);
+    EXPECT_TRUE(server.eventually("the end of the popover and the former focus", [&] {
+        return popover(tavro) == XCB_NONE && server.active() == m_activeAtStart;
+    }));
 }
 
 void DesktopTest::quit(std::unique_ptr<TavroProcess>& tavro) {

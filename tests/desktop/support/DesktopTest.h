@@ -19,9 +19,13 @@ protected:
 
     TavroProcess::Launch settings() const { return {config.path(), {}, {}}; }
     std::filesystem::path defaultsFile() const { return config.path() / "com.vantrelo.TavroPRO.plist"; }
-    /// Starts the program and returns when the tray shows its item.
+    /// Starts the program and returns when the tray shows its item, and the popover that shows at first is
+    /// closed.
     std::unique_ptr<TavroProcess> launch() { return launch(settings()); }
     std::unique_ptr<TavroProcess> launch(const TavroProcess::Launch& how);
+    /// None while it does not show.
+    xcb_window_t popover(const TavroProcess& tavro) const;
+    void closePopover(const TavroProcess& tavro);
     /// Ends the program and returns when its item is gone.
     void quit(std::unique_ptr<TavroProcess>& tavro);
     /// The middle click on the item; returns when the program has switched.

@@ -1,0 +1,119 @@
+#include "platform/linux/QtPopover.h"
+
+#include "platform/StatusBar.h"
+#include "platform/linux/Panels.h"
+#include "platform/linux/QtScreens.h"
+#include "platform/linux/XConnection.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QVBoxLayout>
+
+namespace tavro {
+
+namespace {
+constexpr double cornerRadius = 10;
+} // namespace
+
+/// The window itself: its corners are round, with a compositing manager and without.
+class QtPopover::Frame final : public QWidget {
+public:
+    explicit Frame(QtPopover& popover)
+        : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+        , m_popover(popover) {
+        setAttribute(Qt::WA_TranslucentBackground);
+        setAttribute(Qt::WA_QuitOnClose, false);
+    }
+
+    /// What is transparent would show as black without one.
+    void setHasCompositingManager(bool hasOne) {
+        if (hasOne)
+            clearMask();
+        else
+            setMask(QRegion(outline().toFillPolygon().toPolygon()));
+    }
+
+private:
+    QPainterPath outline() const {
+        QPainterPath path;
+        path.addRoundedRect(QRectF(rect()), cornerRadius, cornerRadius);
+        return path;
+    }
+
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::WindowDeactivate && m_popover.m_behavior == PopoverBehavior::transient)
+            m_popover.performClose();
+        return QWidget::event(event);
+    }
+
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(outline(), palette().window());
+        auto edge = palette().color(QPalette::WindowText);
+        edge.setAlphaF(0.25f);
+        painter.setPen(edge);
+        constexpr double half = 0.5;
+        painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), cornerRadius,
+                                cornerRadius);
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape && m_popover.m_behavior == PopoverBehavior::transient)
+            m_popover.performClose();
+        else
+            QWidget::keyPressEvent(event);
+    }
+
+    QtPopover& m_popover;
+};
+
+QtPopover::QtPopover(XConnection& x, const Views& views)
+    : m_x(x)
+    , m_views(views) {}
+
+QtPopover::~QtPopover() = default;
+
+void QtPopover::setContentSize(Size size) {
+    m_size = QSizeF(size.width, size.height).toSize();
+    if (m_frame)
+        m_frame->setFixedSize(m_size);
+}
+
+bool QtPopover::isShown() const {
+    return m_frame && m_frame->isVisible();
+}
+
+void QtPopover::createFrame() {
+    m_frame = std::make_unique<Frame>(*this);
+    m_frame->setFixedSize(m_size);
+    auto* layout = new QVBoxLayout(m_frame.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (auto content = m_view ? m_views.makeWidget(*m_view) : nullptr)
+        layout->addWidget(content.release());
+}
+
+// The panel has room on one side only, whatever edge is asked for.
+void QtPopover::show(Rect, const StatusBarButton& button, RectEdge) {
+    if (!m_frame)
+        createFrame();
+    const auto place = QtScreens::toToolkit({button.positionOnScreen(), {}}).topLeft();
+    m_frame->move(besidePanel(m_x, place, m_size));
+    m_frame->setHasCompositingManager(m_x.hasCompositingManager());
+    m_frame->show();
+}
+
+void QtPopover::makeKey() {
+    if (!isShown())
+        return;
+    m_frame->raise();
+    m_frame->activateWindow();
+}
+
+void QtPopover::close() {
+    if (m_frame)
+        m_frame->hide();
+}
+
+} // namespace tavro

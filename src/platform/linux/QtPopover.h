@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/Popover.h"
+#include "platform/linux/Views.h"
+
+#include <QWidget>
+
+namespace tavro {
+
+class XConnection;
+
+/// A frameless window of the toolkit beside the panel. The window manager handles it, so that shortcuts and
+/// screen lockers still get the keyboard; it closes when it loses the focus.
+class QtPopover final : public Popover {
+public:
+    QtPopover(XConnection& x, const Views& views);
+    ~QtPopover() override;
+
+    void setContentSize(Size size) override;
+    void setBehavior(PopoverBehavior behavior) override { m_behavior = behavior; }
+    void setAnimates(bool) override {} // window managers animate as the user wants it
+    void setContentView(std::shared_ptr<const View> view) override { m_view = std::move(view); }
+    bool isShown() const override;
+    void show(Rect positioningRect, const StatusBarButton& button, RectEdge preferredEdge) override;
+    void makeKey() override;
+    void performClose() override { close(); }
+    void close() override;
+
+private:
+    class Frame;
+
+    void createFrame();
+
+    XConnection& m_x;
+    const Views& m_views;
+    PopoverBehavior m_behavior = PopoverBehavior::applicationDefined;
+    QSize m_size;
+    std::shared_ptr<const View> m_view;
+    std::unique_ptr<Frame> m_frame; // from the first time on
+};
+
+} // namespace tavro

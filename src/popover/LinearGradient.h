@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Color.h"
+#include "platform/Geometry.h"
+
+#include <array>
+
+namespace tavro {
+
+/// Three colours along a line, which is given in units of the shape that is filled.
+struct LinearGradient {
+    struct Stop {
+        Color color;
+        double location = 0;
+    };
+
+    std::array<Stop, 3> stops;
+    Point start, end;
+};
+
+} // namespace tavro

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "app/Constants.h"
+#include "platform/Geometry.h"
+
+namespace tavro {
+
+/// How an option's row looks: a label, and at the other end a check mark while the option is on. In points.
+struct SimpleToogleStyle {
+    static constexpr double labelWidth = Constants::popoverContentWidth - 30;
+    static constexpr Size checkSize{16, 12};
+    static constexpr const char* checkName = "check";
+};
+
+} // namespace tavro

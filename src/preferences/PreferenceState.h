@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/Published.h"
+
+namespace tavro {
+
+/// Which page of the preferences shows.
+struct PreferenceState {
+    Published<int> pageIndex{0};
+};
+
+} // namespace tavro

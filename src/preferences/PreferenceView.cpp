@@ -1,0 +1,55 @@
+#include "preferences/PreferenceView.h"
+
+#include "platform/Machine.h"
+#include "platform/Process.h"
+#include "platform/WindowServer.h"
+#include "preferences/Toolbar.h"
+
+namespace tavro {
+
+namespace {
+
+WindowServer& windowServer() {
+    return Process::current().machine().windowServer();
+}
+
+std::shared_ptr<Window> makeWindow() {
+    const auto screen = Process::current().machine().screens().mainScreen();
+    constexpr unsigned style = WindowStyleMask::titled | WindowStyleMask::closable |
+                               WindowStyleMask::miniaturizable | WindowStyleMask::fullSizeContentView;
+    return windowServer().createWindow({{0, 0}, PreferenceView::contentSize}, style, BackingStore::buffered,
+                                       false, screen.value_or(Screen()));
+}
+
+} // namespace
+
+PreferenceView::PreferenceView(int pageIndex)
+    : prefsWindowDelegate(std::make_shared<PreferenceViewWindowDelegate>())
+    , state(std::make_shared<PreferenceState>())
+    , window(makeWindow()) {
+    if (!window)
+        return;
+    window->center();
+    window->setTitle("");
+    auto content = *this;
+    content.window = nullptr; // which holds the content
+    window->setContentView(std::make_shared<HostingView<PreferenceView>>(content));
+    window->setDelegate(prefsWindowDelegate);
+    state->pageIndex.set(pageIndex);
+    addToolbar();
+    prefsWindowDelegate->windowIsOpen = true;
+    window->setLevel(windowServer().levelForKey(WindowLevelKey::normal));
+    show();
+}
+
+void PreferenceView::addToolbar() {
+    window->addTitlebarAccessory(std::make_shared<HostingView<Toolbar>>(Toolbar{{"General"}, state}));
+}
+
+void PreferenceView::show() {
+    window->orderFront();
+    window->makeKeyAndOrderFront();
+    window->orderFrontRegardless();
+}
+
+} // namespace tavro

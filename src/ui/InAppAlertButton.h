@@ -1,0 +1,19 @@
+#pragma once
+
+#include "popover/InAppAlert.h"
+#include "ui/ToogleButton.h"
+
+namespace tavro {
+
+/// The banner, as wide as there is room.
+class InAppAlertButton final : public ToogleButton {
+public:
+    InAppAlertButton(const InAppAlert& alert, std::function<void()> tapped, QWidget* parent);
+
+    QSize sizeHint() const override;
+
+private:
+    void paint(QPainter& painter, const QRectF& area) override;
+};
+
+} // namespace tavro

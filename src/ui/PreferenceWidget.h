@@ -1,0 +1,35 @@
+#pragma once
+
+#include "desktop/GeneralPreferencesView.h"
+#include "preferences/PreferenceView.h"
+
+#include <QWidget>
+
+class QBoxLayout;
+class QCheckBox;
+class QLabel;
+class QPushButton;
+
+namespace tavro {
+
+/// The general page of the preferences.
+class PreferenceWidget final : public QWidget {
+public:
+    explicit PreferenceWidget(const PreferenceView& view);
+
+private:
+    QBoxLayout* addRow(const char* label, double bottomPadding);
+    void addStartupRow();
+    void addWallpaperRow();
+    void refreshStartup();
+    void refreshWallpaper();
+
+    const PreferenceView m_view;
+    const GeneralPreferencesView m_general;
+    QCheckBox* m_launchAtLogin = nullptr;
+    QLabel* m_preview = nullptr;
+    QPushButton* m_remove = nullptr;
+    std::vector<Observation> m_observations;
+};
+
+} // namespace tavro

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QAbstractButton>
+
+#include <functional>
+
+class QPainter;
+
+namespace tavro {
+
+/// A control that shows a state and hands its taps on, whoever makes them: mouse, keyboard or assistive
+/// technology. The state follows from the product, not from the tap.
+class ToogleButton : public QAbstractButton {
+public:
+    /// Around the content, in points: room for the ring that shows the keyboard's focus.
+    static constexpr int margin = 6;
+
+    ToogleButton(const QString& label, std::function<void()> tapped, QWidget* parent);
+
+protected:
+    void nextCheckState() override {}
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    /// Paints the content into its area.
+    virtual void paint(QPainter& painter, const QRectF& area) = 0;
+    static QSize withMargin(QSizeF content);
+    /// The text, smaller where it would be too wide.
+    void paintLabel(QPainter& painter, const QRectF& area) const;
+
+private:
+    bool m_showsFocus = false;
+};
+
+} // namespace tavro
