@@ -69,7 +69,8 @@ void AppDelegate::createStatusItem() {
 void AppDelegate::createMenu() {
     statusBarMenu = std::make_shared<Menu>("Status Bar Menu");
     statusBarMenu->delegate = this;
-    statusBarMenu->items = {{"Preferences", [this] { openPreferenceWindow(); }, ""}, {"Quit", [this] { quitTavro(); }, ""}};
+    statusBarMenu->items = {{"Preferences", [this] { openPreferenceWindow(); }, ""},
+                            {"Quit", [this] { quitTavro(); }, ""}};
     statusBarItem->announceMenu(statusBarMenu);
 }
 

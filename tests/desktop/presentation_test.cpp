@@ -1,6 +1,7 @@
 #include "support/DesktopTest.h"
 
 #include <algorithm>
+#include <fstream>
 
 namespace {
 
@@ -98,6 +99,51 @@ TEST_F(Presentation, CoversAreDesktopWindowsOfTheirScreensExactSize) {
     }
     EXPECT_THAT(places, testing::UnorderedElementsAreArray(server.screens()));
     quit(tavro);
+}
+
+TEST_F(Presentation, CoversShowTheCustomWallpaperWhereItIsChosenInUseAndAPicture) {
+    const auto documents = config.path() / "My papers";
+    const auto wallpaper = documents / "wallpaper.png";
+    std::filesystem::create_directory(documents);
+    std::ofstream(config.path() / "user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"" << documents.string() << "\"\n";
+    const auto write = [&](const std::string& command) {
+        return Session::run(command + " '" + wallpaper.string() + "'");
+    };
+    constexpr auto picture = "convert -size 200x300 xc:#c83232 xc:#3232c8 +append";
+    constexpr std::uint32_t red = 0xc83232, blue = 0x3232c8;
+    const struct {
+        const char* what;
+        const char* makeFile;
+        bool isChosen, isInUse, isShown;
+    } cases[] = {
+        {"all of it", picture, true, true, true}, {"not chosen", picture, false, true, false},
+        {"removed", picture, true, false, false}, {"no picture", "echo text >", true, true, false},
+        {"deleted", "rm", true, true, false},
+    };
+    for (const auto& [what, makeFile, isChosen, isInUse, isShown] : cases) {
+        SCOPED_TRACE(what);
+        ASSERT_TRUE(write(makeFile));
+        std::ofstream(defaultsFile()) << "<plist version=\"1.0\"><dict><key>changeWallpaper</key>"
+                                      << (isChosen ? "<true/>" : "<false/>") << "<key>wallpaperFile</key>"
+                                      << (isInUse ? "<true/>" : "<false/>") << "</dict></plist>";
+        auto tavro = launch();
+        toggle(*tavro);
+        if (isShown)
+            for (const auto& [x, y, width, height] : server.screens()) {
+                const auto colorAt = [&, x = x, y = y, width = width, height = height](int eighths) {
+                    return server.screenshot({x + width * eighths / 8, y + height / 8, 1, 1});
+                };
+                EXPECT_TRUE(server.eventually("the picture, stretched", [&] {
+                    return colorAt(1) == Pixels{red} && colorAt(3) == Pixels{red} &&
+                           colorAt(5) == Pixels{blue} && colorAt(7) == Pixels{blue};
+                }));
+            }
+        else
+            EXPECT_TRUE(everyScreenIsCovered());
+        toggle(*tavro);
+        quit(tavro);
+        EXPECT_EQ(tavro->errors(), "");
+    }
 }
 
 TEST_F(Presentation, CoversStayWhateverIsDoneToTheDesktop) {

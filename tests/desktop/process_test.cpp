@@ -149,6 +149,34 @@ TEST_F(ProcessTest, TheNextLaunchBringsBackWhatAKilledProcessHadHidden) {
     quit(tavro);
 }
 
+TEST_F(ProcessTest, TheFirstLaunchMakesItALoginItemAndLaterOnesLeaveThatToTheUser) {
+    const auto entry = config.path() / "autostart" / "com.vantrelo.TavroPRO.desktop";
+    const auto text = [&] {
+        std::ifstream file(entry);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    auto tavro = launch();
+    EXPECT_TRUE(server.eventually("the entry", [&] { return std::filesystem::exists(entry); }));
+    quit(tavro);
+    EXPECT_EQ(tavro->errors(), "");
+    EXPECT_TRUE(Session::run("desktop-file-validate '" + entry.string() + "'"));
+
+    auto how = settings(); // as a session starts it
+    how.wrapper = {"sh", "-c", "eval exec $(sed -n s/^Exec=//p '" + entry.string() + "')"};
+    tavro = launch(how);
+    quit(tavro);
+
+    const auto disabled = text() + "Hidden=true\n";
+    std::ofstream(entry) << disabled;
+    tavro = launch();
+    quit(tavro);
+    EXPECT_EQ(text(), disabled);
+    std::filesystem::remove(entry);
+    tavro = launch();
+    quit(tavro);
+    EXPECT_FALSE(std::filesystem::exists(entry));
+}
+
 TEST_F(ProcessTest, ASecondLaunchActivatesTheFirst) {
     auto first = launch();
     TavroProcess second(settings());

@@ -47,7 +47,7 @@ bool isSwitchedOff(GKeyFile* entry) {
     return g_key_file_get_boolean(entry, group, "Hidden", nullptr);
 }
 
-/// One argument of a command line of the Desktop Entry Specification. (The file's own escapes come on top.)
+/// One argument of a command line of the Desktop Entry Specification.
 std::string quoted(const std::string& argument) {
     constexpr std::string_view special = "\"`$\\";
     std::string text = "\"";
@@ -59,6 +59,23 @@ std::string quoted(const std::string& argument) {
             text += character; // else a field code
     }
     return text + '"';
+}
+
+/// A text as the file holds it. (GLib's own writer leaves tabs as they are, which the specification forbids.)
+std::string escaped(const std::string& text) {
+    constexpr std::string_view special = "\\\n\t\r", letters = "\\ntr";
+    std::string value;
+    for (const char character : text)
+        if (const auto index = special.find(character); index != special.npos)
+            (value += '\\') += letters[index];
+        else
+            value += character;
+    return value;
+}
+
+/// GLib looks for a program of exactly the first argument's name before it undoes the doubling in it.
+std::string commandLine(const std::string& program) {
+    return (program.find('%') == program.npos ? "" : "/usr/bin/env ") + quoted(program);
 }
 
 } // namespace
@@ -89,11 +106,11 @@ std::optional<std::string> AutostartEntry::registerService() {
         {"Type", "Application"},
         {"Name", "TavroPRO"},
         {"Comment", "Makes the desktop presentable with one action"},
-        {"Exec", quoted(m_program.string())},
+        {"Exec", commandLine(m_program.string())},
         {"X-GNOME-Autostart-enabled", "true"}, // for settings that only change what is there
     };
     for (const auto& [key, value] : values)
-        g_key_file_set_string(entry.get(), group, key, value.c_str());
+        g_key_file_set_value(entry.get(), group, key, escaped(value).c_str());
     gsize length = 0;
     const Text bytes(g_key_file_to_data(entry.get(), &length, nullptr));
     const int error = replaceFile(m_file, {bytes.get(), length});

@@ -10,6 +10,15 @@ std::filesystem::path runningProgram() {
     return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
+std::filesystem::path helper(const char* name) {
+    return runningProgram().parent_path() / TAVRO_HELPER_DIR / name;
+}
+
+std::unique_ptr<URLSession> makeURLSession(Log& log) {
+    constexpr bool checksForUpdates = TAVRO_UPDATE_CHECK;
+    return checksForUpdates ? std::make_unique<FetchURLSession>(helper("tavropro-fetch"), log) : nullptr;
+}
+
 } // namespace
 
 LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, Views views,
@@ -22,8 +31,9 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())
-    , m_images(log)
+    , m_images(helper("tavropro-heif"), log)
     , m_screens(*m_x)
+    , m_urlSession(makeURLSession(log))
     , m_windowList(*m_x)
     , m_windowServer(*m_x, std::move(views))
     , m_workspace(*m_x, m_screens, m_mainQueue, log)

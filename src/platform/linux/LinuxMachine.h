@@ -3,6 +3,7 @@
 #include "platform/Bundle.h"
 #include "platform/Machine.h"
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/FetchURLSession.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/PlistUserDefaults.h"
 #include "platform/linux/PulseAudioHardware.h"
@@ -48,7 +49,7 @@ public:
     OpenPanels& openPanels() override { return m_openPanels; }
     Screens& screens() override { return m_screens; }
     StatusBar& statusBar() override { return m_statusBar; }
-    URLSession* urlSession() override { return nullptr; }
+    URLSession* urlSession() override { return m_urlSession.get(); }
     UserDefaults& userDefaults() override { return m_userDefaults; }
     WindowList& windowList() override { return m_windowList; }
     WindowServer& windowServer() override { return m_windowServer; }
@@ -68,6 +69,7 @@ private:
     QtImages m_images;
     QtOpenPanels m_openPanels;
     QtScreens m_screens;
+    const std::unique_ptr<URLSession> m_urlSession;
     XWindowList m_windowList;
     QtWindowServer m_windowServer;
     XWorkspace m_workspace;

@@ -2,6 +2,7 @@
 
 #include "platform/Images.h"
 
+class QByteArray;
 class QImage;
 
 namespace tavro {
@@ -11,8 +12,8 @@ class Log;
 /// Pictures by the toolkit's readers, and the icons compiled into the program.
 class QtImages final : public Images {
 public:
-    explicit QtImages(Log& log)
-        : m_log(log) {}
+    /// HEIC files are turned into PNG by that program, which is started for each.
+    QtImages(std::filesystem::path heifProgram, Log& log);
 
     std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
     std::optional<std::string> pngRepresentation(const Image& image) const override;
@@ -24,6 +25,9 @@ public:
     static std::string resourcePath(const NamedImage& image);
 
 private:
+    QByteArray heifAsPng(const std::filesystem::path& file) const;
+
+    const std::filesystem::path m_heifProgram;
     Log& m_log;
 };
 

@@ -1,0 +1,32 @@
+#include "support/DesktopTest.h"
+#include "support/HttpsServer.h"
+
+/// Behind the proxy of the test's server, which alone plays the host that publishes versions.
+TEST_F(DesktopTest, EachLaunchComparesThePublishedVersionWithItsOwn) {
+    const std::string running = TAVRO_VERSION, host = TAVRO_UPDATE_HOST;
+    TemporaryFolder folder;
+    const HttpsServer publisher(folder.path(), host);
+    const std::pair<std::string, std::string> cases[] = {
+        {R"({"version": "99.0", "url": "https://example.com/"})", "Version outdate " + running + " > 99.0"},
+        {R"({"version": ")" + running + "\"}", "Version updated " + running},
+        {"{}", "Version updated " + running},
+        {"<html>", "Check Version error not JSON, at byte 1"},
+    };
+    for (const auto& [record, line] : cases) {
+        SCOPED_TRACE(record);
+        publisher.setRecord(record);
+        auto how = settings();
+        how.environment = {
+            {"https_proxy", "http://127.0.0.1:" + std::to_string(publisher.ports().proxy)},
+            {"SSL_CERT_FILE", publisher.authority().string()},
+        };
+        auto tavro = launch(how);
+        EXPECT_TRUE(tavro->waitForLine(line, 1));
+        quit(tavro);
+        EXPECT_EQ(tavro->output(), line + "\n");
+        EXPECT_EQ(tavro->errors(), "");
+    }
+    const auto target = host.find(':') == host.npos ? host + ":443" : host;
+    const auto requests = "CONNECT " + target + " HTTP/1.1\nGET /releases/version.json HTTP/1.1\n";
+    EXPECT_EQ(publisher.requests(), requests + requests + requests + requests);
+}

@@ -1,0 +1,103 @@
+#include "platform/linux/XdgFileManager.h"
+
+#include "desktop/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tavro {
+namespace {
+
+namespace fs = std::filesystem;
+
+class XdgFileManagerTest : public testing::Test {
+protected:
+    XdgFileManagerTest() {
+        ::setenv("HOME", home.c_str(), 1);
+        ::setenv("XDG_CONFIG_HOME", (home / "config").c_str(), 1);
+        fs::create_directories(home / "config");
+    }
+
+    static std::string read(const fs::path& file) {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    TemporaryFolder folder;
+    const fs::path home = folder.path();
+    XdgFileManager files;
+};
+
+TEST_F(XdgFileManagerTest, TheUsersDirectoriesNameTheDocumentsFolderWhichIsMadeWhereItIsMissing) {
+    const struct {
+        const char* what;
+        const char* text;
+        fs::path folder;
+    } cases[] = {
+        {"below the home folder", "XDG_DOCUMENTS_DIR=\"$HOME/My papers/here\"\n", home / "My papers/here"},
+        {"elsewhere", "# mine\nXDG_DESKTOP_DIR=\"$HOME/D\"\nXDG_DOCUMENTS_DIR=\"/tmp\"\n", "/tmp"},
+        {"not named", "XDG_DESKTOP_DIR=\"$HOME/D\"\n", home / "Documents"},
+        {"no list", "\xff\xfe\n\n=", home / "Documents"},
+    };
+    for (const auto& [what, text, documents] : cases) {
+        SCOPED_TRACE(what);
+        std::ofstream(home / "config" / "user-dirs.dirs") << text;
+        EXPECT_EQ(files.documentsFolder(), documents);
+        EXPECT_EQ(files.existingDocumentsFolder(), documents);
+        EXPECT_TRUE(fs::is_directory(documents));
+    }
+    std::ofstream(home / "config" / "user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"/proc/none\"\n";
+    EXPECT_EQ(files.existingDocumentsFolder(), std::nullopt);
+    std::ofstream(home / "a file");
+    std::ofstream(home / "config" / "user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"$HOME/a file\"\n";
+    EXPECT_EQ(files.existingDocumentsFolder(), std::nullopt);
+}
+
+TEST_F(XdgFileManagerTest, AKillAtAnyMomentLeavesTheOldBytesOrTheNew) {
+    const std::string contents[] = {std::string(1 << 20, 'a'), std::string(3 << 19, 'b')};
+    const auto file = home / "wallpaper.png";
+    ASSERT_EQ(files.writeAtomically(file, contents[0]), std::nullopt);
+    for (int delay = 0; delay < 3000; delay += 100) {
+        const auto child = ::fork();
+        if (child == 0) {
+            for (unsigned round = 1;; ++round)
+                if (files.writeAtomically(file, contents[round % 2]))
+                    ::_exit(1);
+        }
+        ::usleep(static_cast<useconds_t>(delay)); // another moment of the writing each time
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        const auto found = read(file);
+        ASSERT_TRUE(found == contents[0] || found == contents[1]) << found.size() << " bytes, " << delay;
+    }
+}
+
+TEST_F(XdgFileManagerTest, WhatCannotBeWrittenIsSaidAndChangesNothing) {
+    const auto file = home / "wallpaper.png";
+    ASSERT_EQ(files.writeAtomically(file, "old"), std::nullopt);
+    const auto child = ::fork();
+    if (child == 0) { // as on a full disk
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit nothing{1, 1};
+        ::setrlimit(RLIMIT_FSIZE, &nothing);
+        const auto error = files.writeAtomically(file, "new");
+        ::_exit(error == file.string() + " cannot be written: File too large" ? 0 : 1);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(read(file), "old");
+    EXPECT_EQ(std::distance(fs::directory_iterator(home), {}), 2) << "a remnant is left";
+    EXPECT_TRUE(files.writeAtomically("/proc/none/wallpaper.png", "new"));
+    EXPECT_TRUE(files.writeAtomically(home / "config", "new"));
+}
+
+} // namespace
+} // namespace tavro
