@@ -1,15 +1,20 @@
 #pragma once
 
+#include "platform/SystemServices.h"
 #include "platform/SystemVersion.h"
+
+#include <optional>
 
 namespace tavro {
 
+class Accessibility;
 class Application;
 class AudioHardware;
 class ControlStrip;
 class Images;
 class Log;
 class MainQueue;
+class NotificationSilencing;
 class Screens;
 class StatusBar;
 class UserDefaults;
@@ -22,14 +27,19 @@ class Machine {
 public:
     virtual ~Machine() = default;
     virtual SystemVersion systemVersion() const = 0;
+    virtual Accessibility& accessibility() = 0;
     virtual Application& application() = 0;
     virtual AudioHardware& audioHardware() = 0;
     virtual ControlStrip& controlStrip() = 0;
     virtual Images& images() = 0;
     virtual Log& log() = 0;
     virtual MainQueue& mainQueue() = 0;
+    /// Null where notifications are silenced through the system services.
+    virtual NotificationSilencing* notificationSilencing() = 0;
     virtual Screens& screens() = 0;
     virtual StatusBar& statusBar() = 0;
+    /// None where there is `notificationSilencing`.
+    virtual std::optional<SystemServices> systemServices() = 0;
     virtual UserDefaults& userDefaults() = 0;
     virtual WindowList& windowList() = 0;
     virtual WindowServer& windowServer() = 0;

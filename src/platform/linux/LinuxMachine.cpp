@@ -7,6 +7,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     : m_x(std::move(x))
     , m_log(log)
     , m_audioHardware(m_mainQueue, log)
+    , m_notificationSilencing(log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_images(log)
     , m_screens(*m_x)

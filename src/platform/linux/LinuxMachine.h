@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/Machine.h"
+#include "platform/linux/DesktopSilencing.h"
+#include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/PlistUserDefaults.h"
 #include "platform/linux/PulseAudioHardware.h"
@@ -27,14 +29,17 @@ public:
                  std::filesystem::path defaultsFile);
 
     SystemVersion systemVersion() const override { return {14, 0}; }
+    Accessibility& accessibility() override { return m_accessibility; }
     LinuxApplication& application() override { return m_application; }
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
     Images& images() override { return m_images; }
     Log& log() override { return m_log; }
     MainQueue& mainQueue() override { return m_mainQueue; }
+    NotificationSilencing* notificationSilencing() override { return &m_notificationSilencing; }
     Screens& screens() override { return m_screens; }
     StatusBar& statusBar() override { return m_statusBar; }
+    std::optional<SystemServices> systemServices() override { return std::nullopt; }
     UserDefaults& userDefaults() override { return m_userDefaults; }
     WindowList& windowList() override { return m_windowList; }
     WindowServer& windowServer() override { return m_windowServer; }
@@ -43,8 +48,10 @@ public:
 private:
     std::unique_ptr<XConnection> m_x;
     Log& m_log;
+    LinuxAccessibility m_accessibility;
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
+    DesktopSilencing m_notificationSilencing;
     PlistUserDefaults m_userDefaults;
     QtImages m_images;
     QtScreens m_screens;

@@ -1,13 +1,22 @@
 #pragma once
 
 #include "platform/Machine.h"
+#include "platform/plist/LibPlistDecoder.h"
 #include "platform/simulated/Journal.h"
+#include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedApplication.h"
 #include "platform/simulated/SimulatedAudioHardware.h"
+#include "platform/simulated/SimulatedClock.h"
 #include "platform/simulated/SimulatedControlStrip.h"
+#include "platform/simulated/SimulatedDistributedNotificationCenter.h"
+#include "platform/simulated/SimulatedFiles.h"
 #include "platform/simulated/SimulatedImages.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMainQueue.h"
+#include "platform/simulated/SimulatedMouseEvents.h"
+#include "platform/simulated/SimulatedNotificationCenter.h"
+#include "platform/simulated/SimulatedNotificationSilencing.h"
+#include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedScreens.h"
 #include "platform/simulated/SimulatedStatusBar.h"
 #include "platform/simulated/SimulatedUserDefaults.h"
@@ -27,18 +36,36 @@ public:
     explicit SimulatedMac(SystemVersion version = {14, 0});
 
     SystemVersion systemVersion() const override { return m_version; }
+    SimulatedAccessibility& accessibility() override { return m_accessibility; }
     SimulatedApplication& application() override { return m_application; }
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
     SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
     SimulatedImages& images() override { return m_images; }
     SimulatedLog& log() override { return m_log; }
     SimulatedMainQueue& mainQueue() override { return m_mainQueue; }
+    SimulatedNotificationSilencing* notificationSilencing() override {
+        return m_hasSilencing ? &m_notificationSilencing : nullptr;
+    }
     SimulatedScreens& screens() override { return m_screens; }
     SimulatedStatusBar& statusBar() override { return m_statusBar; }
+    std::optional<SystemServices> systemServices() override;
     SimulatedUserDefaults& userDefaults() override { return m_userDefaults; }
     SimulatedWindowList& windowList() override { return m_windowList; }
     SimulatedWindowServer& windowServer() override { return m_windowServer; }
     SimulatedWorkspace& workspace() override { return m_workspace; }
+
+    /// From now on a machine of another kind, with a switch of its own for notifications.
+    SimulatedNotificationSilencing& becomeSwitchable() {
+        m_hasSilencing = true;
+        return m_notificationSilencing;
+    }
+
+    // The pieces of the system services.
+    SimulatedClock& clock() { return m_clock; }
+    SimulatedFiles& files() { return m_files; }
+    SimulatedMouseEvents& mouseEvents() { return m_mouseEvents; }
+    SimulatedNotificationCenter& systemNotificationCenter() { return m_systemNotificationCenter; }
+    SimulatedPreferences& preferences() { return m_preferences; }
 
     Journal& journal() { return m_journal; }
 
@@ -51,16 +78,26 @@ private:
     Journal m_journal;
     SimulatedLog m_log;
     SimulatedMainQueue m_mainQueue;
+    SimulatedAccessibility m_accessibility;
     SimulatedAudioHardware m_audioHardware;
+    SimulatedClock m_clock;
     SimulatedControlStrip m_controlStrip;
+    SimulatedDistributedNotificationCenter m_distributedNotificationCenter;
+    SimulatedFiles m_files;
     SimulatedImages m_images;
+    SimulatedMouseEvents m_mouseEvents;
+    SimulatedNotificationSilencing m_notificationSilencing;
+    SimulatedPreferences m_preferences;
+    LibPlistDecoder m_propertyListDecoder;
     SimulatedUserDefaults m_userDefaults;
     SimulatedScreens m_screens;
+    SimulatedNotificationCenter m_systemNotificationCenter;
     SimulatedWindowServer m_windowServer;
     SimulatedWindowList m_windowList;
     SimulatedWorkspace m_workspace;
     SimulatedApplication m_application;
     SimulatedStatusBar m_statusBar;
+    bool m_hasSilencing = false;
 };
 
 } // namespace tavro
