@@ -54,6 +54,13 @@ TEST(PlistDecoderTest, WhatWouldNeedFarMoreThanItsSizeIsNoPropertyList) {
         {"a list that holds itself", binary({std::string("\xA1\0", 2)}), false},
         {"lists that hold each other", binary({"\xA1\1", std::string("\xA1\0", 2)}), false},
         {"a list of more than there is", binary({"\xAF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"}), false},
+        {"a text with a NUL",
+         binary({std::string("\x53"
+                             "a\0b",
+                             4)}),
+         false},
+        {"a text of two-byte characters with a NUL", binary({std::string("\x62\0a\0\0", 5)}), false},
+        {"a text of two-byte characters", binary({std::string("\x62\0a\0b", 5)}), true},
         {"an offset beyond the end", binary({"\x09"}).replace(9, 1, "\xFF"), false},
         {"the head alone", "bplist00", false},
         {"too large", "<plist version=\"1.0\"><string>" + std::string(5 << 20, 'x') + "</string></plist>",

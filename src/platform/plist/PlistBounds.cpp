@@ -9,7 +9,7 @@ namespace tavro {
 namespace {
 
 constexpr std::size_t mostBytes = 4 << 20; // of a file, and of all that the library will copy from it
-constexpr int mostContainers = 4096;
+constexpr int mostContainers = 4096;       // of a file in XML
 constexpr int mostObjects = 65536;
 constexpr int mostLevels = 128;
 
@@ -68,12 +68,26 @@ private:
             count = number(content + 1, width).value_or(0);
             content += 1 + width;
         }
-        constexpr std::uint64_t array = 0xA, set = 0xC, dictionary = 0xD;
+        constexpr std::uint64_t ascii = 0x5, utf16 = 0x6, array = 0xA, set = 0xC, dictionary = 0xD;
         const auto type = *marker >> 4;
         if (type == array || type == set || type == dictionary)
             return visitReferences(content, type == dictionary ? 2 * count : count, level);
         m_copied += count < m_bytes.size() ? 2 * count : 0; // of at most two bytes each
-        return m_copied <= mostBytes;
+        const std::uint64_t width = type == utf16 ? 2 : 1;
+        return m_copied <= mostBytes &&
+               !((type == ascii || type == utf16) && holdsNul(content, count, width));
+    }
+
+    /// Whether one of so many characters of that width is NUL.
+    bool holdsNul(std::uint64_t at, std::uint64_t count, std::uint64_t width) const {
+        for (std::uint64_t i = 0; i < count; ++i, at += width) {
+            const auto character = number(at, width);
+            if (!character)
+                return false; // the text ends beyond the file
+            if (*character == 0)
+                return true;
+        }
+        return false;
     }
 
     bool visitReferences(std::uint64_t at, std::uint64_t count, int level) {
@@ -100,6 +114,9 @@ bool isWithinPlistBounds(std::string_view bytes) {
         return false;
     if (bytes.starts_with("bplist"))
         return BinaryWalk(bytes).isWithinBounds();
+    if (bytes.find('\0') != std::string_view::npos || bytes.find("&#0") != std::string_view::npos ||
+        bytes.find("&#x0") != std::string_view::npos)
+        return false;
     return occurrences(bytes, "<array") + occurrences(bytes, "<dict") <= mostContainers;
 }
 

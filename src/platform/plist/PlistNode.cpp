@@ -18,10 +18,8 @@ std::string textOf(plist_t node) {
 }
 
 PropertyList::Data dataOf(plist_t node) {
-    char* bytes = nullptr;
     std::uint64_t length = 0;
-    plist_get_data_val(node, &bytes, &length);
-    const CharPointer owner(bytes, &std::free);
+    const auto* bytes = plist_get_data_ptr(node, &length);
     return bytes ? PropertyList::Data(bytes, bytes + length) : PropertyList::Data();
 }
 

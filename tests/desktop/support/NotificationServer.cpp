@@ -10,7 +10,7 @@
 
 const NotificationServer::Kind NotificationServer::xfce{
     "xfce4-notifyd",
-    "exec $(sed -n s/^Exec=//p $TAVRO_SESSION_DIR/services/org.xfce.xfce4-notifyd.Notifications.service)",
+    "exec $(sed -n s/^Exec=//p /usr/share/dbus-1/services/org.xfce.xfce4-notifyd.Notifications.service)",
     "xfce4-notifyd",
     "xfconf-query -c xfce4-notifyd -p /do-not-disturb -n -t bool -s true",
     "test $(xfconf-query -c xfce4-notifyd -p /do-not-disturb) = true",
@@ -66,8 +66,7 @@ NotificationServer::NotificationServer(XServer& server, const Kind& kind)
 }
 
 NotificationServer::~NotificationServer() {
-    thaw();
-    ::kill(m_pid, SIGTERM);
+    ::kill(m_pid, SIGKILL); // which none of them can have blocked or put off
     ::waitpid(m_pid, nullptr, 0);
     Session::run("xfconf-query -c xfce4-notifyd -p /do-not-disturb -r 2>/dev/null");
     Session::run("gsettings reset org.mate.NotificationDaemon do-not-disturb");
