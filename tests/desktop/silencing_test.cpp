@@ -114,6 +114,12 @@ protected:
     DesktopSilencing silencing{log};
 };
 
+std::chrono::steady_clock::duration time(const std::function<void()>& call) {
+    const auto start = std::chrono::steady_clock::now();
+    call();
+    return std::chrono::steady_clock::now() - start;
+}
+
 QVariant variant(const QVariant& value) {
     return QVariant::fromValue(QDBusVariant(value));
 }
@@ -221,6 +227,20 @@ TEST_F(Plasma, WhatTheUserHasSwitchedOnIsTheUsersToEnd) {
     EXPECT_TRUE(silencing.setOn(false));
 }
 
+TEST_F(Plasma, AHungServerCostsOneBoundAndKeepsNoInhibition) {
+    for (const bool isOn : {false, true}) {
+        SCOPED_TRACE(isOn);
+        EXPECT_TRUE(silencing.setOn(isOn));
+        plasma.isSilent = true;
+        EXPECT_LT(time([&] { EXPECT_EQ(silencing.isOn(), std::nullopt); }), 1000ms);
+        EXPECT_LT(time([&] { EXPECT_FALSE(silencing.setOn(!isOn)); }), 250ms);
+        EXPECT_EQ(log.lines.size(), 1u);
+        plasma.isSilent = false;
+        EXPECT_TRUE(eventually([&] { return silencing.isOn() == false; }));
+        log.lines.clear();
+    }
+}
+
 TEST_F(Silencing, WithoutAServerOrASwitchOneLineSaysSo) {
     const auto fails = [this](const std::string& why) {
         for (int repeat = 0; repeat < 2; ++repeat) {
@@ -259,11 +279,6 @@ TEST_F(Silencing, AServerThatDoesNotAnswerIsWaitedForOnce) {
     swaync.methods["SetDnd"] = [&](const auto& message) {
         isOn = message.arguments().value(0).toBool();
         return QVariantList{};
-    };
-    const auto time = [](const std::function<void()>& call) {
-        const auto start = std::chrono::steady_clock::now();
-        call();
-        return std::chrono::steady_clock::now() - start;
     };
     EXPECT_EQ(silencing.isOn(), false);
     swaync.isSilent = true;

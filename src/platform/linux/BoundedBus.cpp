@@ -39,7 +39,7 @@ BusReply BoundedBus::call(const QString& service, const QString& path, const QSt
 
 BusReply BoundedBus::call(const QDBusMessage& message) {
     const auto service = message.service();
-    if (m_silent.contains(service)) {
+    if (!waitsFor(service)) {
         m_connection.send(message);
         return silence(service);
     }
@@ -48,11 +48,11 @@ BusReply BoundedBus::call(const QDBusMessage& message) {
         return reply.arguments();
     const auto failure = failureOf(reply, service);
     if (failure.kind == BusFailure::Kind::silent)
-        forgetSilenceWhenItAnswers(service);
+        stopWaitingFor(service);
     return failure;
 }
 
-void BoundedBus::forgetSilenceWhenItAnswers(const QString& service) {
+void BoundedBus::stopWaitingFor(const QString& service) {
     m_silent.insert(service);
     const auto question = QDBusMessage::createMethodCall(service, "/", "org.freedesktop.DBus.Peer", "Ping");
     auto* answer =

@@ -43,8 +43,10 @@ public:
     BusReply call(const QString& service, const QString& path, const QString& interface,
                   const QString& method, const QVariantList& arguments = {});
 
+    bool waitsFor(const QString& service) const { return !m_silent.contains(service); }
+
 private:
-    void forgetSilenceWhenItAnswers(const QString& service);
+    void stopWaitingFor(const QString& service);
 
     QDBusConnection m_connection;
     QSet<QString> m_silent;

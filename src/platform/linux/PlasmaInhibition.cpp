@@ -19,19 +19,20 @@ public:
         : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)) {}
     Held(const Held&) = delete;
     Held& operator=(const Held&) = delete;
-    ~Held() {
-        if (m_cookie) // whatever comes of it, the end of the connection ends it as well
-            (void)m_bus.call(service, path, service, "UnInhibit", {*m_cookie});
-        QDBusConnection::disconnectFromBus(connectionName);
-    }
+    ~Held() { QDBusConnection::disconnectFromBus(connectionName); }
 
-    std::optional<std::string> inhibit() {
+    std::optional<BusFailure> inhibit() {
         const auto reply = m_bus.call(service, path, service, "Inhibit",
                                       {"com.vantrelo.TavroPRO", "Presentation mode", QVariantMap()});
         if (!reply)
-            return reply.error().description;
+            return reply.error();
         m_cookie = reply->value(0).toUInt();
         return std::nullopt;
+    }
+
+    void giveBack() {
+        if (m_cookie) // whatever comes of it, the end of the connection ends it as well
+            (void)m_bus.call(service, path, service, "UnInhibit", {*m_cookie});
     }
 
 private:
@@ -55,6 +56,8 @@ Result<bool, std::string> PlasmaInhibition::isOn() {
 std::optional<std::string> PlasmaInhibition::setOn(bool isOn) {
     if (isOn)
         return m_held ? std::nullopt : inhibit();
+    if (m_held && m_bus.waitsFor(service))
+        m_held->giveBack();
     m_held.reset();
     const auto isStillOn = this->isOn();
     if (!isStillOn)
@@ -64,12 +67,16 @@ std::optional<std::string> PlasmaInhibition::setOn(bool isOn) {
     return std::nullopt;
 }
 
+// A server that is known not to answer is not asked: an inhibition that it granted to a connection that had
+// gone meanwhile would stay for ever.
 std::optional<std::string> PlasmaInhibition::inhibit() {
+    if (!m_bus.waitsFor(service))
+        return isOn().error();
     auto held = std::make_unique<Held>();
-    if (auto failure = held->inhibit())
-        return failure;
-    m_held = std::move(held);
-    return std::nullopt;
+    const auto failure = held->inhibit();
+    if (!failure || failure->kind == BusFailure::Kind::silent) // then it may come later
+        m_held = std::move(held);
+    return failure ? std::optional(failure->description) : std::nullopt;
 }
 
 } // namespace tavro
