@@ -2,7 +2,7 @@
 
 PRESET ?= dev
 
-.PHONY: run test bench tidy format clean
+.PHONY: run test bench fuzz tidy format clean
 
 run: ## Builds the program and starts it; without a display, takes a tour of it on a private desktop.
 	@tools/install-packages run $(if $(DISPLAY),,desktop)
@@ -19,6 +19,12 @@ test: ## Builds and runs every test; PRESET=asan for the sanitizers.
 bench: ## Measures, and writes bench/RESULTS.md.
 	@tools/install-packages run desktop test
 	@bench/run
+
+fuzz: ## Feeds every decoder with random bytes, a minute each.
+	@tools/install-packages run test
+	@cmake --preset fuzz --log-level=WARNING
+	@cmake --build --preset fuzz
+	@fuzz/run 60
 
 tidy: ## clang-tidy over the sources.
 	@tools/install-packages run test

@@ -6,6 +6,7 @@
 #include "audio/MuteMic.h"
 #include "audio/MuteSpeaker.h"
 #include "desktop/HideDesktop.h"
+#include "notifications/DoNotDisturb.h"
 #include "platform/ControlStrip.h"
 #include "platform/Log.h"
 #include "platform/Machine.h"
@@ -46,6 +47,8 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
             HideApps::hideOthers();
         else if (option.id == "hideDesktop" && option.isOn)
             hideDesktop.coverScreens(choice);
+        else if (option.id == "disableNotification" && option.isOn)
+            DoNotDisturb::enable();
         else if (option.id == "muteSpeaker" && option.isOn)
             MuteSpeaker::setMute(true);
     }
@@ -60,6 +63,8 @@ void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hid
             HideApps::showAll();
         else if (option.id == "hideDesktop") // also where it was switched off meanwhile: no cover may stay
             hideDesktop.removeCovers();
+        else if (option.id == "disableNotification" && option.isOn)
+            DoNotDisturb::disable();
         else if (option.id == "muteSpeaker" && option.isOn)
             MuteSpeaker::setMute(false);
         MuteMic::setMute(false); // for every option, whatever it is and says

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/SystemServices.h"
 #include "platform/SystemVersion.h"
+
+#include <optional>
 
 namespace tavro {
 
 struct Bundle;
 
 class AppService;
+class Accessibility;
 class Application;
 class AudioHardware;
 class ControlStrip;
@@ -17,6 +21,7 @@ class KeyboardLayout;
 class LegacyLoginItems;
 class Log;
 class MainQueue;
+class NotificationSilencing;
 class OpenPanels;
 class Screens;
 class StatusBar;
@@ -33,6 +38,7 @@ public:
     virtual SystemVersion systemVersion() const = 0;
     virtual const Bundle& mainBundle() const = 0;
     virtual AppService& appService() = 0;
+    virtual Accessibility& accessibility() = 0;
     virtual Application& application() = 0;
     virtual AudioHardware& audioHardware() = 0;
     virtual ControlStrip& controlStrip() = 0;
@@ -49,6 +55,10 @@ public:
     virtual StatusBar& statusBar() = 0;
     /// Null on a machine that was built to ask nothing of the network.
     virtual URLSession* urlSession() = 0;
+    /// Null where notifications are silenced through the system services.
+    virtual NotificationSilencing* notificationSilencing() = 0;
+    /// None where there is `notificationSilencing`.
+    virtual std::optional<SystemServices> systemServices() = 0;
     virtual UserDefaults& userDefaults() = 0;
     virtual WindowList& windowList() = 0;
     virtual WindowServer& windowServer() = 0;

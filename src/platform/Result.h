@@ -17,6 +17,8 @@ public:
     explicit operator bool() const { return m_content.index() == 0; }
     /// Only where the operation succeeded.
     const Value& operator*() const { return std::get<0>(m_content); }
+    /// The same, to be moved away.
+    Value value() && { return std::move(std::get<0>(m_content)); }
     const Value* operator->() const { return &std::get<0>(m_content); }
     /// Only where it failed.
     const Failure& error() const { return std::get<1>(m_content); }

@@ -162,6 +162,12 @@ void LinuxRig::closeMenu() {
     m_input.moveTo(emptyPlace);
 }
 
+NotificationServer& LinuxRig::notifications() {
+    if (!m_notifications)
+        m_notifications = std::make_unique<NotificationServer>(m_server, NotificationServer::xfce);
+    return *m_notifications;
+}
+
 std::string LinuxRig::addInputDevice(const std::string& name) {
     const auto uid = "mic_of_test_" + std::to_string(++m_addedDevices);
     m_audioServer.plugInMicrophone(uid, name);

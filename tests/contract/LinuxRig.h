@@ -1,11 +1,13 @@
 #pragma once
 
 #include "AudioHardwareContract.h"
+#include "NotificationSilencingContract.h"
 #include "Rig.h"
 
 #include "support/AudioServer.h"
 #include "support/ClientApplication.h"
 #include "support/Input.h"
+#include "support/NotificationServer.h"
 #include "support/TemporaryFolder.h"
 #include "support/Tray.h"
 #include "support/XServer.h"
@@ -54,8 +56,12 @@ public:
     void otherProgramSetsMute(const std::string& uid, bool mute) { m_audioServer.mute(uid, mute); }
     bool isMutedOnServer(const std::string& uid) { return m_audioServer.isMuted(uid); }
 
+    bool showsANotification() { return notifications().showsANotification(); }
+    void userSwitchesDoNotDisturbOn() { notifications().userSwitchesOn(); }
+
 private:
     std::unique_ptr<LinuxMachine> makeMachine();
+    NotificationServer& notifications();
 
     TemporaryFolder m_folder;
     AudioServer m_audioServer;
@@ -65,10 +71,11 @@ private:
     Tray m_tray{m_server};
     StreamLog m_log;
     std::unique_ptr<LinuxMachine> m_machine;
+    std::unique_ptr<NotificationServer> m_notifications; // runs from its first use on
     std::map<std::string, std::unique_ptr<ClientApplication>> m_applications;
     std::map<std::string, xcb_window_t> m_windows; // by title
 };
 
-static_assert(AudioRig<LinuxRig>);
+static_assert(AudioRig<LinuxRig> && SilencingRig<LinuxRig>);
 
 } // namespace tavro

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AudioHardwareContract.h"
+#include "NotificationSilencingContract.h"
 #include "Rig.h"
 
 #include "platform/simulated/SimulatedMac.h"
@@ -46,16 +47,20 @@ public:
     }
     bool isMutedOnServer(const std::string& uid) { return audio().isMuted(device(uid)).value(); }
 
+    bool showsANotification() { return !m_silencing.state; }
+    void userSwitchesDoNotDisturbOn() { m_silencing.state = true; }
+
 private:
     SimulatedAudioHardware& audio() { return m_mac.audioHardware(); }
     AudioObjectID device(const std::string& uid) { return audio().deviceWithUID(uid); }
     WindowNumber number(const std::string& title) const;
 
     mutable SimulatedMac m_mac;
+    SimulatedNotificationSilencing& m_silencing = m_mac.becomeSwitchable();
     std::filesystem::path m_folder;
     std::map<std::string, ApplicationID> m_applications;
 };
 
-static_assert(AudioRig<SimulatedRig>);
+static_assert(AudioRig<SimulatedRig> && SilencingRig<SimulatedRig>);
 
 } // namespace tavro

@@ -2,6 +2,7 @@
 #include "ImagesContract.h"
 #include "LinuxRig.h"
 #include "MainQueueContract.h"
+#include "NotificationSilencingContract.h"
 #include "ScreensContract.h"
 #include "StatusBarContract.h"
 #include "UserDefaultsContract.h"
@@ -15,6 +16,7 @@ namespace tavro {
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, AudioHardwareContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ImagesContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, MainQueueContract, LinuxRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, NotificationSilencingContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ScreensContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, StatusBarContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, UserDefaultsContract, LinuxRig);

@@ -1,6 +1,7 @@
 #include "AudioHardwareContract.h"
 #include "ImagesContract.h"
 #include "MainQueueContract.h"
+#include "NotificationSilencingContract.h"
 #include "ScreensContract.h"
 #include "SimulatedRig.h"
 #include "StatusBarContract.h"
@@ -13,6 +14,7 @@ namespace tavro {
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, AudioHardwareContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ImagesContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, MainQueueContract, SimulatedRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, NotificationSilencingContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ScreensContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, StatusBarContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, UserDefaultsContract, SimulatedRig);

@@ -66,8 +66,8 @@ TEST_F(Faults, UnreadableDefaultsAreSetAsideAndTheModeStillSwitches) {
         auto tavro = launch();
         expectToSwitch(*tavro);
         quit(tavro);
-        EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
-        EXPECT_THAT(tavro->errors(), testing::HasSubstr("set aside"));
+        EXPECT_EQ(lines(complaints(*tavro)), 1) << complaints(*tavro);
+        EXPECT_THAT(complaints(*tavro), testing::HasSubstr("set aside"));
         EXPECT_TRUE(bytesOf(setAside()) == content);
         EXPECT_THAT(bytesOf(defaultsFile()), testing::HasSubstr("<key>hideApps</key>"));
         std::filesystem::remove(setAside());
@@ -80,14 +80,21 @@ TEST_F(Faults, AFolderInPlaceOfTheDefaultsIsSetAsideWithAllThatIsInIt) {
     auto tavro = launch();
     expectToSwitch(*tavro);
     quit(tavro);
-    EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
+    EXPECT_EQ(lines(complaints(*tavro)), 1) << complaints(*tavro);
     EXPECT_EQ(bytesOf(setAside() / "kept"), "kept");
 }
 
 TEST_F(Faults, DefaultsOfTheWrongTypeAreNoHindrance) {
-    for (const auto* value :
-         {"<array/>", "<dict/>", "<date>2020-01-01T00:00:00Z</date>", "<data>AAAA</data>",
-          "<string>maybe</string>", "<real>nan</real>", "<integer>-9223372036854775808</integer>"}) {
+    const std::pair<const char*, bool> cases[] = {
+        {"<array/>", false},
+        {"<dict/>", false},
+        {"<date>2020-01-01T00:00:00Z</date>", false},
+        {"<data>AAAA</data>", false},
+        {"<string>maybe</string>", false},
+        {"<real>nan</real>", true},
+        {"<integer>-9223372036854775808</integer>", true},
+    };
+    for (const auto& [value, countsAsTrue] : cases) {
         SCOPED_TRACE(value);
         std::string content = "<plist version=\"1.0\"><dict>";
         for (const auto* key :
@@ -97,7 +104,8 @@ TEST_F(Faults, DefaultsOfTheWrongTypeAreNoHindrance) {
         auto tavro = launch();
         expectToSwitch(*tavro);
         quit(tavro);
-        EXPECT_EQ(tavro->errors(), "");
+        // There is no notification server to be asked where nobody wants it.
+        EXPECT_EQ(countsAsTrue ? complaints(*tavro) : tavro->errors(), "");
     }
 }
 
@@ -117,9 +125,10 @@ TEST_F(Faults, DefaultsThatCannotBeWrittenAreReportedOnceAndTheModeStillSwitches
         expectToSwitch(*tavro);
         quit(tavro);
         // libpulse has a word of its own on the limit.
-        EXPECT_EQ(occurrences(tavro->errors(), "tavropro: "), 2) << tavro->errors();
-        EXPECT_EQ(occurrences(tavro->errors(), "cannot be written"), 1) << tavro->errors();
-        EXPECT_EQ(occurrences(tavro->errors(), "Failed to enable launch at login: "), 1) << tavro->errors();
+        EXPECT_EQ(occurrences(complaints(*tavro), "tavropro: "), 2) << complaints(*tavro);
+        EXPECT_EQ(occurrences(complaints(*tavro), "cannot be written"), 1) << complaints(*tavro);
+        EXPECT_EQ(occurrences(complaints(*tavro), "Failed to enable launch at login: "), 1)
+            << complaints(*tavro);
         EXPECT_EQ(bytesOf(defaultsFile()), old);
         EXPECT_EQ(filesBelow(config.path()), 1) << "a remnant is left";
     }
@@ -156,7 +165,7 @@ TEST_F(Faults, WindowsThatDieWhileTheModeSwitchesAreNoError) {
     }
     parkPointer();
     quit(tavro);
-    EXPECT_EQ(tavro->errors(), "");
+    EXPECT_EQ(complaints(*tavro), "");
 }
 
 TEST_F(Faults, TwoHundredWindowsAreAllHiddenAndAllRestored) {
@@ -211,7 +220,7 @@ TEST_F(Faults, WithoutTheDesktopsPictureTheCoversShowTheWallpapersFile) {
         }));
         toggle(*tavro);
         quit(tavro);
-        EXPECT_EQ(tavro->errors(), "");
+        EXPECT_EQ(complaints(*tavro), "");
         startIconDesktop();
         EXPECT_TRUE(everyIconShows());
     }

@@ -12,5 +12,5 @@ TEST_F(LostServer, TheProcessSaysSoOnceAndEnds) {
     toggle(*tavro);
     Session::signal("xorg", SIGKILL);
     EXPECT_EQ(tavro->end(), "exited with 1");
-    EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
+    EXPECT_EQ(lines(complaints(*tavro)), 1) << complaints(*tavro);
 }

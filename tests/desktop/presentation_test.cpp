@@ -82,7 +82,7 @@ TEST_F(Presentation, CoversTheIconsOfEveryScreenAndHidesTheOtherApplications) {
     EXPECT_TRUE(
         server.eventually("the first picture of the item", [&] { return tray.picture() == itemWhenOff; }));
     quit(tavro);
-    EXPECT_EQ(tavro->errors(), "");
+    EXPECT_EQ(complaints(*tavro), "");
 }
 
 TEST_F(Presentation, CoversAreDesktopWindowsOfTheirScreensExactSize) {

@@ -99,7 +99,7 @@ TEST_F(ProcessTest, TerminationSignalsTurnPresentationModeOffFirst) {
         tavro->signal(signal);
         EXPECT_EQ(tavro->end(), "exited with 0");
         EXPECT_EQ(tavro->linesOfOutput(turnedOff), 1);
-        EXPECT_EQ(tavro->errors(), "");
+        EXPECT_EQ(complaints(*tavro), "");
         EXPECT_TRUE(defaultsSayOff());
         EXPECT_TRUE(isRestored(stacking, front));
     }

@@ -50,5 +50,5 @@ TEST_F(Screens, AScreenMayBeUnpluggedWhileItIsCovered) {
     EXPECT_TRUE(server.eventually("no cover", [&] { return covers(*tavro).empty(); }));
     EXPECT_TRUE(isRestored(stacking, front));
     quit(tavro);
-    EXPECT_EQ(tavro->errors(), "");
+    EXPECT_EQ(complaints(*tavro), "");
 }

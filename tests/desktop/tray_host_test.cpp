@@ -29,7 +29,7 @@ TEST_F(TrayHost, TheItemShowsWhenThePanelComesAndWhenItComesAgain) {
         toggle(tavro);
         toggle(tavro);
     }
-    EXPECT_EQ(lines(tavro.errors()), 1) << tavro.errors();
+    EXPECT_EQ(lines(complaints(tavro)), 1) << complaints(tavro);
     tavro.signal(SIGTERM);
     EXPECT_EQ(tavro.end(), "exited with 0");
 }

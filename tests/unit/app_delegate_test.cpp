@@ -73,8 +73,9 @@ TEST_F(AppDelegateTest, OptionClicksSwitchOnAndOff) {
         launch.switchPresentationMode();
         EXPECT_EQ(launch.shownImage(), image);
     }
-    EXPECT_EQ(mac.log().printed(),
-              (Lines{"Turn On --------------", "Turn Off --------------", "Turn On --------------"}));
+    EXPECT_EQ(mac.journal().lines("log.print Turn"),
+              (Lines{"log.print Turn On --------------", "log.print Turn Off --------------",
+                     "log.print Turn On --------------"}));
 }
 
 TEST_F(AppDelegateTest, ShortcutsWorkWhateverHasTheFocus) {
@@ -125,8 +126,9 @@ TEST_F(AppDelegateTest, QuitEndsAtOnceAndLeavesPresentationModeAsItIs) {
         EXPECT_EQ(mac.application().exitStatus(), 0);
         EXPECT_FALSE(mac.application().isRunning());
     }
-    EXPECT_EQ(mac.log().printed(), (Lines{"resign active", "Turn On --------------"}));
+    EXPECT_EQ(mac.journal().lines("log.print Turn"), Lines{"log.print Turn On --------------"});
     EXPECT_FALSE(isVisible(editor));
+    EXPECT_TRUE(mac.systemNotificationCenter().isSilent());
     EXPECT_TRUE(cover.expired());
     EXPECT_TRUE(mac.userDefaults().boolForKey("tavro"));
 
@@ -138,6 +140,7 @@ TEST_F(AppDelegateTest, QuitEndsAtOnceAndLeavesPresentationModeAsItIs) {
     next.switchPresentationMode();
     next.switchPresentationMode();
     EXPECT_TRUE(isVisible(editor));
+    EXPECT_FALSE(mac.systemNotificationCenter().isSilent());
 }
 
 TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnceIfItIsOn) {
@@ -150,7 +153,7 @@ TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnceIfItIsOn) {
         other.journal().clear();
         other.application().terminate();
         other.application().terminate();
-        EXPECT_EQ(other.journal().lines("log.print"),
+        EXPECT_EQ(other.journal().lines("log.print Turn"),
                   isOn ? Lines{"log.print Turn Off --------------"} : Lines{});
         EXPECT_EQ(other.journal().lines("window.close").size(), isOn ? 2u : 0u);
         if (!isOn) {
@@ -187,7 +190,7 @@ TEST_F(AppDelegateTest, AStatusItemWithoutAButtonIsNoObstacle) {
     EXPECT_FALSE(UserSettings::shared().tavroIsOn());
     UserSettings::shared().setTavroIsOn(true);
     mac.application().terminate();
-    EXPECT_EQ(mac.log().printed(), Lines{"Turn Off --------------"});
+    EXPECT_EQ(mac.journal().lines("log.print Turn"), Lines{"log.print Turn Off --------------"});
 }
 
 } // namespace

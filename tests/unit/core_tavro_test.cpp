@@ -12,7 +12,7 @@ namespace {
 class CoreTavroTest : public SimulatedMacTest {
 protected:
     /// The journal of one switch, ended by what an observer of the notification writes into it; without
-    /// the configuration of each cover.
+    /// the configuration of each cover and the events of the clicks.
     Lines journalOfSwitch() {
         const auto observation = Process::current().notificationCenter().addObserver(
             "TavroToogle", [&] { mac.journal().record("TavroToogle"); });
@@ -23,7 +23,8 @@ protected:
         mac.mainQueue().runUntilIdle();
         auto lines = mac.journal().lines();
         std::erase_if(lines, [](const auto& line) {
-            return line.starts_with("window.") && !line.starts_with("window.close");
+            return (line.starts_with("window.") && !line.starts_with("window.close")) ||
+                   line.starts_with("mouseEvents.");
         });
         return lines;
     }
@@ -66,6 +67,12 @@ TEST_F(CoreTavroTest, FeaturesFollowTheCatalogueAndTheNotificationComesLast) {
                                              "log.print Turn On --------------",
                                              "windowServer.createWindow 7 1920x1080 at 0,0 1 2 false",
                                              "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false",
+                                             "log.print ENABLE",
+                                             "log.print isEnabled false",
+                                             "log.print DNDfromTavro false",
+                                             "userDefaults.setObject DNDfromTavro true",
+                                             "accessibility.isProcessTrusted true",
+                                             "clock.wait 0.1",
                                              "runningApplication.hide Dock",
                                              "runningApplication.hide TavroPRO",
                                              "runningApplication.hide Editor",
@@ -79,6 +86,11 @@ TEST_F(CoreTavroTest, FeaturesFollowTheCatalogueAndTheNotificationComesLast) {
                                              "window.close 7",
                                              "window.close 8",
                                              unmute,
+                                             "log.print DISABLE",
+                                             "log.print isEnabled true",
+                                             "log.print DNDfromTavro true",
+                                             "clock.wait 0.1",
+                                             "userDefaults.setObject DNDfromTavro false",
                                              unmute,
                                              "runningApplication.unhide Dock",
                                              "runningApplication.unhide TavroPRO",

@@ -29,6 +29,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_audioHardware(m_mainQueue, log)
     , m_keyboard(*m_x, m_mainQueue)
     , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
+    , m_notificationSilencing(log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())
     , m_images(helper("tavropro-heif"), log)

@@ -3,7 +3,9 @@
 #include "platform/Bundle.h"
 #include "platform/Machine.h"
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/DesktopSilencing.h"
 #include "platform/linux/FetchURLSession.h"
+#include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/PlistUserDefaults.h"
 #include "platform/linux/PulseAudioHardware.h"
@@ -36,6 +38,7 @@ public:
     SystemVersion systemVersion() const override { return {14, 0}; }
     const Bundle& mainBundle() const override { return m_bundle; }
     AppService& appService() override { return m_loginItem; }
+    Accessibility& accessibility() override { return m_accessibility; }
     LinuxApplication& application() override { return m_application; }
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
@@ -50,6 +53,8 @@ public:
     Screens& screens() override { return m_screens; }
     StatusBar& statusBar() override { return m_statusBar; }
     URLSession* urlSession() override { return m_urlSession.get(); }
+    NotificationSilencing* notificationSilencing() override { return &m_notificationSilencing; }
+    std::optional<SystemServices> systemServices() override { return std::nullopt; }
     UserDefaults& userDefaults() override { return m_userDefaults; }
     WindowList& windowList() override { return m_windowList; }
     WindowServer& windowServer() override { return m_windowServer; }
@@ -63,6 +68,8 @@ private:
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
     XKeyboard m_keyboard;
     XHotKeyCenter m_hotKeyCenter;
+    LinuxAccessibility m_accessibility;
+    DesktopSilencing m_notificationSilencing;
     PlistUserDefaults m_userDefaults;
     AutostartEntry m_loginItem;
     XdgFileManager m_fileManager;

@@ -3,7 +3,7 @@
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
 #include "platform/linux/AtomicFile.h"
-#include "platform/linux/PlistNode.h"
+#include "platform/plist/PlistNode.h"
 
 #include <QStandardPaths>
 
@@ -16,8 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Many times what the application stores. Larger files are not parsed: the library recurses as deep as a
-/// file nests.
+/// Many times what the application stores.
 constexpr std::size_t largestFile = 65536;
 
 fs::path firstFreeName(const fs::path& file) {

@@ -2,7 +2,7 @@
 
 #include "platform/UserDefaults.h"
 #include "platform/linux/OncePerTurn.h"
-#include "platform/linux/PlistNode.h"
+#include "platform/plist/PlistNode.h"
 
 #include <filesystem>
 

@@ -6,7 +6,9 @@ SimulatedMac::SimulatedMac(SystemVersion version)
     : m_version(version)
     , m_log(m_journal)
     , m_appService(m_journal)
+    , m_accessibility(m_journal)
     , m_audioHardware(m_journal, m_mainQueue)
+    , m_clock(m_journal, m_mainQueue)
     , m_controlStrip(m_journal)
     , m_fileManager(m_journal)
     , m_hotKeyCenter(m_journal, m_mainQueue)
@@ -14,7 +16,13 @@ SimulatedMac::SimulatedMac(SystemVersion version)
     , m_legacyLoginItems(m_journal)
     , m_openPanels(m_journal, m_mainQueue)
     , m_urlSession(m_journal)
+    , m_distributedNotificationCenter(m_journal)
+    , m_mouseEvents(m_journal)
+    , m_notificationSilencing(m_journal, m_log)
+    , m_preferences(m_journal)
     , m_userDefaults(m_journal, m_log, m_mainQueue)
+    , m_systemNotificationCenter(version, m_journal, m_files, m_preferences, m_mouseEvents, m_accessibility,
+                                 m_screens)
     , m_windowServer(version, m_journal, m_screens)
     , m_windowList(m_screens, m_windowServer)
     , m_workspace(m_journal, m_mainQueue, m_windowServer)
@@ -25,6 +33,18 @@ SimulatedMac::SimulatedMac(SystemVersion version)
     using Audio = SimulatedAudioHardware;
     m_audioHardware.setDefaultInput(m_audioHardware.plugIn(Audio::microphone("Built-in Microphone")));
     m_audioHardware.setDefaultOutput(m_audioHardware.plugIn(Audio::speaker("Built-in Speaker")));
+}
+
+std::optional<SystemServices> SimulatedMac::systemServices() {
+    if (m_hasSilencing)
+        return std::nullopt;
+    return SystemServices{m_clock,
+                          m_distributedNotificationCenter,
+                          m_files,
+                          m_mouseEvents,
+                          m_preferences,
+                          m_propertyListDecoder,
+                          m_systemNotificationCenter};
 }
 
 void SimulatedMac::endProcess() {

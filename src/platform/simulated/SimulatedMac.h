@@ -2,19 +2,28 @@
 
 #include "platform/Bundle.h"
 #include "platform/Machine.h"
+#include "platform/plist/LibPlistDecoder.h"
 #include "platform/simulated/Journal.h"
+#include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedAppService.h"
 #include "platform/simulated/SimulatedApplication.h"
 #include "platform/simulated/SimulatedAudioHardware.h"
+#include "platform/simulated/SimulatedClock.h"
 #include "platform/simulated/SimulatedControlStrip.h"
+#include "platform/simulated/SimulatedDistributedNotificationCenter.h"
 #include "platform/simulated/SimulatedFileManager.h"
+#include "platform/simulated/SimulatedFiles.h"
 #include "platform/simulated/SimulatedHotKeyCenter.h"
 #include "platform/simulated/SimulatedImages.h"
 #include "platform/simulated/SimulatedKeyboardLayout.h"
 #include "platform/simulated/SimulatedLegacyLoginItems.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMainQueue.h"
+#include "platform/simulated/SimulatedMouseEvents.h"
+#include "platform/simulated/SimulatedNotificationCenter.h"
+#include "platform/simulated/SimulatedNotificationSilencing.h"
 #include "platform/simulated/SimulatedOpenPanels.h"
+#include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedScreens.h"
 #include "platform/simulated/SimulatedStatusBar.h"
 #include "platform/simulated/SimulatedURLSession.h"
@@ -37,6 +46,7 @@ public:
     SystemVersion systemVersion() const override { return m_version; }
     const Bundle& mainBundle() const override { return bundle; }
     SimulatedAppService& appService() override { return m_appService; }
+    SimulatedAccessibility& accessibility() override { return m_accessibility; }
     SimulatedApplication& application() override { return m_application; }
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
     SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
@@ -53,10 +63,27 @@ public:
     SimulatedScreens& screens() override { return m_screens; }
     SimulatedStatusBar& statusBar() override { return m_statusBar; }
     SimulatedURLSession* urlSession() override { return isOffline ? nullptr : &m_urlSession; }
+    SimulatedNotificationSilencing* notificationSilencing() override {
+        return m_hasSilencing ? &m_notificationSilencing : nullptr;
+    }
+    std::optional<SystemServices> systemServices() override;
     SimulatedUserDefaults& userDefaults() override { return m_userDefaults; }
     SimulatedWindowList& windowList() override { return m_windowList; }
     SimulatedWindowServer& windowServer() override { return m_windowServer; }
     SimulatedWorkspace& workspace() override { return m_workspace; }
+
+    /// From now on a machine of another kind, with a switch of its own for notifications.
+    SimulatedNotificationSilencing& becomeSwitchable() {
+        m_hasSilencing = true;
+        return m_notificationSilencing;
+    }
+
+    // The pieces of the system services.
+    SimulatedClock& clock() { return m_clock; }
+    SimulatedFiles& files() { return m_files; }
+    SimulatedMouseEvents& mouseEvents() { return m_mouseEvents; }
+    SimulatedNotificationCenter& systemNotificationCenter() { return m_systemNotificationCenter; }
+    SimulatedPreferences& preferences() { return m_preferences; }
 
     Journal& journal() { return m_journal; }
 
@@ -75,7 +102,9 @@ private:
     SimulatedLog m_log;
     SimulatedMainQueue m_mainQueue;
     SimulatedAppService m_appService;
+    SimulatedAccessibility m_accessibility;
     SimulatedAudioHardware m_audioHardware;
+    SimulatedClock m_clock;
     SimulatedControlStrip m_controlStrip;
     SimulatedFileManager m_fileManager;
     SimulatedHotKeyCenter m_hotKeyCenter;
@@ -84,13 +113,21 @@ private:
     SimulatedLegacyLoginItems m_legacyLoginItems;
     SimulatedOpenPanels m_openPanels;
     SimulatedURLSession m_urlSession;
+    SimulatedDistributedNotificationCenter m_distributedNotificationCenter;
+    SimulatedFiles m_files;
+    SimulatedMouseEvents m_mouseEvents;
+    SimulatedNotificationSilencing m_notificationSilencing;
+    SimulatedPreferences m_preferences;
+    LibPlistDecoder m_propertyListDecoder;
     SimulatedUserDefaults m_userDefaults;
     SimulatedScreens m_screens;
+    SimulatedNotificationCenter m_systemNotificationCenter;
     SimulatedWindowServer m_windowServer;
     SimulatedWindowList m_windowList;
     SimulatedWorkspace m_workspace;
     SimulatedApplication m_application;
     SimulatedStatusBar m_statusBar;
+    bool m_hasSilencing = false;
 };
 
 } // namespace tavro

@@ -25,7 +25,7 @@ void SimulatedMainQueue::advance(Duration time) {
 void SimulatedMainQueue::runUntil(Duration time) {
     while (!m_blocks.empty() && m_blocks.begin()->first.first <= time) {
         auto entry = m_blocks.extract(m_blocks.begin());
-        m_now = entry.key().first;
+        m_now = std::max(m_now, entry.key().first);
         entry.mapped()();
     }
 }

@@ -8,7 +8,7 @@
 
 namespace tavro {
 
-/// The main queue on a virtual clock, which only `advance` moves.
+/// The main queue on a virtual clock, which only `advance` and `block` move.
 class SimulatedMainQueue final : public MainQueue {
 public:
     void async(std::function<void()> block) override;
@@ -18,6 +18,8 @@ public:
     void runUntilIdle();
     /// Lets time pass; each block that becomes due runs at its own time.
     void advance(Duration time);
+    /// The main thread is busy for so long: what becomes due runs afterwards.
+    void block(Duration time) { m_now += time; }
     Duration now() const { return m_now; }
     /// The process has ended: what it queued never runs.
     void clear() { m_blocks.clear(); }

@@ -30,6 +30,9 @@ protected:
     void quit(std::unique_ptr<TavroProcess>& tavro);
     /// The middle click on the item; returns when the program has switched.
     void toggle(TavroProcess& tavro);
+    /// What the program has written on standard error, besides that there is no notification server: having
+    /// presented in a session without one, it must have said so once.
+    static std::string complaints(TavroProcess& tavro);
     void clickItem(Input::Button button);
     /// Escape, until no menu is open: one that has just opened may not have the keyboard yet.
     testing::AssertionResult closeMenu();

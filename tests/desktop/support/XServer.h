@@ -52,6 +52,8 @@ public:
     std::vector<xcb_window_t> applicationWindows() const;
     xcb_window_t active() const { return values(root(), "_NET_ACTIVE_WINDOW").at(0); }
     std::uint32_t workspace() const { return values(root(), "_NET_CURRENT_DESKTOP").at(0); }
+    /// All windows below the root window, managed or not.
+    std::vector<xcb_window_t> topLevelWindows() const { return children(root()); }
     /// The menus that are open; no tooltips.
     std::vector<xcb_window_t> menus() const;
 

@@ -1,4 +1,6 @@
-#include "platform/linux/PlistNode.h"
+#include "platform/plist/PlistNode.h"
+
+#include "platform/plist/PlistBounds.h"
 
 #include <cmath>
 
@@ -16,10 +18,8 @@ std::string textOf(plist_t node) {
 }
 
 PropertyList::Data dataOf(plist_t node) {
-    char* bytes = nullptr;
     std::uint64_t length = 0;
-    plist_get_data_val(node, &bytes, &length);
-    const CharPointer owner(bytes, &std::free);
+    const auto* bytes = plist_get_data_ptr(node, &length);
     return bytes ? PropertyList::Data(bytes, bytes + length) : PropertyList::Data();
 }
 
@@ -30,15 +30,15 @@ PropertyList::Date dateOf(plist_t node) {
     return {seconds + microseconds / 1e6};
 }
 
-PropertyList::Array arrayOf(plist_t node) {
+PropertyList::Array arrayOf(plist_t node, int levels) {
     PropertyList::Array array;
     for (std::uint32_t i = 0; i < plist_array_get_size(node); ++i)
-        if (auto value = fromPlist(plist_array_get_item(node, i)))
+        if (auto value = fromPlist(plist_array_get_item(node, i), levels))
             array.push_back(std::move(*value));
     return array;
 }
 
-PropertyList::Dictionary dictionaryOf(plist_t node) {
+PropertyList::Dictionary dictionaryOf(plist_t node, int levels) {
     PropertyList::Dictionary dictionary;
     plist_dict_iter rawIterator = nullptr;
     plist_dict_new_iter(node, &rawIterator);
@@ -50,7 +50,7 @@ PropertyList::Dictionary dictionaryOf(plist_t node) {
         const CharPointer keyOwner(key, &std::free);
         if (!item)
             return dictionary;
-        if (auto value = fromPlist(item))
+        if (auto value = fromPlist(item, levels))
             dictionary.insert_or_assign(key, std::move(*value));
     }
 }
@@ -85,6 +85,8 @@ struct NodeMaker {
 } // namespace
 
 PlistNode parsePlist(std::string_view bytes) {
+    if (!isWithinPlistBounds(bytes))
+        return nullptr;
     plist_t node = nullptr;
     const auto length = static_cast<std::uint32_t>(bytes.size());
     if (plist_is_binary(bytes.data(), length))
@@ -102,11 +104,21 @@ std::string formatPlistXml(const PlistNode& node) {
     return bytes ? std::string(bytes, length) : std::string();
 }
 
+std::string formatPlistBinary(const PlistNode& node) {
+    char* bytes = nullptr;
+    std::uint32_t length = 0;
+    plist_to_bin(node.get(), &bytes, &length);
+    const std::unique_ptr<char, decltype(&plist_to_bin_free)> owner(bytes, &plist_to_bin_free);
+    return bytes ? std::string(bytes, length) : std::string();
+}
+
 PlistNode toPlist(const PropertyList& value) {
     return PlistNode(value.visit(NodeMaker{}));
 }
 
-std::optional<PropertyList> fromPlist(plist_t node) {
+std::optional<PropertyList> fromPlist(plist_t node, int levels) {
+    if (levels == 0)
+        return std::nullopt;
     switch (plist_get_node_type(node)) {
     case PLIST_BOOLEAN: {
         std::uint8_t value = 0;
@@ -130,9 +142,9 @@ std::optional<PropertyList> fromPlist(plist_t node) {
     case PLIST_DATE:
         return PropertyList(dateOf(node));
     case PLIST_ARRAY:
-        return PropertyList(arrayOf(node));
+        return PropertyList(arrayOf(node, levels - 1));
     case PLIST_DICT:
-        return PropertyList(dictionaryOf(node));
+        return PropertyList(dictionaryOf(node, levels - 1));
     default:
         return std::nullopt;
     }

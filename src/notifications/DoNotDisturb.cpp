@@ -1,0 +1,196 @@
+#include "notifications/DoNotDisturb.h"
+
+#include "notifications/MontereyDND.h"
+#include "notifications/NCPrefs.h"
+#include "platform/Accessibility.h"
+#include "platform/Clock.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/Files.h"
+#include "platform/Log.h"
+#include "platform/Machine.h"
+#include "platform/MouseEvents.h"
+#include "platform/NotificationSilencing.h"
+#include "platform/Preferences.h"
+#include "platform/Process.h"
+#include "platform/RunningProcesses.h"
+#include "platform/Screens.h"
+#include "platform/UserDefaults.h"
+
+#include <chrono>
+
+namespace tavro {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr SystemVersion bigSur{11, 0};
+constexpr SystemVersion monterey{12, 0};
+constexpr auto preferencesChanged = "com.apple.notificationcenterui.dndprefs_changed";
+constexpr auto preferencesFile = "~/Library/Preferences/com.apple.ncprefs.plist";
+
+Machine& machine() {
+    return Process::current().machine();
+}
+
+SystemServices services() {
+    return machine().systemServices().value();
+}
+
+bool isFromTavro() {
+    return machine().userDefaults().boolForKey(DoNotDisturb::fromTavroKey);
+}
+
+void setFromTavro(bool isFromTavro) {
+    machine().userDefaults().setObject(DoNotDisturb::fromTavroKey, isFromTavro);
+}
+
+/// The three lines that every switch begins with.
+void report(const char* what, bool isEnabled) {
+    const auto text = [](bool value) { return value ? "true" : "false"; };
+    machine().log().print(what);
+    machine().log().print(std::string("isEnabled ") + text(isEnabled));
+    machine().log().print(std::string("DNDfromTavro ") + text(isFromTavro()));
+}
+
+void setPreference(const char* key, std::optional<PropertyList> value) {
+    services().preferences.setValue(key, std::move(value), DoNotDisturb::notificationCenterDomain);
+}
+
+void announcePreferences() {
+    services().preferences.synchronize(DoNotDisturb::notificationCenterDomain);
+    services().distributedNotificationCenter.post(preferencesChanged, true);
+}
+
+void writePreferences(bool isOn) {
+    setPreference("doNotDisturb", isOn);
+    setPreference("doNotDisturbDate",
+                  isOn ? std::optional<PropertyList>(services().clock.now()) : std::nullopt);
+    announcePreferences();
+    DoNotDisturb::terminateNotificationCenter();
+}
+
+/// Option-click, as far as the system makes the events.
+class OptionClick {
+public:
+    explicit OptionClick(Point location)
+        : m_down(event(MouseEventType::leftMouseDown, location))
+        , m_up(event(MouseEventType::leftMouseUp, location)) {}
+
+    void post() const {
+        for (const auto& event : {m_down, m_up})
+            if (event)
+                services().mouseEvents.post(EventTap::hid, *event);
+    }
+
+private:
+    static std::optional<MouseEvent> event(MouseEventType type, Point location) {
+        auto event = services().mouseEvents.create(EventSourceState::hidSystemState, type, location,
+                                                   MouseButton::left);
+        if (event)
+            event->flags = eventFlagMaskAlternate;
+        return event;
+    }
+
+    std::optional<MouseEvent> m_down;
+    std::optional<MouseEvent> m_up;
+};
+
+// With a switch of the machine's own, its state is asked for once: where it cannot be told, asking again
+// would only take time.
+
+void enable(NotificationSilencing& silencing) {
+    const bool isOn = silencing.isOn().value_or(false);
+    report("ENABLE", isOn);
+    setFromTavro(true);
+    if (!isOn)
+        silencing.setOn(true);
+}
+
+void disable(NotificationSilencing& silencing) {
+    const bool isOn = silencing.isOn().value_or(false);
+    report("DISABLE", isOn);
+    // Where it failed, the next turn-off, of whichever process, finds the flag and tries again.
+    if ((isFromTavro() || isOn) && silencing.setOn(false))
+        setFromTavro(false);
+}
+
+} // namespace
+
+bool DoNotDisturb::isEnabled() {
+    if (auto* silencing = machine().notificationSilencing())
+        return silencing->isOn().value_or(false);
+    if (machine().systemVersion() >= monterey)
+        return MontereyDND::isEnabled();
+    if (machine().systemVersion() >= bigSur)
+        return isEnabledInNCPrefs();
+    return services().preferences.appBooleanValue("doNotDisturb", notificationCenterDomain);
+}
+
+bool DoNotDisturb::isEnabledInNCPrefs() {
+    const auto file = services().files.expandingTilde(preferencesFile);
+    const auto bytes = services().files.contents(file);
+    if (!bytes) {
+        machine().log().print(file.string() + ": " + bytes.error().message());
+        return false;
+    }
+    const auto isOn = NCPrefs::hasUserPref(services().propertyListDecoder, *bytes);
+    if (!isOn)
+        machine().log().print(isOn.error());
+    return isOn && *isOn;
+}
+
+void DoNotDisturb::enable() {
+    if (auto* silencing = machine().notificationSilencing())
+        return tavro::enable(*silencing);
+    report("ENABLE", isEnabled());
+    setFromTavro(true);
+    if (isEnabled())
+        return;
+    if (machine().systemVersion() < bigSur)
+        return writePreferences(true);
+    machine().accessibility().isProcessTrusted(true);
+    toggleByClick();
+}
+
+void DoNotDisturb::disable() {
+    if (auto* silencing = machine().notificationSilencing())
+        return tavro::disable(*silencing);
+    report("DISABLE", isEnabled());
+    if (!isFromTavro() && !isEnabled())
+        return;
+    if (machine().systemVersion() >= bigSur) {
+        toggleByClick();
+        setFromTavro(false);
+        return;
+    }
+    writePreferences(false); // and the flag stays
+    refreshSchedule();
+}
+
+void DoNotDisturb::refreshSchedule() {
+    setPreference("dndStart", 0);
+    setPreference("dndEnd", 1440);
+    services().clock.wait(400ms);
+    setPreference("dndStart", std::nullopt);
+    setPreference("dndEnd", std::nullopt);
+    announcePreferences();
+}
+
+void DoNotDisturb::terminateNotificationCenter() {
+    const auto processes = services().runningProcesses.withBundleIdentifier(notificationCenterDomain);
+    if (!processes.empty())
+        services().runningProcesses.forceTerminate(processes.front());
+}
+
+void DoNotDisturb::toggleByClick() {
+    const auto frame = machine().screens().mainScreen().value_or(Screen{}).frame;
+    const auto pointer = services().mouseEvents.mouseLocation();
+    const OptionClick target({frame.size.width - 15, frame.origin.y + 5});
+    const OptionClick back({pointer.x, frame.size.height - pointer.y});
+    target.post();
+    services().clock.wait(100ms);
+    back.post();
+}
+
+} // namespace tavro

@@ -1,0 +1,30 @@
+#pragma once
+
+namespace tavro {
+
+/// Keeps the system's notifications back, and lets them through again: by the switch that the machine offers,
+/// or by what the running generation of the system needs. Whatever fails is logged, counts as off, and stops
+/// nothing. Main thread only.
+class DoNotDisturb {
+public:
+    static constexpr const char* notificationCenterDomain = "com.apple.notificationcenterui";
+    /// User-defaults key: Do Not Disturb has been asked for here. Survives the process, so that the next one
+    /// puts right what this one could not.
+    static constexpr const char* fromTavroKey = "DNDfromTavro";
+
+    /// Whether Do Not Disturb is on now, whoever switched it on.
+    static bool isEnabled();
+    static void enable();
+    /// Switches it off where it was asked for here or is on, also where the user had switched it on.
+    static void disable();
+
+    /// What each generation's way is made of.
+    static void toggleByClick();
+    static bool isEnabledInNCPrefs();
+    static void terminateNotificationCenter();
+    static void refreshSchedule();
+
+    DoNotDisturb() = delete;
+};
+
+} // namespace tavro

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "XServer.h"
+
+#include <string>
+
+/// A real notification server in the session, one at a time, and what its other clients and the user do with
+/// it.
+class NotificationServer {
+public:
+    struct Kind {
+        const char* name;
+        /// Runs it in the foreground.
+        const char* command;
+        /// Of its windows on the screen.
+        const char* windowClass;
+        /// Commands by which a user switches Do Not Disturb on, and asks for it.
+        const char* userSwitchesOn;
+        const char* isOn;
+    };
+    static const Kind xfce, dunst, mate;
+
+    /// Takes the place of the server that runs. Returns when it has the name on the bus.
+    NotificationServer(XServer& server, const Kind& kind);
+    NotificationServer(const NotificationServer&) = delete;
+    NotificationServer& operator=(const NotificationServer&) = delete;
+    /// Ends it. The next one finds its setting as it was at first.
+    ~NotificationServer();
+
+    /// Whether a notification that some program sends now appears on the screen. It is gone afterwards.
+    bool showsANotification();
+    /// Notifications that it shows now, also such as it had kept back before.
+    bool showsAny() const;
+    void closeAll();
+    void userSwitchesOn();
+    /// What the server, or the store of its setting, says.
+    bool isOn() const;
+    void freeze();
+    void thaw();
+
+private:
+    /// Until the server has done what it was asked to.
+    void settle() const;
+
+    XServer& m_server;
+    const Kind& m_kind;
+    int m_pid = 0;
+    bool m_isFrozen = false;
+};
