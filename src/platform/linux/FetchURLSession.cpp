@@ -24,8 +24,16 @@ FetchURLSession::FetchURLSession(std::filesystem::path program, Log& log, Limits
     , m_log(log)
     , m_limits(limits) {}
 
+FetchURLSession::~FetchURLSession() {
+    for (auto* process : m_processes.findChildren<QProcess*>()) {
+        process->disconnect();
+        process->kill();
+        process->waitForFinished();
+    }
+}
+
 void FetchURLSession::dataTask(const std::string& url, CompletionHandler completionHandler) {
-    auto* process = new QProcess; // until one of the two ends below
+    auto* process = new QProcess(&m_processes); // until one of the two ends below
     process->setStandardInputFile(QProcess::nullDevice());
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QObject::connect(process, &QProcess::finished, process, [process, completionHandler] {

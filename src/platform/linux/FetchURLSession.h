@@ -2,6 +2,8 @@
 
 #include "platform/URLSession.h"
 
+#include <QObject>
+
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
@@ -22,12 +24,18 @@ public:
     FetchURLSession(std::filesystem::path program, Log& log);
     FetchURLSession(std::filesystem::path program, Log& log, Limits limits);
 
+    FetchURLSession(const FetchURLSession&) = delete;
+    FetchURLSession& operator=(const FetchURLSession&) = delete;
+    /// Handlers that still wait are not called.
+    ~FetchURLSession() override;
+
     void dataTask(const std::string& url, CompletionHandler completionHandler) override;
 
 private:
     const std::filesystem::path m_program;
     Log& m_log;
     const Limits m_limits;
+    QObject m_processes; // their parent
 };
 
 } // namespace tavro

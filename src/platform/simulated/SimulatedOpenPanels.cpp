@@ -34,6 +34,13 @@ std::shared_ptr<OpenPanel> SimulatedOpenPanels::openPanel(const OpenPanelSetting
     return std::make_shared<Panel>(*this, settings);
 }
 
+// What waits for the user's decision holds the panel.
+void SimulatedOpenPanels::endProcess() {
+    if (m_shown)
+        m_shown->completion = nullptr;
+    m_shown.reset();
+}
+
 std::optional<OpenPanelSettings> SimulatedOpenPanels::shown() const {
     return m_shown ? std::optional(m_shown->settings) : std::nullopt;
 }

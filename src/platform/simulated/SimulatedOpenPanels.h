@@ -12,6 +12,9 @@ public:
     SimulatedOpenPanels(Journal& journal, SimulatedMainQueue& queue)
         : m_journal(journal)
         , m_queue(queue) {}
+    SimulatedOpenPanels(const SimulatedOpenPanels&) = delete;
+    SimulatedOpenPanels& operator=(const SimulatedOpenPanels&) = delete;
+    ~SimulatedOpenPanels() override { endProcess(); }
 
     std::shared_ptr<OpenPanel> openPanel(const OpenPanelSettings& settings) override;
 
@@ -23,7 +26,7 @@ public:
     }
     void userCancels() { decide(ModalResponse::cancel, std::nullopt); }
     /// The process has ended, and took its panel along.
-    void endProcess() { m_shown.reset(); }
+    void endProcess();
 
 private:
     class Panel;
