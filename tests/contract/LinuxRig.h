@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AudioHardwareContract.h"
+#include "HotKeyCenterContract.h"
 #include "Rig.h"
 
 #include "support/AudioServer.h"
@@ -54,7 +55,14 @@ public:
     void otherProgramSetsMute(const std::string& uid, bool mute) { m_audioServer.mute(uid, mute); }
     bool isMutedOnServer(const std::string& uid) { return m_audioServer.isMuted(uid); }
 
+    void pressKey(std::uint32_t keyCode, std::uint32_t modifiers);
+    void releaseKey(std::uint32_t keyCode) { m_input.release(key(keyCode)); }
+    void releaseModifiers(std::uint32_t modifiers);
+    bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers);
+    void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers);
+
 private:
+    static Input::Key key(std::uint32_t keyCode);
     std::unique_ptr<LinuxMachine> makeMachine();
 
     TemporaryFolder m_folder;
@@ -70,5 +78,6 @@ private:
 };
 
 static_assert(AudioRig<LinuxRig>);
+static_assert(KeyboardRig<LinuxRig>);
 
 } // namespace tavro

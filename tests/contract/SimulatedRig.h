@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AudioHardwareContract.h"
+#include "HotKeyCenterContract.h"
 #include "Rig.h"
 
 #include "platform/simulated/SimulatedMac.h"
@@ -46,6 +47,16 @@ public:
     }
     bool isMutedOnServer(const std::string& uid) { return audio().isMuted(device(uid)).value(); }
 
+    void pressKey(std::uint32_t keyCode, std::uint32_t modifiers);
+    void releaseKey(std::uint32_t keyCode) { m_mac.hotKeyCenter().release(keyCode); }
+    void releaseModifiers(std::uint32_t modifiers) { m_heldModifiers &= ~modifiers; }
+    bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+        return m_mac.hotKeyCenter().otherProgramTakes({keyCode, modifiers});
+    }
+    void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+        m_mac.hotKeyCenter().otherProgramLetsGo({keyCode, modifiers});
+    }
+
 private:
     SimulatedAudioHardware& audio() { return m_mac.audioHardware(); }
     AudioObjectID device(const std::string& uid) { return audio().deviceWithUID(uid); }
@@ -54,8 +65,10 @@ private:
     mutable SimulatedMac m_mac;
     std::filesystem::path m_folder;
     std::map<std::string, ApplicationID> m_applications;
+    std::uint32_t m_heldModifiers = 0;
 };
 
 static_assert(AudioRig<SimulatedRig>);
+static_assert(KeyboardRig<SimulatedRig>);
 
 } // namespace tavro
