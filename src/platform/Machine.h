@@ -7,6 +7,7 @@ namespace tavro {
 class Application;
 class AudioHardware;
 class ControlStrip;
+class EventMonitors;
 class HotKeyCenter;
 class Images;
 class KeyboardLayout;
@@ -27,6 +28,7 @@ public:
     virtual Application& application() = 0;
     virtual AudioHardware& audioHardware() = 0;
     virtual ControlStrip& controlStrip() = 0;
+    virtual EventMonitors& eventMonitors() = 0;
     virtual HotKeyCenter& hotKeyCenter() = 0;
     virtual Images& images() = 0;
     virtual KeyboardLayout& keyboardLayout() = 0;

@@ -8,6 +8,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_log(log)
     , m_audioHardware(m_mainQueue, log)
     , m_keyboard(*m_x, m_mainQueue)
+    , m_eventMonitors(m_keyboard)
     , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_images(log)

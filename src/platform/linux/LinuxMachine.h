@@ -4,6 +4,7 @@
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/PlistUserDefaults.h"
 #include "platform/linux/PulseAudioHardware.h"
+#include "platform/linux/QtEventMonitors.h"
 #include "platform/linux/QtImages.h"
 #include "platform/linux/QtMainQueue.h"
 #include "platform/linux/QtScreens.h"
@@ -32,6 +33,7 @@ public:
     LinuxApplication& application() override { return m_application; }
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
+    EventMonitors& eventMonitors() override { return m_eventMonitors; }
     HotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     Images& images() override { return m_images; }
     KeyboardLayout& keyboardLayout() override { return m_keyboard; }
@@ -50,6 +52,7 @@ private:
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
     XKeyboard m_keyboard;
+    QtEventMonitors m_eventMonitors;
     XHotKeyCenter m_hotKeyCenter;
     PlistUserDefaults m_userDefaults;
     QtImages m_images;

@@ -1,6 +1,7 @@
 #include "platform/linux/XHotKeyCenter.h"
 
 #include "platform/Log.h"
+#include "platform/linux/DesktopShortcuts.h"
 #include "platform/linux/VirtualKeys.h"
 
 #include <algorithm>
@@ -69,8 +70,20 @@ OSStatus XHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
     return noErr;
 }
 
-OSStatus XHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>&) const {
-    return eventNotHandledErr;
+OSStatus XHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const {
+    PropertyList::Array entries;
+    for (const auto& shortcut : desktopShortcuts()) {
+        const auto stroke = m_keyboard.strokeTyping(shortcut.symbol);
+        const auto code = stroke ? virtualKeyOfKeycode(stroke->keycode) : std::nullopt;
+        if (!code)
+            continue;
+        const auto modifiers = shortcut.modifiers | (stroke->withShift ? shiftKey : 0);
+        entries.push_back(PropertyList::Dictionary{{"kHISymbolicHotKeyEnabled", true},
+                                                   {"kHISymbolicHotKeyCode", std::uint32_t{*code}},
+                                                   {"kHISymbolicHotKeyModifiers", modifiers}});
+    }
+    hotKeys = std::move(entries);
+    return noErr;
 }
 
 std::optional<XHotKeyCenter::Grab> XHotKeyCenter::grabFor(std::uint32_t keyCode,

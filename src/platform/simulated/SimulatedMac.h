@@ -5,6 +5,7 @@
 #include "platform/simulated/SimulatedApplication.h"
 #include "platform/simulated/SimulatedAudioHardware.h"
 #include "platform/simulated/SimulatedControlStrip.h"
+#include "platform/simulated/SimulatedEventMonitors.h"
 #include "platform/simulated/SimulatedHotKeyCenter.h"
 #include "platform/simulated/SimulatedImages.h"
 #include "platform/simulated/SimulatedKeyboardLayout.h"
@@ -32,6 +33,7 @@ public:
     SimulatedApplication& application() override { return m_application; }
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
     SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
+    SimulatedEventMonitors& eventMonitors() override { return m_eventMonitors; }
     SimulatedHotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     SimulatedImages& images() override { return m_images; }
     SimulatedKeyboardLayout& keyboardLayout() override { return m_keyboardLayout; }
@@ -57,6 +59,7 @@ private:
     SimulatedMainQueue m_mainQueue;
     SimulatedAudioHardware m_audioHardware;
     SimulatedControlStrip m_controlStrip;
+    SimulatedEventMonitors m_eventMonitors;
     SimulatedHotKeyCenter m_hotKeyCenter;
     SimulatedImages m_images;
     SimulatedKeyboardLayout m_keyboardLayout;
