@@ -37,6 +37,10 @@ SpecialKey specialKeyOf(int key) {
     return SpecialKey::none;
 }
 
+bool isControl(QPoint place) {
+    return qobject_cast<QAbstractButton*>(QApplication::widgetAt(place)) != nullptr;
+}
+
 EventType typeOf(Qt::MouseButton button) {
     if (button == Qt::LeftButton)
         return EventType::leftMouseUp;
@@ -46,8 +50,11 @@ EventType typeOf(Qt::MouseButton button) {
 } // namespace
 
 EventMonitorRef QtEventMonitors::addLocalMonitorForEvents(unsigned mask, EventMonitorHandler handler) {
-    if (m_monitors.empty())
+    if (m_monitors.empty()) {
+        // It may be the press that is being handled, for which this is installed.
+        m_isFollowedByControl = QGuiApplication::mouseButtons() && isControl(QCursor::pos());
         qApp->installEventFilter(this);
+    }
     const EventMonitorRef reference{++m_last};
     m_monitors.emplace(reference, Monitor{mask, std::move(handler)});
     return reference;
@@ -73,11 +80,9 @@ bool QtEventMonitors::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyRelease:
         described = describe(static_cast<const QKeyEvent&>(*event));
         break;
-    case QEvent::MouseButtonPress: {
-        const auto place = static_cast<const QMouseEvent&>(*event).globalPosition().toPoint();
-        m_isFollowedByControl = qobject_cast<QAbstractButton*>(QApplication::widgetAt(place)) != nullptr;
+    case QEvent::MouseButtonPress:
+        m_isFollowedByControl = isControl(static_cast<const QMouseEvent&>(*event).globalPosition().toPoint());
         break;
-    }
     case QEvent::MouseButtonRelease:
         if (!m_isFollowedByControl)
             described = describe(static_cast<const QMouseEvent&>(*event));

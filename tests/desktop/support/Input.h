@@ -9,12 +9,18 @@ public:
     /// X keycodes, the same in every keyboard layout.
     enum class Key : std::uint8_t {
         escape = 9,
+        backspace = 22,
+        tab = 23,
+        e = 26,
+        enter = 36,
+        a = 38,
         p = 33,
         control = 37,
         shift = 50,
         m = 58,
         alt = 64,
         capsLock = 66,
+        f5 = 71,
         numLock = 77,
         super = 133,
     };
