@@ -76,9 +76,10 @@ Shortcut::Shortcut(std::int64_t carbonKeyCode, std::int64_t carbonModifiers)
     , m_carbonModifiers(carbonModifiersOf(flagsOf(carbonModifiers))) {}
 
 std::optional<Shortcut> Shortcut::of(const Event& event) {
-    if (event.type != EventType::keyDown && event.type != EventType::keyUp)
+    const bool isOfKey = event.type == EventType::keyDown || event.type == EventType::keyUp;
+    if (!isOfKey || !event.keyCode)
         return std::nullopt;
-    return Shortcut(event.keyCode, carbonModifiersOf(event.modifierFlags));
+    return Shortcut(*event.keyCode, carbonModifiersOf(event.modifierFlags));
 }
 
 std::optional<Shortcut> Shortcut::of(const Name& name) {

@@ -21,7 +21,7 @@ class Shortcut {
 public:
     /// Of the modifiers, the four of the platform's mask are kept.
     Shortcut(std::int64_t carbonKeyCode, std::int64_t carbonModifiers);
-    /// None unless the event is of a key.
+    /// None unless the event is of a key that has a place.
     static std::optional<Shortcut> of(const Event& event);
     /// The stored one of that name.
     static std::optional<Shortcut> of(const Name& name);

@@ -2,7 +2,12 @@
 
 #include "platform/Event.h"
 
+#include <memory>
+#include <utility>
+
 namespace tavro {
+
+class Menu;
 
 /// What an application is told. Each call comes on the main thread.
 class ApplicationDelegate {
@@ -28,6 +33,13 @@ public:
     virtual Event currentEvent() const = 0;
     /// Ends the process at once, with what user defaults hold on disk; the delegate is not asked.
     virtual void exit(int status) = 0;
+
+    /// The menu whose items' keys work in all windows of the application; may be null.
+    const std::shared_ptr<Menu>& mainMenu() const { return m_mainMenu; }
+    void setMainMenu(std::shared_ptr<Menu> menu) { m_mainMenu = std::move(menu); }
+
+private:
+    std::shared_ptr<Menu> m_mainMenu;
 };
 
 } // namespace tavro

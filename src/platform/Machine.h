@@ -14,6 +14,7 @@ class Accessibility;
 class Application;
 class AudioHardware;
 class ControlStrip;
+class EventMonitors;
 class FileManager;
 class HotKeyCenter;
 class Images;
@@ -43,6 +44,7 @@ public:
     virtual AudioHardware& audioHardware() = 0;
     virtual ControlStrip& controlStrip() = 0;
     virtual FileManager& fileManager() = 0;
+    virtual EventMonitors& eventMonitors() = 0;
     virtual HotKeyCenter& hotKeyCenter() = 0;
     virtual Images& images() = 0;
     virtual KeyboardLayout& keyboardLayout() = 0;

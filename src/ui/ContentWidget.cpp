@@ -1,11 +1,11 @@
 #include "ui/ContentWidget.h"
 
 #include "ui/CustomToogleButton.h"
+#include "ui/Divider.h"
 #include "ui/InAppAlertButton.h"
 #include "ui/SimpleToogleButton.h"
 #include "ui/Translation.h"
 
-#include <QFrame>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -17,19 +17,6 @@ namespace {
 constexpr int spacing = 8;
 /// Without the margins that the buttons have of their own.
 constexpr int padding = static_cast<int>(Constants::popoverPadding) - ToogleButton::margin;
-
-QFrame* makeDivider(QWidget* parent) {
-    auto* line = new QFrame(parent);
-    line->setFixedHeight(1);
-    line->setFrameShape(QFrame::NoFrame);
-    line->setAutoFillBackground(true);
-    auto palette = line->palette();
-    auto color = palette.color(QPalette::WindowText);
-    color.setAlphaF(0.15f);
-    palette.setColor(QPalette::Window, color);
-    line->setPalette(palette);
-    return line;
-}
 
 } // namespace
 

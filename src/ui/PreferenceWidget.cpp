@@ -1,10 +1,13 @@
 #include "ui/PreferenceWidget.h"
 
 #include "LaunchAtLogin/LaunchAtLogin.h"
+#include "app/Constants.h"
 #include "platform/Images.h"
 #include "platform/Machine.h"
 #include "platform/Process.h"
+#include "ui/Divider.h"
 #include "ui/Pixels.h"
+#include "ui/RecorderCocoa.h"
 #include "ui/Translation.h"
 
 #include <QCheckBox>
@@ -55,6 +58,10 @@ PreferenceWidget::PreferenceWidget(const PreferenceView& view)
     rows->setContentsMargins(padding, padding, padding, padding);
     rows->setSpacing(spacing);
     addStartupRow();
+    addRecorderRow("Toggle TavroPRO", Constants::tavroGlobalShortcut);
+    addRecorderRow("Mute Mic:", Constants::tavroMuteShortcut);
+    rows->addWidget(makeDivider(this));
+    rows->addSpacing(static_cast<int>(PreferenceView::rowBottomPadding));
     addWallpaperRow();
     rows->addStretch();
     refreshStartup();
@@ -80,6 +87,14 @@ void PreferenceWidget::addStartupRow() {
     connect(m_launchAtLogin, &QCheckBox::clicked, this,
             [&observable = toggle.launchAtLogin](bool isOn) { observable.setIsEnabled(isOn); });
     row->addWidget(m_launchAtLogin);
+    row->addStretch();
+}
+
+void PreferenceWidget::addRecorderRow(const char* label, const char* shortcut) {
+    auto* row = addRow(label, PreferenceView::rowBottomPadding);
+    auto* recorder = new RecorderCocoa(KeyboardShortcuts::Name(shortcut), {}, this);
+    recorder->setAccessibleName(translated(label));
+    row->addWidget(recorder);
     row->addStretch();
 }
 

@@ -20,6 +20,7 @@ public:
 private:
     QBoxLayout* addRow(const char* label, double bottomPadding);
     void addStartupRow();
+    void addRecorderRow(const char* label, const char* shortcut);
     void addWallpaperRow();
     void refreshStartup();
     void refreshWallpaper();

@@ -18,6 +18,31 @@ namespace {
 constexpr std::chrono::seconds deadline{10};
 const ::Point emptyPlace{1000, 1000}; // of the desktop, away from the panel
 
+struct ModifierKey {
+    std::uint32_t modifier;
+    Input::Key key;
+    std::uint16_t bit; // in the server's state
+};
+
+constexpr ModifierKey modifierKeys[] = {
+    {cmdKey, Input::Key::super, XCB_MOD_MASK_4},
+    {shiftKey, Input::Key::shift, XCB_MOD_MASK_SHIFT},
+    {optionKey, Input::Key::alt, XCB_MOD_MASK_1},
+    {controlKey, Input::Key::control, XCB_MOD_MASK_CONTROL},
+};
+
+/// In every state of Caps Lock and Num Lock.
+std::vector<std::uint16_t> states(std::uint32_t modifiers) {
+    std::uint16_t held = 0;
+    for (const auto& entry : modifierKeys)
+        if (modifiers & entry.modifier)
+            held |= entry.bit;
+    std::vector<std::uint16_t> all;
+    for (const int locks : {0, +XCB_MOD_MASK_LOCK, +XCB_MOD_MASK_2, XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2})
+        all.push_back(static_cast<std::uint16_t>(held | locks));
+    return all;
+}
+
 TerminationSignals& terminationSignals() {
     static TerminationSignals signals;
     return signals;
@@ -178,6 +203,38 @@ std::string LinuxRig::addOutputDevice(const std::string& name) {
     const auto uid = "speaker_of_test_" + std::to_string(++m_addedDevices);
     m_audioServer.plugInSpeaker(uid, name);
     return uid;
+}
+
+void LinuxRig::pressKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+    for (const auto& entry : modifierKeys)
+        if (modifiers & entry.modifier)
+            m_input.press(entry.key);
+    m_input.press(key(keyCode));
+}
+
+void LinuxRig::releaseModifiers(std::uint32_t modifiers) {
+    for (const auto& entry : modifierKeys)
+        if (modifiers & entry.modifier)
+            m_input.release(entry.key);
+}
+
+bool LinuxRig::otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+    for (const auto state : states(modifiers))
+        if (!m_server.grab(static_cast<std::uint8_t>(key(keyCode)), state)) {
+            otherProgramLetsGoOfKey(keyCode, modifiers);
+            return false;
+        }
+    return true;
+}
+
+void LinuxRig::otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+    for (const auto state : states(modifiers))
+        m_server.ungrab(static_cast<std::uint8_t>(key(keyCode)), state);
+}
+
+Input::Key LinuxRig::key(std::uint32_t keyCode) {
+    static const std::map<std::uint32_t, Input::Key> keys{{35, Input::Key::p}, {46, Input::Key::m}};
+    return keys.at(keyCode);
 }
 
 } // namespace tavro

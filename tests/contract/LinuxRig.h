@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AudioHardwareContract.h"
+#include "HotKeyCenterContract.h"
 #include "NotificationSilencingContract.h"
 #include "Rig.h"
 
@@ -59,7 +60,14 @@ public:
     bool showsANotification() { return notifications().showsANotification(); }
     void userSwitchesDoNotDisturbOn() { notifications().userSwitchesOn(); }
 
+    void pressKey(std::uint32_t keyCode, std::uint32_t modifiers);
+    void releaseKey(std::uint32_t keyCode) { m_input.release(key(keyCode)); }
+    void releaseModifiers(std::uint32_t modifiers);
+    bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers);
+    void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers);
+
 private:
+    static Input::Key key(std::uint32_t keyCode);
     std::unique_ptr<LinuxMachine> makeMachine();
     NotificationServer& notifications();
 
@@ -76,6 +84,6 @@ private:
     std::map<std::string, xcb_window_t> m_windows; // by title
 };
 
-static_assert(AudioRig<LinuxRig> && SilencingRig<LinuxRig>);
+static_assert(AudioRig<LinuxRig> && SilencingRig<LinuxRig> && KeyboardRig<LinuxRig>);
 
 } // namespace tavro

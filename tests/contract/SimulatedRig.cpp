@@ -70,6 +70,11 @@ std::string SimulatedRig::addOutputDevice(const std::string& name) {
     return audio().device(audio().plugIn(SimulatedAudioHardware::speaker(name))).uid;
 }
 
+void SimulatedRig::pressKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+    m_heldModifiers |= modifiers;
+    m_mac.hotKeyCenter().press({keyCode, m_heldModifiers});
+}
+
 WindowNumber SimulatedRig::number(const std::string& title) const {
     const auto& windows = m_mac.windowServer().windows();
     return std::ranges::find(windows, title, &ServerWindow::name)->number;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AudioHardwareContract.h"
+#include "HotKeyCenterContract.h"
 #include "NotificationSilencingContract.h"
 #include "Rig.h"
 
@@ -50,6 +51,16 @@ public:
     bool showsANotification() { return !m_silencing.state; }
     void userSwitchesDoNotDisturbOn() { m_silencing.state = true; }
 
+    void pressKey(std::uint32_t keyCode, std::uint32_t modifiers);
+    void releaseKey(std::uint32_t keyCode) { m_mac.hotKeyCenter().release(keyCode); }
+    void releaseModifiers(std::uint32_t modifiers) { m_heldModifiers &= ~modifiers; }
+    bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+        return m_mac.hotKeyCenter().otherProgramTakes({keyCode, modifiers});
+    }
+    void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+        m_mac.hotKeyCenter().otherProgramLetsGo({keyCode, modifiers});
+    }
+
 private:
     SimulatedAudioHardware& audio() { return m_mac.audioHardware(); }
     AudioObjectID device(const std::string& uid) { return audio().deviceWithUID(uid); }
@@ -59,8 +70,9 @@ private:
     SimulatedNotificationSilencing& m_silencing = m_mac.becomeSwitchable();
     std::filesystem::path m_folder;
     std::map<std::string, ApplicationID> m_applications;
+    std::uint32_t m_heldModifiers = 0;
 };
 
-static_assert(AudioRig<SimulatedRig> && SilencingRig<SimulatedRig>);
+static_assert(AudioRig<SimulatedRig> && SilencingRig<SimulatedRig> && KeyboardRig<SimulatedRig>);
 
 } // namespace tavro

@@ -1,4 +1,5 @@
 #include "AudioHardwareContract.h"
+#include "HotKeyCenterContract.h"
 #include "ImagesContract.h"
 #include "LinuxRig.h"
 #include "MainQueueContract.h"
@@ -14,6 +15,7 @@
 namespace tavro {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, AudioHardwareContract, LinuxRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, HotKeyCenterContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ImagesContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, MainQueueContract, LinuxRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, NotificationSilencingContract, LinuxRig);

@@ -1,4 +1,5 @@
 #include "AudioHardwareContract.h"
+#include "HotKeyCenterContract.h"
 #include "ImagesContract.h"
 #include "MainQueueContract.h"
 #include "NotificationSilencingContract.h"
@@ -12,6 +13,7 @@
 namespace tavro {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, AudioHardwareContract, SimulatedRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, HotKeyCenterContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ImagesContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, MainQueueContract, SimulatedRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, NotificationSilencingContract, SimulatedRig);

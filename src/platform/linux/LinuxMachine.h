@@ -9,6 +9,7 @@
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/PlistUserDefaults.h"
 #include "platform/linux/PulseAudioHardware.h"
+#include "platform/linux/QtEventMonitors.h"
 #include "platform/linux/QtImages.h"
 #include "platform/linux/QtMainQueue.h"
 #include "platform/linux/QtOpenPanels.h"
@@ -43,6 +44,7 @@ public:
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
     FileManager& fileManager() override { return m_fileManager; }
+    EventMonitors& eventMonitors() override { return m_eventMonitors; }
     HotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     Images& images() override { return m_images; }
     KeyboardLayout& keyboardLayout() override { return m_keyboard; }
@@ -67,6 +69,7 @@ private:
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
     XKeyboard m_keyboard;
+    QtEventMonitors m_eventMonitors;
     XHotKeyCenter m_hotKeyCenter;
     LinuxAccessibility m_accessibility;
     DesktopSilencing m_notificationSilencing;

@@ -1,6 +1,7 @@
 #include "platform/linux/XHotKeyCenter.h"
 
 #include "platform/Log.h"
+#include "platform/linux/DesktopShortcuts.h"
 #include "platform/linux/VirtualKeys.h"
 
 #include <algorithm>
@@ -69,8 +70,20 @@ OSStatus XHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
     return noErr;
 }
 
-OSStatus XHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>&) const {
-    return eventNotHandledErr;
+OSStatus XHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const {
+    PropertyList::Array entries;
+    for (const auto& shortcut : desktopShortcuts()) {
+        const auto stroke = m_keyboard.strokeTyping(shortcut.symbol);
+        const auto code = stroke ? virtualKeyOfKeycode(stroke->keycode) : std::nullopt;
+        if (!code)
+            continue;
+        const auto modifiers = shortcut.modifiers | (stroke->withShift ? shiftKey : 0);
+        entries.push_back(PropertyList::Dictionary{{"kHISymbolicHotKeyEnabled", true},
+                                                   {"kHISymbolicHotKeyCode", std::uint32_t{*code}},
+                                                   {"kHISymbolicHotKeyModifiers", modifiers}});
+    }
+    hotKeys = std::move(entries);
+    return noErr;
 }
 
 std::optional<XHotKeyCenter::Grab> XHotKeyCenter::grabFor(std::uint32_t keyCode,
@@ -150,24 +163,31 @@ void XHotKeyCenter::renew() {
 void XHotKeyCenter::handle(const xcb_generic_event_t& event) {
     const auto type = event.response_type & 0x7F;
     if (type == XCB_KEY_PRESS)
-        pressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        pressed(reinterpret_cast<const xcb_key_press_event_t&>(event), event.full_sequence);
     else if (type == XCB_KEY_RELEASE)
         released(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
 }
 
-// A key that is held down is pressed again and again. Other keys come here as well while it is held.
-void XHotKeyCenter::pressed(const xcb_key_press_event_t& event) {
-    if (!m_grabbedBy && !m_holdsKeyboard)
-        m_grabbedBy = event.detail;
+// A key that is held down is pressed again and again. While the keyboard is ours, all other keys come here
+// too.
+void XHotKeyCenter::pressed(const xcb_key_press_event_t& event, std::uint32_t sequence) {
     if (m_pressed.contains(event.detail))
         return;
     const auto modifiers = static_cast<std::uint16_t>(event.state & allModifiers & ~m_takenWith.locks);
+    const Grab grab{event.detail, modifiers};
     for (const auto& [reference, registration] : m_registrations) {
-        if (registration.grab != Grab{event.detail, modifiers})
+        if (registration.grab != grab)
             continue;
         m_pressed.emplace(event.detail, reference);
         post(reference, kEventHotKeyPressed);
     }
+    if (!m_pressed.contains(event.detail) || m_grabbedBy || m_holdsKeyboard)
+        return;
+    // The server may have sent it before it let go of the keyboard for us: then its release would get lost.
+    if (static_cast<std::int32_t>(sequence - m_letGoAt) < 0)
+        followRemaining();
+    else
+        m_grabbedBy = event.detail;
 }
 
 void XHotKeyCenter::released(xcb_keycode_t keycode) {
@@ -182,7 +202,7 @@ void XHotKeyCenter::released(xcb_keycode_t keycode) {
     }
     if (m_holdsKeyboard && m_pressed.empty()) {
         m_holdsKeyboard = false;
-        xcb_ungrab_keyboard(m_x.raw(), XCB_CURRENT_TIME);
+        m_letGoAt = xcb_ungrab_keyboard(m_x.raw(), XCB_CURRENT_TIME).sequence;
         m_x.flush();
     }
 }

@@ -50,7 +50,7 @@ private:
     void renew();
 
     void handle(const xcb_generic_event_t& event);
-    void pressed(const xcb_key_press_event_t& event);
+    void pressed(const xcb_key_press_event_t& event, std::uint32_t sequence);
     void released(xcb_keycode_t keycode);
     void followRemaining();
     void post(EventHotKeyRef hotKey, std::uint32_t kind);
@@ -66,6 +66,7 @@ private:
     std::multimap<xcb_keycode_t, EventHotKeyRef> m_pressed;
     std::optional<xcb_keycode_t> m_grabbedBy; // the key whose press gave us the keyboard, until its release
     bool m_holdsKeyboard = false;
+    std::uint32_t m_letGoAt = 0; // the request by which the keyboard was last let go
     std::shared_ptr<bool> m_isAlive = std::make_shared<bool>(true);
     Observation m_keyboardChange;
     Observation m_events;

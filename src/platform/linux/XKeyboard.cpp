@@ -61,17 +61,18 @@ xkb_keysym_t symbolAt(xkb_keymap* keymap, xkb_keycode_t keycode, xkb_layout_inde
     return symbols[0];
 }
 
-std::optional<xcb_keycode_t> keyWith(xkb_keymap* keymap, xkb_layout_index_t layout, xkb_keysym_t symbol) {
+std::optional<xcb_keycode_t> keyWith(xkb_keymap* keymap, xkb_layout_index_t layout, xkb_level_index_t level,
+                                     xkb_keysym_t symbol) {
     const auto last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(keymap), 255);
     for (auto keycode = xkb_keymap_min_keycode(keymap); keycode <= last; ++keycode)
-        if (symbolAt(keymap, keycode, layout, 0) == symbol)
+        if (symbolAt(keymap, keycode, layout, level) == symbol)
             return static_cast<xcb_keycode_t>(keycode);
     return std::nullopt;
 }
 
 bool typesLatin(xkb_keymap* keymap, xkb_layout_index_t layout) {
     for (xkb_keysym_t letter = XKB_KEY_a; letter <= XKB_KEY_z; ++letter)
-        if (!keyWith(keymap, layout, letter))
+        if (!keyWith(keymap, layout, 0, letter))
             return false;
     return true;
 }
@@ -173,9 +174,16 @@ std::optional<std::string> XKeyboard::displayText(std::uint16_t keyCode) const {
     return std::nullopt;
 }
 
-std::optional<xcb_keycode_t> XKeyboard::keycodeTyping(xkb_keysym_t symbol) const {
+std::optional<XKeyboard::Stroke> XKeyboard::strokeTyping(xkb_keysym_t symbol) const {
     const auto& latin = latinLayout();
-    return latin.keymap ? keyWith(latin.keymap.get(), latin.layout, symbol) : std::nullopt;
+    for (const bool withShift : {false, true}) {
+        const auto level = xkb_level_index_t{withShift};
+        const auto keycode =
+            latin.keymap ? keyWith(latin.keymap.get(), latin.layout, level, symbol) : std::nullopt;
+        if (keycode)
+            return Stroke{*keycode, withShift};
+    }
+    return std::nullopt;
 }
 
 const XKeyboard::LatinLayout& XKeyboard::latinLayout() const {

@@ -29,8 +29,13 @@ public:
     /// Whether held keys repeat as presses without releases between.
     bool repeatsAreDetectable() const { return m_repeatsAreDetectable; }
     std::optional<std::string> displayText(std::uint16_t keyCode) const override;
-    /// The key that types the symbol with no modifier at most; as X keycode. None where there is none.
-    std::optional<xcb_keycode_t> keycodeTyping(xkb_keysym_t symbol) const;
+    /// A key, and whether it takes Shift.
+    struct Stroke {
+        xcb_keycode_t keycode = 0;
+        bool withShift = false;
+    };
+    /// How the symbol is typed; none where no key has it.
+    std::optional<Stroke> strokeTyping(xkb_keysym_t symbol) const;
 
     /// Told when the modifiers may have changed.
     [[nodiscard]] Observation onChange(std::function<void()> observer) {

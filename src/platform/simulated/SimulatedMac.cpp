@@ -53,6 +53,7 @@ void SimulatedMac::endProcess() {
     m_workspace.endSelf();
     m_audioHardware.endProcess();
     m_controlStrip.endProcess();
+    m_eventMonitors.endProcess();
     m_hotKeyCenter.endProcess();
     m_openPanels.endProcess();
     m_urlSession.endProcess();

@@ -11,6 +11,7 @@
 #include "platform/simulated/SimulatedClock.h"
 #include "platform/simulated/SimulatedControlStrip.h"
 #include "platform/simulated/SimulatedDistributedNotificationCenter.h"
+#include "platform/simulated/SimulatedEventMonitors.h"
 #include "platform/simulated/SimulatedFileManager.h"
 #include "platform/simulated/SimulatedFiles.h"
 #include "platform/simulated/SimulatedHotKeyCenter.h"
@@ -51,6 +52,7 @@ public:
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
     SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
     SimulatedFileManager& fileManager() override { return m_fileManager; }
+    SimulatedEventMonitors& eventMonitors() override { return m_eventMonitors; }
     SimulatedHotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
     SimulatedImages& images() override { return m_images; }
     SimulatedKeyboardLayout& keyboardLayout() override { return m_keyboardLayout; }
@@ -107,6 +109,7 @@ private:
     SimulatedClock m_clock;
     SimulatedControlStrip m_controlStrip;
     SimulatedFileManager m_fileManager;
+    SimulatedEventMonitors m_eventMonitors;
     SimulatedHotKeyCenter m_hotKeyCenter;
     SimulatedImages m_images;
     SimulatedKeyboardLayout m_keyboardLayout;

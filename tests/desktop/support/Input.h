@@ -7,7 +7,23 @@ class Input {
 public:
     enum class Button : std::uint8_t { left = 1, middle = 2, right = 3 };
     /// X keycodes, the same in every keyboard layout.
-    enum class Key : std::uint8_t { escape = 9, control = 37 };
+    enum class Key : std::uint8_t {
+        escape = 9,
+        backspace = 22,
+        tab = 23,
+        e = 26,
+        enter = 36,
+        a = 38,
+        p = 33,
+        control = 37,
+        shift = 50,
+        m = 58,
+        alt = 64,
+        capsLock = 66,
+        f5 = 71,
+        numLock = 77,
+        super = 133,
+    };
 
     explicit Input(XServer& server)
         : m_server(server) {}
@@ -16,6 +32,10 @@ public:
     void click(Point place, Button button);
     void press(Key key);
     void release(Key key);
+    void type(Key key) {
+        press(key);
+        release(key);
+    }
 
 private:
     void fake(std::uint8_t type, std::uint8_t detail, Point place = {});

@@ -53,11 +53,14 @@ testing::AssertionResult XServer::eventually(const std::string& what, const std:
     return testing::AssertionSuccess();
 }
 
-void XServer::waitForEvent(std::chrono::milliseconds atMost) const {
+void XServer::waitForEvent(std::chrono::milliseconds atMost) {
     xcb_flush(m_connection);
     bool any = false;
-    while (owned(xcb_poll_for_event(m_connection)))
+    while (const auto event = owned(xcb_poll_for_event(m_connection))) {
         any = true;
+        if ((event->response_type & 0x7F) == XCB_KEY_PRESS)
+            m_keysSeen.push_back(reinterpret_cast<const xcb_key_press_event_t&>(*event).detail);
+    }
     pollfd readable{xcb_get_file_descriptor(m_connection), POLLIN, 0};
     const bool isAlive = !xcb_connection_has_error(m_connection); // else it is readable for ever
     if (!any)
@@ -166,6 +169,42 @@ std::size_t XServer::pixelsBesidesWallpaper(const Rect& area) const {
             ++different;
     }
     return different;
+}
+
+bool XServer::grab(xcb_keycode_t keycode, std::uint16_t modifiers) {
+    const auto request = xcb_grab_key_checked(m_connection, false, root(), modifiers, keycode,
+                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    return !owned(xcb_request_check(m_connection, request));
+}
+
+void XServer::ungrab(xcb_keycode_t keycode, std::uint16_t modifiers) {
+    const auto request = xcb_ungrab_key_checked(m_connection, keycode, root(), modifiers);
+    owned(xcb_request_check(m_connection, request));
+}
+
+bool XServer::grabKeyboard() {
+    const auto reply =
+        owned(xcb_grab_keyboard_reply(m_connection,
+                                      xcb_grab_keyboard(m_connection, false, root(), XCB_CURRENT_TIME,
+                                                        XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                      nullptr));
+    m_keysSeen.clear();
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void XServer::ungrabKeyboard() {
+    xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
+    xcb_flush(m_connection);
+}
+
+std::vector<xcb_window_t> XServer::topWindows(pid_t process, Size size) const {
+    auto windows = children(root());
+    std::erase_if(windows, [&](auto window) {
+        const auto where = place(window);
+        return where.width != size.width || where.height != size.height || !isViewable(window) ||
+               values(window, "_NET_WM_PID") != std::vector{static_cast<std::uint32_t>(process)};
+    });
+    return windows;
 }
 
 Pixels XServer::image(xcb_drawable_t drawable, const Rect& area) const {

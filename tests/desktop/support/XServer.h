@@ -18,6 +18,10 @@ struct Point {
     int x = 0, y = 0;
 };
 
+struct Size {
+    int width = 0, height = 0;
+};
+
 struct Rect {
     int x = 0, y = 0, width = 0, height = 0;
 
@@ -82,17 +86,29 @@ public:
     void switchWorkspace(std::uint32_t number) { tell(root(), "_NET_CURRENT_DESKTOP", {number}); }
     void showDesktop(bool shows) { tell(root(), "_NET_SHOWING_DESKTOP", {shows ? 1u : 0u}); }
 
+    /// Takes a key with these modifiers, as a program with a shortcut does; false where another one has it.
+    bool grab(xcb_keycode_t keycode, std::uint16_t modifiers);
+    void ungrab(xcb_keycode_t keycode, std::uint16_t modifiers);
+    /// Takes the whole keyboard, as an open menu does; whether it got it.
+    bool grabKeyboard();
+    void ungrabKeyboard();
+    /// The keys that were pressed while we had the keyboard or that key.
+    const std::vector<xcb_keycode_t>& keysSeen() const { return m_keysSeen; }
+    /// Those that are shown outside the window manager's care, of a process and a size.
+    std::vector<xcb_window_t> topWindows(pid_t process, Size size) const;
+
     xcb_connection_t* raw() const { return m_connection; }
     xcb_window_t root() const { return m_screen->root; }
 
 private:
     xcb_atom_t atom(const std::string& name) const;
     void tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data);
-    void waitForEvent(std::chrono::milliseconds atMost) const;
+    void waitForEvent(std::chrono::milliseconds atMost);
     Pixels image(xcb_drawable_t drawable, const Rect& area) const;
     std::vector<xcb_window_t> children(xcb_window_t window) const;
     xcb_window_t frame(xcb_window_t window) const;
 
     xcb_connection_t* m_connection;
     xcb_screen_t* m_screen;
+    std::vector<xcb_keycode_t> m_keysSeen;
 };

@@ -1,0 +1,17 @@
+#include "KeyboardShortcuts/LocalEventMonitor.h"
+
+#include "platform/Machine.h"
+#include "platform/Process.h"
+
+namespace tavro::KeyboardShortcuts {
+
+LocalEventMonitor::~LocalEventMonitor() {
+    if (m_monitor != EventMonitorRef::none)
+        Process::current().machine().eventMonitors().removeMonitor(m_monitor);
+}
+
+void LocalEventMonitor::start() {
+    m_monitor = Process::current().machine().eventMonitors().addLocalMonitorForEvents(m_events, m_callback);
+}
+
+} // namespace tavro::KeyboardShortcuts

@@ -1,0 +1,166 @@
+#include "KeyboardShortcuts/ShortcutRecorder.h"
+
+#include "KeyboardShortcuts/Key.h"
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "KeyboardShortcuts/RecorderField.h"
+#include "platform/Application.h"
+#include "platform/Machine.h"
+#include "platform/MainQueue.h"
+#include "platform/Menu.h"
+#include "platform/Process.h"
+
+namespace tavro::KeyboardShortcuts {
+
+namespace {
+
+constexpr auto idlePlaceholder = "Record Shortcut";
+constexpr auto recordingPlaceholder = "Press Shortcut";
+constexpr double clickMargin = 3;
+
+Machine& machine() {
+    return Process::current().machine();
+}
+
+/// Without what says nothing about the user's fingers.
+unsigned plainModifiers(const Event& event) {
+    using namespace EventModifierFlags;
+    return event.modifierFlags & deviceIndependentMask & ~(capsLock | numericPad | function);
+}
+
+bool isFunctionKey(SpecialKey key) {
+    return SpecialKey::f1 <= key && key <= SpecialKey::f35;
+}
+
+bool clears(SpecialKey key) {
+    return key == SpecialKey::delete_ || key == SpecialKey::deleteForward || key == SpecialKey::backspace;
+}
+
+} // namespace
+
+ShortcutRecorder::ShortcutRecorder(RecorderField& field, Name name, OnChange onChange)
+    : m_field(field)
+    , m_shortcutName(std::move(name))
+    , m_onChange(std::move(onChange)) {
+    m_field.setPlaceholder(idlePlaceholder);
+    showStoredText();
+    m_observer = Process::current().notificationCenter().addObserver(
+        shortcutByNameDidChange, [this](const NotificationCenter::UserInfo& info) {
+            const auto entry = info.find("name");
+            const auto* changed = entry == info.end() ? nullptr : std::any_cast<Name>(&entry->second);
+            if (changed && *changed == m_shortcutName)
+                showStoredText();
+        });
+}
+
+ShortcutRecorder::~ShortcutRecorder() {
+    if (isRecording())
+        setPaused(false);
+}
+
+void ShortcutRecorder::setShortcutName(const Name& name) {
+    if (name == m_shortcutName)
+        return;
+    m_shortcutName = name;
+    showStoredText();
+    machine().mainQueue().async([this, alive = std::weak_ptr(m_isAlive)] {
+        if (!alive.expired())
+            m_field.blur();
+    });
+}
+
+void ShortcutRecorder::showStoredText() {
+    const auto shortcut = getShortcut(m_shortcutName);
+    m_field.setText(shortcut ? shortcut->description() : "");
+}
+
+void ShortcutRecorder::becomeFirstResponder() {
+    m_field.setPlaceholder(recordingPlaceholder);
+    setPaused(true);
+    constexpr auto events = eventMask(EventType::keyDown) | eventMask(EventType::leftMouseUp) |
+                            eventMask(EventType::rightMouseUp);
+    m_eventMonitor = std::make_unique<LocalEventMonitor>(
+        events, [this, alive = std::weak_ptr(m_isAlive)](const Event& event) {
+            return alive.expired() ? std::nullopt : handle(event);
+        });
+    m_eventMonitor->start();
+}
+
+void ShortcutRecorder::controlTextDidEndEditing() {
+    m_eventMonitor.reset();
+    m_field.setPlaceholder(idlePlaceholder);
+    setPaused(false);
+}
+
+void ShortcutRecorder::controlTextDidChange() {
+    if (!m_field.text().empty())
+        return;
+    setShortcut(std::nullopt, m_shortcutName);
+    if (m_onChange)
+        m_onChange(std::nullopt);
+    m_field.focus();
+}
+
+std::optional<Event> ShortcutRecorder::handle(const Event& event) {
+    if (event.type == EventType::keyDown)
+        return handleKeyDown(event);
+    const bool isOutside = !m_field.contains(event.location, clickMargin);
+    if (isOutside)
+        m_field.blur();
+    return std::nullopt;
+}
+
+std::optional<Event> ShortcutRecorder::handleKeyDown(const Event& event) {
+    const bool hasModifiers = plainModifiers(event) != 0;
+    if (!hasModifiers && event.specialKey == SpecialKey::tab) {
+        m_field.blur();
+        return event;
+    }
+    if (!hasModifiers && event.keyCode == rawValue(Key::escape))
+        m_field.blur();
+    else if (!hasModifiers && clears(event.specialKey))
+        m_field.clickClearButton();
+    else if (!hasModifiers && !isFunctionKey(event.specialKey))
+        m_field.beep();
+    else
+        record(event);
+    return std::nullopt;
+}
+
+void ShortcutRecorder::record(const Event& event) {
+    const auto shortcut = Shortcut::of(event);
+    if (!shortcut)
+        return m_field.beep();
+    if (isRefused(*shortcut))
+        return;
+    m_field.setText(shortcut->description());
+    setShortcut(shortcut, m_shortcutName);
+    if (m_onChange)
+        m_onChange(shortcut);
+    m_field.blur();
+}
+
+bool ShortcutRecorder::isRefused(const Shortcut& shortcut) {
+    const auto menu = machine().application().mainMenu();
+    if (const auto* item = menu ? shortcut.menuItemWithMatchingShortcut(*menu) : nullptr) {
+        refuse("This keyboard shortcut cannot be used as it's already used by the “" + item->title +
+                   "” menu item.",
+               "");
+        return true;
+    }
+    if (!shortcut.isTakenBySystem())
+        return false;
+    refuse(
+        "This keyboard shortcut cannot be used as it's already a system-wide keyboard shortcut.",
+        "Most system-wide keyboard shortcuts can be changed in “System Preferences › Keyboard › Shortcuts“.");
+    return true;
+}
+
+void ShortcutRecorder::refuse(const std::string& message, const std::string& information) {
+    const std::weak_ptr alive(m_isAlive);
+    m_field.blur();
+    m_field.showWarning(message, information);
+    if (!alive.expired())
+        m_field.focus();
+}
+
+} // namespace tavro::KeyboardShortcuts

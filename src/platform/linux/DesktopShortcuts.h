@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <xkbcommon/xkbcommon.h>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace tavro {
+
+/// A key combination as the settings of a desktop write it: what the key types, and the bits of a hot key's
+/// modifiers.
+struct DesktopShortcut {
+    xkb_keysym_t symbol = XKB_KEY_NoSymbol;
+    std::uint32_t modifiers = 0;
+    bool operator==(const DesktopShortcut&) const = default;
+};
+
+/// In the writing of XFCE, GNOME and MATE: "<Primary><Alt>Delete". None for what cannot be read, or takes a
+/// modifier that hot keys do not have.
+std::optional<DesktopShortcut> parseAccelerator(const QString& text);
+/// In the writing of KDE: "Ctrl+Alt+Del".
+std::optional<DesktopShortcut> parseKeySequence(const QString& text);
+
+/// What the running desktop uses itself, by its settings of this moment. Entries that cannot be read are left
+/// out.
+std::vector<DesktopShortcut> desktopShortcuts();
+
+} // namespace tavro

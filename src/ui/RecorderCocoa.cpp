@@ -1,0 +1,135 @@
+#include "ui/RecorderCocoa.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QProxyStyle>
+#include <QScreen>
+#include <QWindow>
+
+namespace tavro {
+
+namespace {
+
+/// The application's style without a text cursor.
+class NoCaret final : public QProxyStyle {
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        return metric == PM_TextCursorWidth ? 0 : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
+QRectF frameOnScreens(const QWidget& widget) {
+    return {QPointF(widget.mapToGlobal(QPoint())), QSizeF(widget.size())};
+}
+
+/// To the toolkit's coordinates: from the upper left, downwards.
+QPointF toToolkit(Point place) {
+    const auto* primary = QGuiApplication::primaryScreen();
+    const auto origin = primary ? primary->geometry() : QRect();
+    return {place.x + origin.left(), origin.top() + origin.height() - place.y};
+}
+
+} // namespace
+
+RecorderCocoa::RecorderCocoa(KeyboardShortcuts::Name name,
+                             KeyboardShortcuts::ShortcutRecorder::OnChange onChange, QWidget* parent)
+    : QLineEdit(parent)
+    , m_recorder(*this, std::move(name), std::move(onChange)) {
+    auto* style = new NoCaret;
+    style->setParent(this);
+    setStyle(style);
+    setAlignment(Qt::AlignCenter);
+    setClearButtonEnabled(true);
+    setFocusPolicy(Qt::ClickFocus);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setAcceptDrops(false);
+    setAttribute(Qt::WA_InputMethodEnabled, false);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(this, &QLineEdit::textEdited, this, [this] { m_recorder.controlTextDidChange(); });
+}
+
+QSize RecorderCocoa::sizeHint() const {
+    return {minimumWidth, QLineEdit::sizeHint().height()};
+}
+
+void RecorderCocoa::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    keepKeyboard(true);
+    m_recorder.becomeFirstResponder();
+}
+
+void RecorderCocoa::focusOutEvent(QFocusEvent* event) {
+    keepKeyboard(false);
+    m_recorder.controlTextDidEndEditing();
+    QLineEdit::focusOutEvent(event);
+}
+
+void RecorderCocoa::hideEvent(QHideEvent* event) {
+    clearFocus();
+    QLineEdit::hideEvent(event);
+}
+
+void RecorderCocoa::mousePressEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+void RecorderCocoa::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+void RecorderCocoa::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+void RecorderCocoa::mouseDoubleClickEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+void RecorderCocoa::setText(const std::string& text) {
+    QLineEdit::setText(QString::fromStdString(text));
+}
+
+void RecorderCocoa::setPlaceholder(const std::string& text) {
+    const auto placeholder = QString::fromStdString(text);
+    setPlaceholderText(placeholder);
+    setAccessibleDescription(placeholder); // also while a combination is shown
+}
+
+void RecorderCocoa::clickClearButton() {
+    if (QLineEdit::text().isEmpty())
+        return;
+    clear();
+    m_recorder.controlTextDidChange();
+}
+
+void RecorderCocoa::focus() {
+    activateWindow();
+    setFocus();
+}
+
+bool RecorderCocoa::contains(Point place, double margin) const {
+    return frameOnScreens(*this).adjusted(-margin, -margin, margin, margin).contains(toToolkit(place));
+}
+
+void RecorderCocoa::beep() {
+    QApplication::beep();
+}
+
+void RecorderCocoa::showWarning(const std::string& message, const std::string& information) {
+    QMessageBox alert(QMessageBox::Warning, QString(), QString::fromStdString(message), QMessageBox::Ok,
+                      window());
+    alert.setInformativeText(QString::fromStdString(information));
+    alert.setWindowModality(Qt::WindowModal);
+    if (const auto icon = QApplication::windowIcon(); !icon.isNull())
+        alert.setIconPixmap(icon.pixmap(alert.iconPixmap().size()));
+    alert.exec();
+}
+
+void RecorderCocoa::keepKeyboard(bool keeps) {
+    if (auto* handle = window()->windowHandle())
+        handle->setKeyboardGrabEnabled(keeps);
+}
+
+} // namespace tavro

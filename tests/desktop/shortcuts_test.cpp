@@ -1,0 +1,169 @@
+#include "support/AudioServer.h"
+#include "support/DesktopTest.h"
+
+#include <algorithm>
+#include <fstream>
+
+/// The program with Control-Super-P for presentation mode, and the default for the microphones.
+class Shortcuts : public DesktopTest {
+protected:
+    using Key = Input::Key;
+    static constexpr auto key = static_cast<xcb_keycode_t>(Key::p);
+
+    void SetUp() override {
+        DesktopTest::SetUp();
+        std::ofstream(defaultsFile()) << R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>
+            <key>KeyboardShortcuts_tavroGlobalShortcut</key>
+            <string>{"carbonKeyCode":35,"carbonModifiers":4352}</string>
+            <key>hideApps</key><false/><key>hideDesktop</key><false/></dict></plist>)";
+    }
+    void TearDown() override {
+        Session::run("setxkbmap -layout us");
+        DesktopTest::TearDown();
+    }
+
+    long switches() { return tavro->linesOfOutput(turnedOn) + tavro->linesOfOutput(turnedOff); }
+    /// Waits for it, and for the tray, which shows it too.
+    testing::AssertionResult hasSwitched(long times) {
+        auto result = server.eventually("the switch", [&] { return switches() >= times; });
+        waitForTray(times % 2 == 1);
+        return result && switches() != times ? testing::AssertionFailure() << "it has switched too often"
+                                             : result;
+    }
+    void pressShortcut() {
+        holdModifiers();
+        input.type(Key::p);
+        releaseModifiers();
+    }
+    void holdModifiers() {
+        input.press(Key::control);
+        input.press(Key::super);
+    }
+    void releaseModifiers() {
+        input.release(Key::super);
+        input.release(Key::control);
+    }
+    /// Presses it, with presentation mode off before and after.
+    void switchOnAndOff() {
+        const auto before = switches();
+        pressShortcut();
+        ASSERT_TRUE(hasSwitched(before + 1));
+        pressShortcut();
+        ASSERT_TRUE(hasSwitched(before + 2));
+    }
+    std::vector<xcb_window_t> indicators() const { return server.topWindows(tavro->pid(), {200, 200}); }
+
+    std::unique_ptr<TavroProcess> tavro;
+};
+
+TEST_F(Shortcuts, WorkInEveryStateOfTheLockKeys) {
+    tavro = launch();
+    const std::vector<Key> cases[] = {{}, {Key::capsLock}, {Key::numLock}, {Key::capsLock, Key::numLock}};
+    for (const auto& locks : cases) {
+        SCOPED_TRACE(testing::PrintToString(locks.size()));
+        for (const auto lock : locks)
+            input.type(lock);
+        switchOnAndOff();
+        for (const auto lock : locks)
+            input.type(lock);
+    }
+    quit(tavro);
+}
+
+TEST_F(Shortcuts, AKeyThatIsHeldSwitchesOnce) {
+    Session::run("xset r rate 200 50");
+    tavro = launch();
+    holdModifiers();
+    input.press(Key::p);
+    ASSERT_TRUE(hasSwitched(1));
+    EXPECT_FALSE(server.eventually(
+        "another switch", [&] { return switches() > 1; }, std::chrono::seconds(2)));
+    releaseModifiers(); // before the key
+    input.release(Key::p);
+    pressShortcut();
+    EXPECT_TRUE(hasSwitched(2));
+    quit(tavro);
+}
+
+TEST_F(Shortcuts, StayAtTheirPlaceWhenTheKeyboardChanges) {
+    tavro = launch();
+    const struct {
+        const char* change;
+        std::uint16_t superBit;
+    } cases[] = {
+        {"setxkbmap -layout fr", XCB_MOD_MASK_4},
+        {"setxkbmap -layout ru,us", XCB_MOD_MASK_4},
+        {"xmodmap -e 'remove mod4 = Super_L Super_R Hyper_L' -e 'add mod3 = Super_L'", XCB_MOD_MASK_3},
+        {"setxkbmap -layout us", XCB_MOD_MASK_4},
+    };
+    for (const auto& [change, superBit] : cases) {
+        SCOPED_TRACE(change);
+        ASSERT_TRUE(Session::run(change));
+        const auto state = static_cast<std::uint16_t>(XCB_MOD_MASK_CONTROL | superBit);
+        ASSERT_TRUE(server.eventually("the key taken by the program", [&] {
+            const bool isFree = server.grab(key, state);
+            if (isFree)
+                server.ungrab(key, state);
+            return !isFree;
+        }));
+        switchOnAndOff();
+    }
+    quit(tavro);
+}
+
+TEST_F(Shortcuts, KeysOfAnotherProgramStayItsOwn) {
+    constexpr std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_CONTROL;
+    ASSERT_TRUE(server.grab(key, modifiers | XCB_MOD_MASK_LOCK));
+    tavro = launch();
+    EXPECT_EQ(lines(tavro->errors()), 1) << tavro->errors();
+    for (const int lock : {0, +XCB_MOD_MASK_2}) {
+        const auto state = static_cast<std::uint16_t>(modifiers | lock);
+        EXPECT_TRUE(server.grab(key, state)) << "half a grab is left";
+        server.ungrab(key, state);
+    }
+    server.ungrab(key, modifiers | XCB_MOD_MASK_LOCK);
+    quit(tavro);
+
+    tavro = launch(); // now it is free
+    ASSERT_TRUE(server.grabKeyboard());
+    pressShortcut();
+    ASSERT_TRUE(server.eventually("the keys in the program that holds the keyboard",
+                                  [&] { return server.keysSeen().size() == 3; }));
+    server.ungrabKeyboard();
+    switchOnAndOff();
+    EXPECT_EQ(switches(), 2);
+    quit(tavro);
+}
+
+TEST_F(Shortcuts, TheMicrophonesShortcutWorksFromTheFirstRunOnAndShowsOneIndicatorAtATime) {
+    std::filesystem::remove(defaultsFile());
+    tavro = launch();
+    std::size_t most = 0, shown = 0;
+    bool wasShown = false;
+    const auto look = [&] {
+        const auto count = indicators().size();
+        most = std::max(most, count);
+        shown += count > 0 && !wasShown;
+        wasShown = count > 0;
+        return false;
+    };
+    for (int press = 0; press < 10; ++press) {
+        input.press(Key::super);
+        input.press(Key::shift);
+        input.type(Key::m);
+        input.release(Key::shift);
+        input.release(Key::super);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
+        static_cast<void>(
+            server.eventually("", [&] { return look() || std::chrono::steady_clock::now() >= end; }));
+    }
+    EXPECT_TRUE(server.eventually("the end of the last indicator", [&] { return look() || !wasShown; }));
+    EXPECT_EQ(most, 1u);
+    EXPECT_GE(shown, 2u);
+    EXPECT_LE(shown, 3u);
+    for (const auto& [name, device] : AudioServer::microphones())
+        EXPECT_EQ(device.isMuted, shown % 2 == 1) << name;
+    quit(tavro);
+    for (const auto& entry : AudioServer::microphones())
+        AudioServer::mute(entry.first, false);
+}
