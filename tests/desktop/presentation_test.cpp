@@ -142,7 +142,7 @@ TEST_F(Presentation, CoversShowTheCustomWallpaperWhereItIsChosenInUseAndAPicture
             EXPECT_TRUE(everyScreenIsCovered());
         toggle(*tavro);
         quit(tavro);
-        EXPECT_EQ(tavro->errors(), "");
+        EXPECT_EQ(complaints(*tavro), "");
     }
 }
 

@@ -83,7 +83,7 @@ TEST_F(Sound, ThePresentationMutesTheDefaultSpeakerAndItsEndUnmutesEveryMicropho
     }
     EXPECT_EQ(volumes(), volumesBefore);
     quit(tavro);
-    EXPECT_EQ(tavro->errors(), "");
+    EXPECT_EQ(complaints(*tavro), "");
 }
 
 TEST_F(Sound, TheButtonFlipsTheMicrophonesAndFollowsWhateverElseDoes) {

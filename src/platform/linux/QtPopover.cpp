@@ -8,7 +8,10 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <chrono>
 
 namespace tavro {
 
@@ -42,8 +45,8 @@ private:
     }
 
     bool event(QEvent* event) override {
-        if (event->type() == QEvent::WindowDeactivate && m_popover.m_behavior == PopoverBehavior::transient)
-            m_popover.performClose();
+        if (event->type() == QEvent::WindowDeactivate)
+            m_popover.deactivated();
         return QWidget::event(event);
     }
 
@@ -82,7 +85,7 @@ void QtPopover::setContentSize(Size size) {
 }
 
 bool QtPopover::isShown() const {
-    return m_frame && m_frame->isVisible();
+    return m_frame && m_frame->isVisible() && !m_isClosing;
 }
 
 void QtPopover::createFrame() {
@@ -100,7 +103,9 @@ void QtPopover::show(Rect, const StatusBarButton& button, RectEdge) {
         createFrame();
     const auto place = QtScreens::toToolkit({button.positionOnScreen(), {}}).topLeft();
     m_frame->move(besidePanel(m_x, place, m_size));
+    m_formerlyActive = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
     m_frame->setHasCompositingManager(m_x.hasCompositingManager());
+    m_isClosing = false;
     m_frame->show();
 }
 
@@ -111,8 +116,27 @@ void QtPopover::makeKey() {
     m_frame->activateWindow();
 }
 
+// When the window goes, the window manager may choose another one than the user was in, so that one is made
+// active first. A window manager that does not do it does not hold up the end.
 void QtPopover::close() {
-    if (m_frame)
+    constexpr std::uint32_t fromPager = 2;
+    constexpr std::chrono::milliseconds longestWait{150};
+    if (!isShown())
+        return;
+    if (!m_frame->isActiveWindow() || m_formerlyActive == XCB_NONE)
+        return m_frame->hide();
+    m_isClosing = true;
+    m_x.tellWindowManager(m_formerlyActive, m_x.atoms().netActiveWindow,
+                          {fromPager, XCB_CURRENT_TIME, XCB_NONE});
+    m_x.flush();
+    QTimer::singleShot(longestWait, m_frame.get(), [this] {
+        if (m_isClosing)
+            m_frame->hide();
+    });
+}
+
+void QtPopover::deactivated() {
+    if (m_isClosing || m_behavior == PopoverBehavior::transient)
         m_frame->hide();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/linux/Views.h"
 
 #include <QWidget>
+#include <xcb/xcb.h>
 
 namespace tavro {
 
@@ -30,12 +31,15 @@ private:
     class Frame;
 
     void createFrame();
+    void deactivated();
 
     XConnection& m_x;
     const Views& m_views;
     PopoverBehavior m_behavior = PopoverBehavior::applicationDefined;
     QSize m_size;
     std::shared_ptr<const View> m_view;
+    xcb_window_t m_formerlyActive = XCB_NONE;
+    bool m_isClosing = false; // until it has lost the focus
     std::unique_ptr<Frame> m_frame; // from the first time on
 };
 

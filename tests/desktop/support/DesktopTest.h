@@ -25,7 +25,8 @@ protected:
     std::unique_ptr<TavroProcess> launch(const TavroProcess::Launch& how);
     /// None while it does not show.
     xcb_window_t popover(const TavroProcess& tavro) const;
-    void closePopover(const TavroProcess& tavro);
+    /// By Escape, and returns when the window that was in front before is so again.
+    void closePopover(const TavroProcess& tavro, xcb_window_t front);
     /// Ends the program and returns when its item is gone.
     void quit(std::unique_ptr<TavroProcess>& tavro);
     /// The middle click on the item; returns when the program has switched.
