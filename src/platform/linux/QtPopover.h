@@ -39,7 +39,7 @@ private:
     QSize m_size;
     std::shared_ptr<const View> m_view;
     xcb_window_t m_formerlyActive = XCB_NONE;
-    bool m_isClosing = false; // until it has lost the focus
+    bool m_isClosing = false;       // until it has lost the focus
     std::unique_ptr<Frame> m_frame; // from the first time on
 };
 

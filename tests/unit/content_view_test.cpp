@@ -1,0 +1,138 @@
+#include "Launch.h"
+
+#include "app/Constants.h"
+#include "platform/Popover.h"
+#include "platform/simulated/SimulatedPopover.h"
+#include "platform/simulated/SimulatedWindow.h"
+#include "popover/ContentView.h"
+
+#include <chrono>
+
+namespace tavro {
+namespace {
+
+class ContentViewTest : public SimulatedMacTest {
+protected:
+    Launch launch{mac};
+    const ContentView view = content();
+
+    ContentView content() {
+        mac.mainQueue().runUntilIdle();
+        const auto& popover = static_cast<SimulatedPopover&>(*launch.delegate.popover);
+        return static_cast<const HostingView<ContentView>&>(*popover.contentView()).record;
+    }
+    bool isOn(std::size_t index) const { return UserSettings::shared().options()[index].isOn; }
+    std::size_t windows() { return mac.journal().lines("windowServer.createWindow").size(); }
+};
+
+TEST_F(ContentViewTest, TheSwitchInvertsAtOnceAndTheDesktopFollowsWhenItHasMoved) {
+    launch.click(EventType::leftMouseUp);
+    ASSERT_TRUE(launch.delegate.popover->isShown());
+    for (const bool turnsOn : {true, false}) {
+        SCOPED_TRACE(turnsOn);
+        view.tapHeader();
+        mac.journal().clear();
+        EXPECT_EQ(UserSettings::shared().tavroIsOn(), turnsOn);
+        mac.mainQueue().advance(std::chrono::milliseconds(229));
+        EXPECT_EQ(mac.journal().lines(), Lines{});
+        mac.mainQueue().advance(std::chrono::milliseconds(1));
+        EXPECT_EQ(mac.journal().lines().front(), "popover.close");
+        EXPECT_EQ(mac.journal().lines("log.print Turn O").size(), 1u);
+        EXPECT_EQ(launch.shownImage(), turnsOn ? "menubar-on" : "menubar-off");
+    }
+}
+
+TEST_F(ContentViewTest, ARowFlipsItsOptionAndTheWallpaperWithoutAPictureOpensThePreferences) {
+    constexpr std::size_t wallpaper = 4;
+    const struct {
+        std::size_t row;
+        bool hasPicture;
+        bool opens;
+    } taps[] = {
+        {0, false, false},         {1, false, false},        {2, false, false},
+        {3, false, false},         {3, false, false},        {wallpaper, true, false},
+        {wallpaper, true, false},  {wallpaper, false, true}, // on; the next one switches off
+        {wallpaper, false, false},
+    };
+    for (const auto& [row, hasPicture, opens] : taps) {
+        SCOPED_TRACE(row);
+        mac.userDefaults().setObject(Constants::wallpaperFileKey, hasPicture);
+        const auto before = UserSettings::shared().options();
+        const auto windowsBefore = windows();
+        view.tapOption(row);
+        for (std::size_t i = 0; i < before.size(); ++i)
+            EXPECT_EQ(isOn(i), before[i].isOn != (i == row)) << i;
+        EXPECT_EQ(windows() - windowsBefore, opens ? 1u : 0u);
+    }
+    const auto lines = mac.journal().lines();
+    view.tapOption(5);
+    EXPECT_EQ(mac.journal().lines(), lines);
+}
+
+using BannerTest = SimulatedMacTest;
+
+TEST_F(BannerTest, TheBannerTellsOfANewerVersionOnlyAndLeadsToItsPage) {
+    const struct {
+        const char* record;
+        bool hasBanner;
+    } cases[] = {{R"({"version":"2.10.0"})", true}, {R"({"version":"2.9.3"})", false}, {"{", false}};
+    for (const auto& [record, hasBanner] : cases) {
+        SCOPED_TRACE(record);
+        Launch launch(mac);
+        ContentView now(UserSettings::shared(), VersionObserver::shared(), CoreTavro(), launch.delegate);
+        EXPECT_FALSE(now.banner());
+        int told = 0;
+        const auto observations = now.willChange([&told] { ++told; });
+        mac.urlSession()->answer(record);
+        mac.mainQueue().runUntilIdle();
+        EXPECT_EQ(told, 2);
+        ASSERT_EQ(now.banner().has_value(), hasBanner);
+        if (hasBanner) {
+            EXPECT_EQ(now.banner()->message, "🎉 New version is available. Click to update");
+        }
+        now.tapBanner();
+        EXPECT_EQ(mac.journal().lines().back(), std::string("workspace.open ") + Constants::changelogURL);
+    }
+}
+
+class PreferencesTest : public ContentViewTest {
+protected:
+    SimulatedWindow& window() {
+        return static_cast<SimulatedWindow&>(*launch.delegate.preferenceView->window);
+    }
+};
+
+TEST_F(PreferencesTest, ThereIsOneWindowWhichTheNextRequestBringsToTheFront) {
+    mac.journal().clear();
+    launch.delegate.openPreferenceWindow();
+    const auto number = std::to_string(window().windowNumber());
+    EXPECT_EQ(mac.journal().lines(),
+              (Lines{
+                  "windowServer.createWindow " + number + " 400x360 at 0,0 32775 2 false",
+                  "window.center",
+                  "window.setTitle \"\"",
+                  "window.setContentView",
+                  "window.addTitlebarAccessory",
+                  "window.setLevel 0",
+                  "window.orderFront",
+                  "window.makeKeyAndOrderFront",
+                  "window.orderFrontRegardless",
+              }));
+    EXPECT_EQ(launch.delegate.preferenceView->state->pageIndex.get(), 0);
+    mac.journal().clear();
+    launch.delegate.openPreferenceWindow();
+    EXPECT_EQ(mac.journal().lines(), Lines{"window.makeKeyAndOrderFront"});
+    window().closeByUser();
+    EXPECT_FALSE(launch.delegate.preferenceView->prefsWindowDelegate->windowIsOpen);
+    launch.delegate.openPreferenceWindow();
+    EXPECT_NE(std::to_string(window().windowNumber()), number);
+    mac.windowServer().failNextWindow();
+    window().closeByUser();
+    launch.delegate.openPreferenceWindow();
+    EXPECT_FALSE(launch.delegate.preferenceView->window);
+    launch.delegate.openPreferenceWindow();
+    EXPECT_TRUE(launch.delegate.preferenceView->window);
+}
+
+} // namespace
+} // namespace tavro
