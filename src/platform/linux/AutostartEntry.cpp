@@ -47,7 +47,7 @@ bool isSwitchedOff(GKeyFile* entry) {
     return g_key_file_get_boolean(entry, group, "Hidden", nullptr);
 }
 
-/// One argument of a command line of the Desktop Entry Specification.
+/// One argument of a command line of the Desktop Entry standard.
 std::string quoted(const std::string& argument) {
     constexpr std::string_view special = "\"`$\\";
     std::string text = "\"";
@@ -61,7 +61,7 @@ std::string quoted(const std::string& argument) {
     return text + '"';
 }
 
-/// A text as the file holds it. (GLib's own writer leaves tabs as they are, which the specification forbids.)
+/// A text as the file holds it. (GLib's own writer leaves tabs as they are, which that standard forbids.)
 std::string escaped(const std::string& text) {
     constexpr std::string_view special = "\\\n\t\r", letters = "\\ntr";
     std::string value;

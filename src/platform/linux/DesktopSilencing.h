@@ -12,7 +12,7 @@ namespace tavro {
 class Log;
 
 /// The switch of whatever notification server runs: the one that owns org.freedesktop.Notifications on the
-/// session bus, known by what it says of itself (Desktop Notifications Specification, GetServerInformation).
+/// session bus, known by what it says of itself (Desktop Notifications standard, GetServerInformation).
 /// It is asked that once; another owner of the name is another server.
 class DesktopSilencing final : public NotificationSilencing {
 public:
