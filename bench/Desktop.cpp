@@ -262,6 +262,14 @@ Clock::time_point Desktop::click(std::uint8_t button) {
     return start;
 }
 
+void Desktop::pressEscape() {
+    constexpr std::uint8_t escape = 9; // in every keyboard layout
+    for (const auto type : {std::uint8_t{XCB_KEY_PRESS}, std::uint8_t{XCB_KEY_RELEASE}})
+        xcb_test_fake_input(m_connection, type, escape, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    xcb_flush(m_connection);
+    settle();
+}
+
 void Desktop::parkPointer() {
     const auto area = screens().back();
     movePointer(area.x + area.width - 2, area.y + area.height - 2);

@@ -47,6 +47,7 @@ public:
     void movePointer(int x, int y);
     /// Presses and releases the button; returns the moment before.
     Clock::time_point click(std::uint8_t button);
+    void pressEscape();
     /// Where the pointer disturbs nobody.
     void parkPointer();
     /// The panel's pixels, in a picture that is black elsewhere.

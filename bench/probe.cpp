@@ -56,6 +56,7 @@ public:
         , m_panels(desktop.panels())
         , m_process({file}, sessionFile("program")) {
         desktop.settle();
+        desktop.pressEscape(); // closes the popover
         m_item = desktop.newestItem(m_panels);
     }
 
