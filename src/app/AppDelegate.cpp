@@ -7,6 +7,7 @@
 #include "app/HideApps.h"
 #include "app/UserSettings.h"
 #include "audio/ToggleMicMute.h"
+#include "platform/Accessibility.h"
 #include "platform/Images.h"
 #include "platform/Log.h"
 #include "platform/Machine.h"
@@ -43,6 +44,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     m_observations.push_back(Process::current().notificationCenter().addObserver(tavroToogleNotification,
                                                                                  [this] { changeIcon(); }));
     bindShortcuts();
+    if (machine().systemVersion() >= SystemVersion{11, 0})
+        machine().accessibility().isProcessTrusted(true);
     storeFirstDefaults();
     VersionObserver::shared().checkVersion();
     togglePopover();

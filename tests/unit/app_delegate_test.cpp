@@ -17,20 +17,21 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
                !line.starts_with("userDefaults.setObject tavro") &&
                !line.starts_with("userDefaults.setObject KeyboardShortcuts");
     });
-    EXPECT_EQ(lines, (Lines{
-                         "application.activate true", "userDefaults.setObject tavro false",
-                         "popover.setContentSize 340 400", "popover.setBehavior 1",
-                         "popover.setAnimates false", "statusBar.statusItem -1",
-                         "statusBarButton.sendActionOn 20", "statusBarButton.setImage menubar-off",
-                         "statusItem.announceMenu Status Bar Menu", "appService.register",
-                         "userDefaults.setObject KeyboardShortcuts_tavroMuteShortcut "
-                         "\"{\"carbonModifiers\":768,\"carbonKeyCode\":46}\"",
-                         "hotKeyCenter.registerEventHotKey 46 768 1515276363 1",
-                         "hotKeyCenter.installEventHandler 2",
-                         std::string("urlSession.dataTask ") + Constants::versionRecordURL,
-                         "popover.show 28x22 at 0,0 1", "popover.makeKey",
-                         "popover.close", // with the activation, of which the system tells later
-                     }));
+    EXPECT_EQ(
+        lines,
+        (Lines{
+            "application.activate true", "userDefaults.setObject tavro false",
+            "popover.setContentSize 340 400", "popover.setBehavior 1", "popover.setAnimates false",
+            "statusBar.statusItem -1", "statusBarButton.sendActionOn 20",
+            "statusBarButton.setImage menubar-off", "statusItem.announceMenu Status Bar Menu",
+            "accessibility.isProcessTrusted true", "appService.register",
+            "userDefaults.setObject KeyboardShortcuts_tavroMuteShortcut "
+            "\"{\"carbonModifiers\":768,\"carbonKeyCode\":46}\"",
+            "hotKeyCenter.registerEventHotKey 46 768 1515276363 1", "hotKeyCenter.installEventHandler 2",
+            std::string("urlSession.dataTask ") + Constants::versionRecordURL, "popover.show 28x22 at 0,0 1",
+            "popover.makeKey",
+            "popover.close", // with the activation, of which the system tells later
+        }));
     ASSERT_EQ(launch.delegate.statusBarMenu->items.size(), 2u);
     EXPECT_EQ(launch.delegate.statusBarMenu->items[0].title, "Preferences");
     EXPECT_EQ(launch.delegate.statusBarMenu->items[1].title, "Quit");
