@@ -5,6 +5,7 @@
 #include "platform/Images.h"
 #include "platform/Machine.h"
 #include "platform/Process.h"
+#include "preferences/PreferenceView.h"
 #include "ui/Divider.h"
 #include "ui/Pixels.h"
 #include "ui/RecorderCocoa.h"
@@ -51,8 +52,7 @@ std::function<void()> soon(QObject* object, Block block) {
 
 } // namespace
 
-PreferenceWidget::PreferenceWidget(const PreferenceView& view)
-    : m_view(view) {
+PreferenceWidget::PreferenceWidget() {
     constexpr int padding = static_cast<int>(PreferenceView::padding);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(padding, padding, padding, padding);

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "desktop/GeneralPreferencesView.h"
-#include "preferences/PreferenceView.h"
 
 #include <QWidget>
+
+#include <vector>
 
 class QBoxLayout;
 class QCheckBox;
@@ -15,7 +16,7 @@ namespace tavro {
 /// The general page of the preferences.
 class PreferenceWidget final : public QWidget {
 public:
-    explicit PreferenceWidget(const PreferenceView& view);
+    PreferenceWidget();
 
 private:
     QBoxLayout* addRow(const char* label, double bottomPadding);
@@ -25,7 +26,6 @@ private:
     void refreshStartup();
     void refreshWallpaper();
 
-    const PreferenceView m_view;
     const GeneralPreferencesView m_general;
     QCheckBox* m_launchAtLogin = nullptr;
     QLabel* m_preview = nullptr;

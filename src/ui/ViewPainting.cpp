@@ -3,6 +3,7 @@
 #include "audio/AlertView.h"
 #include "desktop/CoverWindow.h"
 #include "platform/View.h"
+#include "preferences/PreferenceView.h"
 #include "ui/AlertPainting.h"
 #include "ui/ContentWidget.h"
 #include "ui/CoverPainting.h"
@@ -21,8 +22,8 @@ void paintView(const View& view, QPainter& painter, const QRectF& area) {
 std::unique_ptr<QWidget> makeWidget(const View& view) {
     if (const auto* content = dynamic_cast<const HostingView<ContentView>*>(&view))
         return std::make_unique<ContentWidget>(content->record);
-    if (const auto* preferences = dynamic_cast<const HostingView<PreferenceView>*>(&view))
-        return std::make_unique<PreferenceWidget>(preferences->record);
+    if (dynamic_cast<const HostingView<PreferenceView>*>(&view))
+        return std::make_unique<PreferenceWidget>(); // its only page
     if (const auto* toolbar = dynamic_cast<const HostingView<Toolbar>*>(&view))
         return std::make_unique<ToolbarWidget>(toolbar->record);
     return nullptr;

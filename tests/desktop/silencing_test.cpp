@@ -76,7 +76,10 @@ public:
     /// The name of the method, for a property with its own name after it: "Get paused".
     std::map<QString, Method> methods;
     std::function<void(const QString&)> clientGone = [](auto&) {};
-    std::atomic<bool> isSilent = false;
+    void setSilent(bool isSilent) {
+        m_isSilent = isSilent;
+        m_isSilent.notify_all();
+    }
 
     void watch(const QString& client) { m_watcher->addWatchedService(client); }
 
@@ -86,8 +89,7 @@ private:
         auto name = message.member();
         if (message.interface() == "org.freedesktop.DBus.Properties")
             name += ' ' + message.arguments().value(1).toString();
-        while (isSilent) // as a stopped process: later, but in the end
-            QThread::msleep(1);
+        m_isSilent.wait(true); // as a stopped process: later, but in the end
         const auto method = methods.find(name);
         connection.send(method == methods.end()
                             ? message.createErrorReply(QDBusError::UnknownMethod, "There is no\n" + name)
@@ -95,6 +97,7 @@ private:
         return true;
     }
 
+    std::atomic<bool> m_isSilent = false;
     QThread m_thread;
     std::unique_ptr<QDBusServiceWatcher> m_watcher;
 };
@@ -232,11 +235,11 @@ TEST_F(Plasma, AHungServerCostsOneBoundAndKeepsNoInhibition) {
     for (const bool isOn : {false, true}) {
         SCOPED_TRACE(isOn);
         EXPECT_TRUE(silencing.setOn(isOn));
-        plasma.isSilent = true;
+        plasma.setSilent(true);
         EXPECT_LT(time([&] { EXPECT_EQ(silencing.isOn(), std::nullopt); }), 1000ms);
         EXPECT_LT(time([&] { EXPECT_FALSE(silencing.setOn(!isOn)); }), 250ms);
         EXPECT_EQ(log.lines.size(), 1u);
-        plasma.isSilent = false;
+        plasma.setSilent(false);
         EXPECT_TRUE(eventually([&] { return silencing.isOn() == false; }));
         log.lines.clear();
     }
@@ -282,11 +285,11 @@ TEST_F(Silencing, AServerThatDoesNotAnswerIsWaitedForOnce) {
         return QVariantList{};
     };
     EXPECT_EQ(silencing.isOn(), false);
-    swaync.isSilent = true;
+    swaync.setSilent(true);
     EXPECT_LT(time([&] { EXPECT_EQ(silencing.isOn(), std::nullopt); }), 1000ms);
     EXPECT_LT(time([&] { EXPECT_FALSE(silencing.setOn(true)); }), 250ms);
     EXPECT_EQ(log.lines.size(), 1u);
-    swaync.isSilent = false;
+    swaync.setSilent(false);
     EXPECT_TRUE(eventually([&] { return silencing.isOn() == true; })) << "what it was asked for is lost";
     EXPECT_TRUE(silencing.setOn(false));
     EXPECT_EQ(log.lines.size(), 1u);
