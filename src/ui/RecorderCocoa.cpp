@@ -1,5 +1,7 @@
 #include "ui/RecorderCocoa.h"
 
+#include "ui/Translation.h"
+
 #include <QApplication>
 #include <QFocusEvent>
 #include <QMessageBox>
@@ -92,7 +94,7 @@ void RecorderCocoa::setText(const std::string& text) {
 }
 
 void RecorderCocoa::setPlaceholder(const std::string& text) {
-    const auto placeholder = QString::fromStdString(text);
+    const auto placeholder = translated(text);
     setPlaceholderText(placeholder);
     setAccessibleDescription(placeholder); // also while a combination is shown
 }
@@ -118,11 +120,10 @@ void RecorderCocoa::beep() {
 }
 
 void RecorderCocoa::showWarning(const std::string& message, const std::string& information) {
-    QMessageBox alert(QMessageBox::Warning, QString(), QString::fromStdString(message), QMessageBox::Ok,
-                      window());
-    alert.setInformativeText(QString::fromStdString(information));
+    QMessageBox alert(QMessageBox::Warning, QString(), translated(message), QMessageBox::Ok, window());
+    alert.setInformativeText(translated(information));
     alert.setWindowModality(Qt::WindowModal);
-    if (const auto icon = QApplication::windowIcon(); !icon.isNull())
+    if (const auto icon = window()->windowIcon(); !icon.isNull())
         alert.setIconPixmap(icon.pixmap(alert.iconPixmap().size()));
     alert.exec();
 }

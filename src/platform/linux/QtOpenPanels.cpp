@@ -1,5 +1,6 @@
 #include "platform/linux/QtOpenPanels.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QUrl>
 
@@ -9,6 +10,10 @@ namespace tavro {
 
 namespace {
 
+QString translated(const std::string& text) {
+    return QCoreApplication::translate("TavroPRO", text.c_str());
+}
+
 /// Endings in either case: some choosers tell them apart.
 QString nameFilter(const std::vector<std::string>& fileTypes) {
     QStringList patterns;
@@ -16,7 +21,7 @@ QString nameFilter(const std::vector<std::string>& fileTypes) {
         const auto ending = "*." + QString::fromStdString(type);
         patterns << ending << ending.toUpper();
     }
-    return QFileDialog::tr("Images") + " (" + patterns.join(' ') + ')';
+    return translated("Images") + " (" + patterns.join(' ') + ')';
 }
 
 struct DeleteLater {
@@ -27,7 +32,7 @@ class QtOpenPanel final : public OpenPanel {
 public:
     explicit QtOpenPanel(const OpenPanelSettings& settings)
         : m_dialog(new QFileDialog) {
-        m_dialog->setWindowTitle(QString::fromStdString(settings.title));
+        m_dialog->setWindowTitle(translated(settings.title));
         m_dialog->setAcceptMode(QFileDialog::AcceptOpen);
         m_dialog->setFileMode(settings.canChooseDirectories      ? QFileDialog::Directory
                               : settings.allowsMultipleSelection ? QFileDialog::ExistingFiles
