@@ -32,13 +32,16 @@ DesktopLayer::DesktopLayer(XConnection& x)
         m_shapeNotify = static_cast<std::uint8_t>(shape->first_event + XCB_SHAPE_NOTIFY);
 }
 
+// The toolkit maps the window over its own connection, and a busy server may read that one first: then nobody
+// would tell of the window manager's frame.
 void DesktopLayer::add(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers, bool passesClicks) {
     m_members[window] = {passesClicks, XCB_NONE, mostRaises};
     setAtoms(window, m_x.atoms().netWmWindowType, {m_x.atoms().netWmWindowTypeDesktop});
     setState(window, onAllWorkspaces, skipsSwitchers);
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_x.raw(), window, XCB_CW_EVENT_MASK, &mask);
-    m_x.flush();
+    m_x.roundTrip();
+    m_x.deliverQueuedEvents();
 }
 
 void DesktopLayer::setState(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers) {
