@@ -80,6 +80,17 @@ QRect QtScreens::rootPixels(const Rect& area) {
             (QSizeF(area.size.width, area.size.height) * scale).toSize()};
 }
 
+void QtScreens::onChange(QObject& context, const std::function<void()>& handler) {
+    const auto watch = [&context, handler](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &context, handler, Qt::QueuedConnection);
+    };
+    for (auto* screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &context, watch);
+    for (const auto change : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
+        QObject::connect(qGuiApp, change, &context, handler, Qt::QueuedConnection);
+}
+
 Rect QtScreens::fromToolkit(const QRect& rect) {
     const auto* primary = QGuiApplication::primaryScreen();
     const double bottom = primary ? primary->geometry().top() + primary->geometry().height() : 0;

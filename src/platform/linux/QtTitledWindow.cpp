@@ -1,5 +1,6 @@
 #include "platform/linux/QtTitledWindow.h"
 
+#include "platform/linux/KeepOnScreen.h"
 #include "platform/linux/QtScreens.h"
 
 #include <QCloseEvent>
@@ -15,6 +16,7 @@ public:
         , m_contentSize(contentSize) {
         setAttribute(Qt::WA_QuitOnClose, false);
         setFixedSize(contentSize);
+        keepOnScreen(*this);
     }
 
 private:
