@@ -90,8 +90,7 @@ QRect besidePanel(const XConnection& x, QPoint point, QSize size) {
     const auto panel = panelAt(x, point, *screen).place;
     const auto area = panel.isEmpty() ? screen->geometry() : areaBeside(panel, screen->geometry());
     const auto fitting = size.boundedTo(area.size());
-    const auto corner =
-        panel.isEmpty() ? point : point - QPoint(fitting.width() / 2, fitting.height() / 2);
+    const auto corner = panel.isEmpty() ? point : point - QPoint(fitting.width() / 2, fitting.height() / 2);
     return {QPoint(std::clamp(corner.x(), area.left(), area.right() + 1 - fitting.width()),
                    std::clamp(corner.y(), area.top(), area.bottom() + 1 - fitting.height())),
             fitting};
@@ -102,7 +101,7 @@ QPoint trayPlace(const XConnection& x) {
     const auto* pointed = QGuiApplication::screenAt(pointer);
     if (pointed && !panelAt(x, pointer, *pointed).place.isEmpty())
         return pointer;
-    constexpr int fromEnd = 14; // the middle of an item
+    constexpr int fromEnd = 14;                             // the middle of an item
     for (const auto* screen : QGuiApplication::screens()) { // the main one is the first
         const auto panels = panelsOn(x, *screen);
         if (panels.empty())
