@@ -55,6 +55,9 @@ private:
 
     void paintEvent(QPaintEvent* event) override { flush(event->region()); }
 
+    // What is exposed by a last pixel may be told before the size is.
+    void resizeEvent(QResizeEvent*) override { changed(); }
+
     void changed() {
         m_isPainted = false;
         if (isExposed())
