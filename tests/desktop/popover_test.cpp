@@ -2,6 +2,7 @@
 #include "support/DesktopTest.h"
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 
 class Popover : public DesktopTest {
@@ -40,6 +41,67 @@ protected:
     std::string defaults() const {
         std::ifstream file(defaultsFile());
         return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    void TearDown() override {
+        putPanel(top);
+        DesktopTest::TearDown();
+    }
+
+    struct PanelPlace {
+        const char* name;
+        const char* settings; // mode (0 along the screen, 1 upright), snap position, output
+        Rect panel;
+        Point item;
+    };
+    static constexpr PanelPlace top{"top", "0 6 Primary", {0, 0, 1920, 29}, {1908, 14}};
+    static constexpr PanelPlace secondBottom{
+        "second, bottom", "0 8 DUMMY1", {1920, 871, 1440, 29}, {3346, 886}};
+
+    bool panelIsAt(const Rect& expected) const {
+        return std::ranges::any_of(server.clients(), [&](auto window) {
+            return server.has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK") &&
+                   server.place(window) == expected;
+        });
+    }
+
+    void putPanel(const PanelPlace& to) {
+        EXPECT_TRUE(Session::run(std::string("set -- ") + to.settings + R"(
+            set_panel() { xfconf-query -c xfce4-panel -p "/panels/panel-1/$1" -n -t "$2" -s "$3"; }
+            set_panel mode int "$1" && set_panel position string "p=$2;x=0;y=0" &&
+                set_panel output-name string "$3")"));
+        EXPECT_TRUE(server.eventually(std::string("the panel's place: ") + to.name,
+                                      [&] { return panelIsAt(to.panel); }));
+    }
+
+    /// Waits until the item is drawn there, in more colours than the panel has, and clicks on it.
+    void clickItemAt(const PanelPlace& where) {
+        const Rect area{where.item.x - 9, where.item.y - 9, 18, 18};
+        EXPECT_TRUE(server.eventually(std::string("the item: ") + where.name, [&] {
+            const auto pixels = server.screenshot(area);
+            return std::set(pixels.begin(), pixels.end()).size() > 5;
+        }));
+        input.click(where.item, Input::Button::left);
+    }
+
+    /// On the panel's screen, next to the panel and not over it.
+    testing::AssertionResult isBeside(const TavroProcess& tavro, const PanelPlace& where, int scale) {
+        const auto window = place(tavro);
+        const auto last = Point{window.x + window.width - 1, window.y + window.height - 1};
+        const auto screens = server.screens();
+        const auto holdsAll = [&](const Rect& screen) {
+            return screen.contains(where.item) && screen.contains({window.x, window.y}) &&
+                   screen.contains(last);
+        };
+        const auto gap = [](int first, int length, int otherFirst, int otherLength) {
+            return std::max(otherFirst - (first + length), first - (otherFirst + otherLength));
+        };
+        const auto apart = std::max(gap(window.x, window.width, where.panel.x, where.panel.width),
+                                    gap(window.y, window.height, where.panel.y, where.panel.height));
+        if (std::ranges::any_of(screens, holdsAll) && apart >= 0 && apart < scale &&
+            window.width == 340 * scale && window.height == 400 * scale)
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << window << " is not beside " << where.panel;
     }
 
     // In the window, whose rows stand in the middle.
@@ -113,6 +175,62 @@ TEST_F(Popover, ARowStoresItsOptionAndTheShortcutsWorkMeanwhile) {
     parkPointer();
     waitForTray(true);
     toggle(*tavro);
+    quit(tavro);
+}
+
+TEST_F(Popover, OpensBesideThePanelWhereverItIsAndClosesWhenThatMoves) {
+    constexpr PanelPlace places[] = {
+        {"bottom", "0 8 Primary", {0, 1051, 1920, 29}, {1908, 1066}},
+        {"left", "1 6 Primary", {0, 0, 29, 1080}, {14, 1066}},
+        {"right", "1 2 Primary", {1891, 0, 29, 1080}, {1906, 1066}},
+        {"second, top", "0 6 DUMMY1", {1920, 0, 1440, 29}, {3346, 14}},
+        {"second, left", "1 6 DUMMY1", {1920, 0, 29, 900}, {1934, 886}},
+        {"second, right", "1 2 DUMMY1", {3331, 0, 29, 900}, {3346, 886}},
+        secondBottom,
+    };
+    const auto front = server.active();
+    for (const int scale : {1, 2}) {
+        SCOPED_TRACE(scale);
+        putPanel(secondBottom);
+        parkPointer();
+        auto scaled = settings();
+        scaled.environment["QT_SCALE_FACTOR"] = std::to_string(scale);
+        auto tavro = std::make_unique<TavroProcess>(scaled);
+        ASSERT_TRUE(showsPopover(*tavro)) << "at launch";
+        EXPECT_TRUE(isBeside(*tavro, secondBottom, scale)) << "at launch";
+        for (const auto& where : places) {
+            SCOPED_TRACE(where.name);
+            putPanel(where);
+            EXPECT_TRUE(showsNoPopover(*tavro, front));
+            clickItemAt(where);
+            ASSERT_TRUE(showsPopover(*tavro));
+            EXPECT_TRUE(isBeside(*tavro, where, scale));
+        }
+        clickIn(*tavro, {bigSwitch.x * scale, bigSwitch.y * scale});
+        ASSERT_TRUE(tavro->waitForLine(turnedOn, 1));
+        EXPECT_TRUE(showsNoPopover(*tavro, front));
+        EXPECT_TRUE(
+            server.eventually("the others hidden", [&] { return areMinimised(windowsBesides("Chat")); }));
+        EXPECT_FALSE(server.isMinimised(front));
+        putPanel(top);
+        quit(tavro);
+    }
+}
+
+TEST_F(Popover, ClosesWithItsPanelAndOpensBesideTheNextOne) {
+    const auto front = server.active();
+    auto tavro = launchWithPopover();
+    const auto item = tray.picture();
+    Session::signal("panel", SIGKILL);
+    EXPECT_TRUE(showsNoPopover(*tavro, front));
+    ASSERT_TRUE(server.eventually("no panel", [this] { return !panelIsAt(top.panel); }));
+    Session::start("panel");
+    ASSERT_TRUE(server.eventually("the item in the next panel",
+                                  [&] { return panelIsAt(top.panel) && tray.picture() == item; }));
+    waitForTray(false);
+    clickItem(Input::Button::left);
+    EXPECT_TRUE(showsPopover(*tavro));
+    EXPECT_TRUE(isBeside(*tavro, top, 1));
     quit(tavro);
 }
 

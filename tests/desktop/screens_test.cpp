@@ -8,6 +8,31 @@ protected:
         m_second = server.screenshot(partOfSecond);
     }
 
+    /// As wide and high as no scale divides: 1365x767 pixels.
+    void setOddSecond() {
+        const Rect part{3000, 0, 285, 700};
+        const auto before = server.screenshot(part);
+        ASSERT_TRUE(Session::run(
+            "xrandr --newmode odd 85.5 1365 1436 1579 1792 767 771 774 798 +hsync +vsync 2>/dev/null; "
+            "xrandr --addmode DUMMY1 odd && xrandr --output DUMMY1 --mode odd --right-of DUMMY0"));
+        ASSERT_TRUE(server.eventually("the wallpaper of another size", [&] {
+            const auto shown = server.screenshot(part);
+            return shown != before && shown == server.wallpaper(part);
+        }));
+    }
+
+    xcb_window_t windowOf(const TavroProcess& tavro) const {
+        const auto windows = covers(tavro);
+        return windows.empty() ? xcb_window_t{XCB_NONE} : windows.back();
+    }
+
+    bool isOnTheScreen(xcb_window_t window) const {
+        const auto place = server.place(window);
+        const auto screen = server.screens().front();
+        return screen.contains({place.x, place.y}) &&
+               screen.contains({place.x + place.width - 1, place.y + place.height - 1});
+    }
+
     void unplugSecond() {
         ASSERT_TRUE(Session::run("xrandr --output DUMMY1 --off"));
         ASSERT_TRUE(server.eventually("one screen", [this] { return server.screens().size() == 1; }));
@@ -51,4 +76,33 @@ TEST_F(Screens, AScreenMayBeUnpluggedWhileItIsCovered) {
     EXPECT_TRUE(isRestored(stacking, front));
     quit(tavro);
     EXPECT_EQ(complaints(*tavro), "");
+}
+
+TEST_F(Screens, AWindowOnAScreenThatIsUnpluggedIsWhollyOnAnotherAfterwards) {
+    auto tavro = launch();
+    openPreferences();
+    ASSERT_TRUE(server.eventually("the preferences", [&] { return windowOf(*tavro) == server.active(); }));
+    const auto window = windowOf(*tavro);
+    ASSERT_TRUE(Session::run("xdotool windowmove " + std::to_string(window) + " 2400 300"));
+    ASSERT_TRUE(server.eventually("it on the second screen", [&] { return server.place(window).x > 2300; }));
+    unplugSecond();
+    EXPECT_TRUE(server.eventually("it on the first screen", [&] { return isOnTheScreen(window); }));
+    EXPECT_EQ(server.active(), window);
+    EXPECT_TRUE(server.isViewable(window));
+    quit(tavro);
+}
+
+TEST_F(Screens, CoversAreExactAtEveryScaleOfTheToolkit) {
+    setOddSecond();
+    for (const auto* scale : {"1.25", "1.5", "1.75", "2"}) {
+        SCOPED_TRACE(scale);
+        auto scaled = settings();
+        scaled.environment["QT_SCALE_FACTOR"] = scale;
+        auto tavro = launch(scaled);
+        toggle(*tavro);
+        EXPECT_TRUE(everyScreenIsCovered());
+        toggle(*tavro);
+        EXPECT_TRUE(server.eventually("no cover", [&] { return covers(*tavro).empty(); }));
+        quit(tavro);
+    }
 }

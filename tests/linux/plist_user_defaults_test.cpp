@@ -119,6 +119,33 @@ TEST_F(PlistUserDefaultsTest, ValuesOfOthersStayInTheFile) {
     EXPECT_TRUE(log.takeDiagnosed().empty());
 }
 
+TEST_F(PlistUserDefaultsTest, WhatSomebodyWritesMeanwhileStaysButForWhatChangesHereAfterwards) {
+    const auto edit = [this](const std::string& entries) { write(header + entries + "</plist>"); };
+    edit("<dict><key>hideApps</key><true/><key>muteSpeaker</key><true/></dict>");
+    auto defaults = open();
+    defaults.setObject("tavro", true);
+    ASSERT_TRUE(defaults.synchronize());
+    edit("<dict><key>hideApps</key><false/><key>muteSpeaker</key><true/><key>tavro</key><false/>"
+         "<key>theirs</key><string>new</string></dict>");
+    defaults.setObject("launched", true);
+    defaults.removeObject("muteSpeaker");
+    ASSERT_TRUE(defaults.synchronize());
+    const auto next = open();
+    EXPECT_EQ(next.object("hideApps"), PropertyList(false));
+    EXPECT_EQ(next.object("tavro"), PropertyList(false));
+    EXPECT_EQ(next.object("theirs"), PropertyList("new"));
+    EXPECT_EQ(next.object("launched"), PropertyList(true));
+    EXPECT_EQ(next.object("muteSpeaker"), std::nullopt);
+    EXPECT_EQ(defaults.object("hideApps"), PropertyList(true)) << "until the next launch";
+    EXPECT_TRUE(log.takeDiagnosed().empty());
+    write("half a fi");
+    defaults.setObject("launched", false);
+    ASSERT_TRUE(defaults.synchronize());
+    EXPECT_EQ(read(file.string() + ".unreadable-1"), "half a fi");
+    EXPECT_EQ(open().object("hideApps"), PropertyList(true)) << "all that is known here";
+    EXPECT_EQ(log.takeDiagnosed().size(), 1u);
+}
+
 TEST_F(PlistUserDefaultsTest, ALinkStaysOneAndTheFileIsPrivate) {
     const auto target = folder / "dotfiles.plist";
     fs::create_symlink(target, file);

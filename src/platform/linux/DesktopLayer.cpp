@@ -5,6 +5,7 @@
 #include <xcb/shape.h>
 
 #include <algorithm>
+#include <array>
 
 namespace tavro {
 
@@ -16,6 +17,22 @@ constexpr int mostRaises = 100;
 // Properties of our own windows go through the toolkit's connection: it has made them, and it maps them next.
 xcb_connection_t* toolkitConnection() {
     return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+}
+
+// The toolkit places windows by whole points, and has the window manager keep to steps of one: at some scales
+// that misses a pixel of the screen.
+void setPlace(xcb_window_t window, const QRect& pixels) {
+    // ICCCM, WM_NORMAL_HINTS: position and size are meant, and without the frame.
+    constexpr std::uint32_t userPosition = 1, userSize = 2, windowGravity = 512;
+    std::array<std::uint32_t, 18> hints{userPosition | userSize | windowGravity};
+    hints.back() = XCB_GRAVITY_STATIC;
+    xcb_change_property(toolkitConnection(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
+    const int values[] = {pixels.x(), pixels.y(), pixels.width(), pixels.height()};
+    xcb_configure_window(toolkitConnection(), window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
 }
 
 void setAtoms(xcb_window_t window, xcb_atom_t property, const std::vector<xcb_atom_t>& atoms) {
@@ -61,10 +78,12 @@ void DesktopLayer::setState(xcb_window_t window, bool onAllWorkspaces, bool skip
 
 // The toolkit knows this state and makes a window of another number when it changes, or takes it away on
 // showing; so the window manager is asked for it.
-void DesktopLayer::shown(xcb_window_t window) const {
+void DesktopLayer::shown(xcb_window_t window, const QRect& pixels) const {
     constexpr std::uint32_t add = 1, fromApplication = 1;
     m_x.tellWindowManager(window, m_x.atoms().netWmState,
                           {add, m_x.atoms().netWmStateBelow, XCB_NONE, fromApplication}, toolkitConnection());
+    if (!pixels.isEmpty())
+        setPlace(window, pixels);
 }
 
 void DesktopLayer::remove(xcb_window_t window) {

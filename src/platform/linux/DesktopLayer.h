@@ -2,6 +2,8 @@
 
 #include "platform/linux/XConnection.h"
 
+#include <QRect>
+
 #include <map>
 #include <set>
 #include <vector>
@@ -22,8 +24,8 @@ public:
 
     /// Before the window is shown.
     void add(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers, bool passesClicks);
-    /// After it.
-    void shown(xcb_window_t window) const;
+    /// After it. Keeps the window at these pixels of the root window, unless there are none.
+    void shown(xcb_window_t window, const QRect& pixels) const;
     void remove(xcb_window_t window);
 
 private:

@@ -38,7 +38,9 @@ PlistUserDefaults::PlistUserDefaults(fs::path file, MainQueue& queue, Log& log)
     std::error_code error;
     if (const auto target = fs::canonical(m_file, error); !error)
         m_file = target; // a link that the user made stays one
-    load();
+    m_root = read();
+    if (!m_root)
+        m_root.reset(plist_new_dict());
 }
 
 fs::path PlistUserDefaults::standardFile() {
@@ -46,18 +48,20 @@ fs::path PlistUserDefaults::standardFile() {
     return fs::path(folder.toStdString()) / "com.vantrelo.TavroPRO.plist";
 }
 
-void PlistUserDefaults::load() {
+/// Null where there is no file, or none any more since it was set aside.
+PlistNode PlistUserDefaults::read() {
     std::string bytes;
+    PlistNode root;
     const int error = readFile(m_file, largestFile, bytes);
     if (error == 0)
-        m_root = parsePlist(bytes);
-    if (m_root && plist_get_node_type(m_root.get()) == PLIST_DICT)
-        return;
-    m_root.reset(plist_new_dict());
+        root = parsePlist(bytes);
+    if (root && plist_get_node_type(root.get()) == PLIST_DICT)
+        return root;
     if (error == 0)
         setAside("is not a property list of user defaults");
     else if (error != ENOENT && error != ENOTDIR)
         setAside(std::string("cannot be read: ") + std::strerror(error));
+    return PlistNode();
 }
 
 void PlistUserDefaults::setAside(const std::string& why) {
@@ -79,34 +83,49 @@ void PlistUserDefaults::setObject(const std::string& key, PropertyList value) {
     if (object(key) == value)
         return;
     plist_dict_set_item(m_root.get(), key.c_str(), toPlist(value).release());
-    changed();
+    changed(key);
 }
 
 void PlistUserDefaults::removeObject(const std::string& key) {
     if (!plist_dict_get_item(m_root.get(), key.c_str()))
         return;
     plist_dict_remove_item(m_root.get(), key.c_str());
-    changed();
+    changed(key);
 }
 
 // Several values change together; they are written once.
-void PlistUserDefaults::changed() {
-    m_unsaved = true;
+void PlistUserDefaults::changed(const std::string& key) {
+    m_unsaved.insert(key);
     m_saving.schedule();
 }
 
+/// The file as it is now, with our changes; null without a file.
+PlistNode PlistUserDefaults::merged() {
+    auto root = read();
+    if (!root)
+        return root;
+    for (const auto& key : m_unsaved) {
+        if (auto* value = plist_dict_get_item(m_root.get(), key.c_str()))
+            plist_dict_set_item(root.get(), key.c_str(), plist_copy(value));
+        else
+            plist_dict_remove_item(root.get(), key.c_str());
+    }
+    return root;
+}
+
 bool PlistUserDefaults::synchronize() {
-    if (!m_unsaved)
+    if (m_unsaved.empty())
         return true;
+    const auto onDisk = m_mayWrite ? merged() : PlistNode();
     if (!m_mayWrite)
         return false;
-    if (const int error = replaceFile(m_file, formatPlistXml(m_root)); error != 0) {
+    if (const int error = replaceFile(m_file, formatPlistXml(onDisk ? onDisk : m_root)); error != 0) {
         if (!m_failureReported)
             m_log.diagnose(m_file.string() + " cannot be written: " + std::strerror(error));
         m_failureReported = true;
         return false;
     }
-    m_unsaved = false;
+    m_unsaved.clear();
     m_failureReported = false;
     return true;
 }

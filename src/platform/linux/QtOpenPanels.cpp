@@ -1,10 +1,17 @@
 #include "platform/linux/QtOpenPanels.h"
 
-#include <QCoreApplication>
+#include "platform/linux/KeepOnScreen.h"
+
+#include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QScreen>
+#include <QStandardPaths>
 #include <QUrl>
+#include <QWindow>
 
 #include <memory>
+#include <utility>
 
 namespace tavro {
 
@@ -24,56 +31,132 @@ QString nameFilter(const std::vector<std::string>& fileTypes) {
     return translated("Images") + " (" + patterns.join(' ') + ')';
 }
 
-struct DeleteLater {
-    void operator()(QObject* object) const { object->deleteLater(); }
-};
+QStringList usualFolders() {
+    QStringList folders;
+    for (const auto place :
+         {QStandardPaths::PicturesLocation, QStandardPaths::HomeLocation, QStandardPaths::DesktopLocation,
+          QStandardPaths::DocumentsLocation, QStandardPaths::DownloadLocation})
+        if (const auto folder = QStandardPaths::writableLocation(place); QDir(folder).exists())
+            folders << folder;
+    folders.removeDuplicates();
+    return folders;
+}
 
-class QtOpenPanel final : public OpenPanel {
+std::unique_ptr<QFileDialog> makeDialog(const OpenPanelSettings& settings, const QString& folder) {
+    auto dialog = std::make_unique<QFileDialog>();
+    dialog->setWindowTitle(translated(settings.title));
+    dialog->setAcceptMode(QFileDialog::AcceptOpen);
+    dialog->setFileMode(settings.canChooseDirectories      ? QFileDialog::Directory
+                        : settings.allowsMultipleSelection ? QFileDialog::ExistingFiles
+                                                           : QFileDialog::ExistingFile);
+    dialog->setOption(QFileDialog::ReadOnly, !settings.canCreateDirectories);
+    dialog->setOption(QFileDialog::HideNameFilterDetails);
+    dialog->setWindowModality(Qt::NonModal);
+    if (!settings.allowedFileTypes.empty())
+        dialog->setNameFilter(nameFilter(settings.allowedFileTypes));
+    const auto folders = usualFolders();
+    QList<QUrl> sidebar;
+    for (const auto& usual : folders)
+        sidebar << QUrl::fromLocalFile(usual);
+    dialog->setSidebarUrls(sidebar);
+    dialog->setDirectory(QDir(folder).exists() && !folder.isEmpty() ? folder : folders.value(0));
+    constexpr QSize comfortable(800, 540);
+    dialog->resize(comfortable.boundedTo(dialog->screen()->availableSize() * 0.9));
+    keepOnScreen(*dialog);
+    return dialog;
+}
+
+/// It stands before the window that the user works in, on the same screen.
+void putBefore(QFileDialog& dialog, const QWidget* window) {
+    if (!window || window == &dialog)
+        return;
+    dialog.winId();
+    dialog.windowHandle()->setTransientParent(window->windowHandle());
+}
+
+} // namespace
+
+class QtOpenPanels::Panel final : public OpenPanel, public std::enable_shared_from_this<Panel> {
 public:
-    explicit QtOpenPanel(const OpenPanelSettings& settings)
-        : m_dialog(new QFileDialog) {
-        m_dialog->setWindowTitle(translated(settings.title));
-        m_dialog->setAcceptMode(QFileDialog::AcceptOpen);
-        m_dialog->setFileMode(settings.canChooseDirectories      ? QFileDialog::Directory
-                              : settings.allowsMultipleSelection ? QFileDialog::ExistingFiles
-                                                                 : QFileDialog::ExistingFile);
-        m_dialog->setOption(QFileDialog::ReadOnly, !settings.canCreateDirectories);
-        m_dialog->setOption(QFileDialog::HideNameFilterDetails);
-        m_dialog->setWindowModality(Qt::NonModal);
-        if (!settings.allowedFileTypes.empty())
-            m_dialog->setNameFilter(nameFilter(settings.allowedFileTypes));
+    Panel(QtOpenPanels& panels, OpenPanelSettings settings)
+        : m_panels(panels)
+        , m_settings(std::move(settings)) {}
+    Panel(const Panel&) = delete;
+    Panel& operator=(const Panel&) = delete;
+
+    // It may be in an event of its own.
+    ~Panel() override {
+        if (m_dialog)
+            m_dialog.release()->deleteLater();
     }
 
     // The handler, which may hold this panel, is let go of when it has run.
     void begin(std::function<void(ModalResponse)> completionHandler) override {
-        const auto once = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
+        const auto other = std::exchange(m_panels.m_shown, weak_from_this()).lock();
+        m_handler = std::move(completionHandler);
+        if (other && other->m_dialog && other->m_dialog->isVisible())
+            takeDialogOf(*other);
+        else
+            m_dialog = makeDialog(m_settings, m_panels.m_folder);
         QObject::connect(
             m_dialog.get(), &QDialog::finished, m_dialog.get(),
-            [handler = std::move(completionHandler)](int result) {
-                handler(result == QDialog::Accepted ? ModalResponse::ok : ModalResponse::cancel);
+            [this](int result) {
+                end(result == QDialog::Accepted ? ModalResponse::ok : ModalResponse::cancel);
             },
-            once);
+            Qt::QueuedConnection);
+        putBefore(*m_dialog, QApplication::activeWindow());
         m_dialog->show();
+        m_dialog->raise();
         m_dialog->activateWindow();
     }
 
     std::optional<std::filesystem::path> url() const override {
+        if (!m_dialog || m_dialog->result() != QDialog::Accepted)
+            return std::nullopt;
         const auto urls = m_dialog->selectedUrls();
-        if (m_dialog->result() != QDialog::Accepted || urls.isEmpty() || !urls.front().isLocalFile())
+        if (urls.isEmpty() || !urls.front().isLocalFile())
             return std::nullopt;
         return std::filesystem::path(urls.front().toLocalFile().toStdString());
     }
 
-    void close() override { m_dialog->close(); }
+    void close() override {
+        if (m_dialog)
+            m_dialog->close();
+    }
+
+    void abandon() {
+        m_dialog.reset();
+        m_handler = nullptr;
+    }
 
 private:
-    std::unique_ptr<QFileDialog, DeleteLater> m_dialog;
+    void takeDialogOf(Panel& other) {
+        m_dialog = std::move(other.m_dialog);
+        QObject::disconnect(m_dialog.get(), &QDialog::finished, nullptr, nullptr);
+        other.end(ModalResponse::cancel);
+    }
+
+    void end(ModalResponse response) {
+        const auto self = shared_from_this(); // which the handler may hold alone
+        if (response == ModalResponse::ok)
+            m_panels.m_folder = m_dialog->directory().absolutePath();
+        if (const auto handler = std::exchange(m_handler, nullptr))
+            handler(response);
+    }
+
+    QtOpenPanels& m_panels;
+    const OpenPanelSettings m_settings;
+    std::function<void(ModalResponse)> m_handler; // until the user has decided
+    std::unique_ptr<QFileDialog> m_dialog;
 };
 
-} // namespace
+QtOpenPanels::~QtOpenPanels() {
+    if (const auto shown = m_shown.lock())
+        shown->abandon();
+}
 
 std::shared_ptr<OpenPanel> QtOpenPanels::openPanel(const OpenPanelSettings& settings) {
-    return std::make_shared<QtOpenPanel>(settings);
+    return std::make_shared<Panel>(*this, settings);
 }
 
 } // namespace tavro

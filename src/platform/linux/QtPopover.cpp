@@ -50,6 +50,8 @@ private:
         return QWidget::event(event);
     }
 
+    void hideEvent(QHideEvent*) override { m_popover.m_panel.reset(); }
+
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -80,8 +82,6 @@ QtPopover::~QtPopover() = default;
 
 void QtPopover::setContentSize(Size size) {
     m_size = QSizeF(size.width, size.height).toSize();
-    if (m_frame)
-        m_frame->setFixedSize(m_size);
 }
 
 bool QtPopover::isShown() const {
@@ -90,7 +90,7 @@ bool QtPopover::isShown() const {
 
 void QtPopover::createFrame() {
     m_frame = std::make_unique<Frame>(*this);
-    m_frame->setFixedSize(m_size);
+    QtScreens::onChange(*m_frame, [this] { close(); });
     auto* layout = new QVBoxLayout(m_frame.get());
     layout->setContentsMargins(0, 0, 0, 0);
     if (auto content = m_view ? m_views.makeWidget(*m_view) : nullptr)
@@ -102,7 +102,10 @@ void QtPopover::show(Rect, const StatusBarButton& button, RectEdge) {
     if (!m_frame)
         createFrame();
     const auto place = QtScreens::toToolkit({button.positionOnScreen(), {}}).topLeft();
-    m_frame->move(besidePanel(m_x, place, m_size));
+    const auto beside = besidePanel(m_x, place, m_size);
+    m_frame->setFixedSize(beside.size());
+    m_frame->move(beside.topLeft());
+    m_panel = std::make_unique<PanelWatch>(m_x, place, [this] { close(); });
     m_formerlyActive = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
     m_frame->setHasCompositingManager(m_x.hasCompositingManager());
     m_isClosing = false;

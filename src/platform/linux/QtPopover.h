@@ -6,12 +6,16 @@
 #include <QWidget>
 #include <xcb/xcb.h>
 
+#include <memory>
+
 namespace tavro {
 
+class PanelWatch;
 class XConnection;
 
 /// A frameless window of the toolkit beside the panel. The window manager handles it, so that shortcuts and
-/// screen lockers still get the keyboard; it closes when it loses the focus.
+/// screen lockers still get the keyboard; it closes when it loses the focus, and when the screens or the
+/// place of the panel change.
 class QtPopover final : public Popover {
 public:
     QtPopover(XConnection& x, const Views& views);
@@ -39,8 +43,9 @@ private:
     QSize m_size;
     std::shared_ptr<const View> m_view;
     xcb_window_t m_formerlyActive = XCB_NONE;
-    bool m_isClosing = false;       // until it has lost the focus
-    std::unique_ptr<Frame> m_frame; // from the first time on
+    bool m_isClosing = false;            // until it has lost the focus
+    std::unique_ptr<PanelWatch> m_panel; // while it shows
+    std::unique_ptr<Frame> m_frame;      // from the first time on
 };
 
 } // namespace tavro

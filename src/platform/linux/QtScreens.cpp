@@ -6,7 +6,7 @@
 #include <QScreen>
 #include <QWindow>
 
-#include <cmath>
+#include <xcb/randr.h>
 
 namespace tavro {
 
@@ -16,6 +16,53 @@ namespace {
 QPoint displayOrigin() {
     const auto* primary = QGuiApplication::primaryScreen();
     return primary ? primary->geometry().topLeft() : QPoint();
+}
+
+/// At scales like 1.75 the pixels of a screen are no whole number of points, and the toolkit rounds them: the
+/// RandR monitor tells. The toolkit leaves its corner where the server has it.
+QSizeF exactSize(const QScreen& screen) {
+    const auto rounded = screen.geometry();
+    const auto scale = screen.devicePixelRatio();
+    if (scale == 1)
+        return rounded.size();
+    auto* x = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
+    const XReply<xcb_randr_get_monitors_reply_t> reply(
+        xcb_randr_get_monitors_reply(x, xcb_randr_get_monitors(x, root, true), nullptr));
+    for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); reply && i.rem;
+         xcb_randr_monitor_info_next(&i)) {
+        const auto size = QSizeF(i.data->width, i.data->height) / scale;
+        if (QPoint(i.data->x, i.data->y) == rounded.topLeft() && size.toSize() == rounded.size())
+            return size;
+    }
+    return rounded.size();
+}
+
+/// The line that display coordinates with the origin at the lower left start from.
+double bottomOfPrimary() {
+    const auto* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->geometry().top() + exactSize(*primary).height() : 0;
+}
+
+QRectF exactlyToToolkit(const Rect& rect) {
+    return {rect.origin.x + displayOrigin().x(), bottomOfPrimary() - (rect.origin.y + rect.size.height),
+            rect.size.width, rect.size.height};
+}
+
+Rect exactlyFromToolkit(const QRectF& rect) {
+    return {{rect.x() - displayOrigin().x(), bottomOfPrimary() - (rect.y() + rect.height())},
+            {rect.width(), rect.height()}};
+}
+
+QRect pixelsOf(const QRectF& toolkitArea) {
+    const auto corner = toolkitArea.topLeft();
+    const auto* screen = QGuiApplication::screenAt(corner.toPoint());
+    if (!screen)
+        return {};
+    const auto scale = screen->devicePixelRatio();
+    const QPointF screenCorner = screen->geometry().topLeft();
+    return {(screenCorner + (corner - screenCorner) * scale).toPoint(),
+            (toolkitArea.size() * scale).toSize()};
 }
 
 /// What the toolkit puts in place of a screen when there is none.
@@ -55,8 +102,9 @@ Rect QtScreens::displayBounds(DisplayID display) const {
     for (const auto* screen : QGuiApplication::screens()) {
         if (isPlaceholder(*screen) || identifier(*screen) != display)
             continue;
-        const auto bounds = screen->geometry().translated(-displayOrigin());
-        return {{double(bounds.x()), double(bounds.y())}, {double(bounds.width()), double(bounds.height())}};
+        const auto corner = screen->geometry().topLeft() - displayOrigin();
+        const auto size = exactSize(*screen);
+        return {{double(corner.x()), double(corner.y())}, {size.width(), size.height()}};
     }
     return {};
 }
@@ -68,36 +116,38 @@ std::string QtScreens::connector(const Screen& screen) const {
     return {};
 }
 
-// The toolkit scales a screen's size and leaves its corner where the server has it.
 QRect QtScreens::rootPixels(const Rect& area) {
-    const auto corner = QPointF(area.origin.x, area.origin.y) + displayOrigin();
-    const auto* screen = QGuiApplication::screenAt(corner.toPoint());
-    if (!screen)
-        return {};
-    const auto scale = screen->devicePixelRatio();
-    const QPointF screenCorner = screen->geometry().topLeft();
-    return {(screenCorner + (corner - screenCorner) * scale).toPoint(),
-            (QSizeF(area.size.width, area.size.height) * scale).toSize()};
+    return pixelsOf(
+        {QPointF(area.origin.x, area.origin.y) + displayOrigin(), QSizeF(area.size.width, area.size.height)});
+}
+
+QRect QtScreens::framePixels(const Rect& frame) {
+    return pixelsOf(exactlyToToolkit(frame));
+}
+
+void QtScreens::onChange(QObject& context, const std::function<void()>& handler) {
+    const auto watch = [&context, handler](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &context, handler, Qt::QueuedConnection);
+    };
+    for (auto* screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &context, watch);
+    for (const auto change : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
+        QObject::connect(qGuiApp, change, &context, handler, Qt::QueuedConnection);
 }
 
 Rect QtScreens::fromToolkit(const QRect& rect) {
-    const auto* primary = QGuiApplication::primaryScreen();
-    const double bottom = primary ? primary->geometry().top() + primary->geometry().height() : 0;
-    return {{double(rect.x() - displayOrigin().x()), bottom - (rect.y() + rect.height())},
-            {double(rect.width()), double(rect.height())}};
+    return exactlyFromToolkit(rect);
 }
 
 QRect QtScreens::toToolkit(const Rect& rect) {
-    const auto* primary = QGuiApplication::primaryScreen();
-    const double bottom = primary ? primary->geometry().top() + primary->geometry().height() : 0;
-    return QRectF(rect.origin.x + displayOrigin().x(), bottom - (rect.origin.y + rect.size.height),
-                  rect.size.width, rect.size.height)
-        .toRect();
+    return exactlyToToolkit(rect).toRect();
 }
 
 Screen QtScreens::describe(const QScreen& screen) const {
     const auto number = static_cast<std::uint32_t>(identifier(screen));
-    return {fromToolkit(screen.geometry()), {{"NSScreenNumber", number}}};
+    return {exactlyFromToolkit({screen.geometry().topLeft(), exactSize(screen)}),
+            {{"NSScreenNumber", number}}};
 }
 
 DisplayID QtScreens::identifier(const QScreen& screen) const {

@@ -5,6 +5,9 @@
 #include <QPoint>
 #include <QRect>
 
+#include <functional>
+
+class QObject;
 class QScreen;
 
 namespace tavro {
@@ -28,6 +31,12 @@ public:
     /// The pixels of the root window that an area in display coordinates covers; empty for one that does
     /// not begin on a screen.
     static QRect rootPixels(const Rect& area);
+    /// The same for a window's frame, whose origin is at the lower left.
+    static QRect framePixels(const Rect& frame);
+
+    /// Runs the handler, a little later, whenever a screen comes, goes or changes, as long as the object
+    /// lives.
+    static void onChange(QObject& context, const std::function<void()>& handler);
 
     /// Between our coordinates and the toolkit's (origin at the upper left, y downwards).
     static Rect fromToolkit(const QRect& rect);

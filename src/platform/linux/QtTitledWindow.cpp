@@ -1,6 +1,7 @@
 #include "platform/linux/QtTitledWindow.h"
 
 #include "platform/linux/QtImages.h"
+#include "platform/linux/KeepOnScreen.h"
 #include "platform/linux/QtScreens.h"
 
 #include <QCloseEvent>
@@ -17,6 +18,7 @@ public:
         setAttribute(Qt::WA_QuitOnClose, false);
         setFixedSize(contentSize);
         setWindowIcon(QIcon(QString::fromStdString(QtImages::resourcePath({"tavropro"}))));
+        keepOnScreen(*this);
     }
 
 private:

@@ -26,6 +26,9 @@ public:
         create();
     }
 
+    /// Before the toolkit rounds it.
+    void setExactSize(const QSizeF& size) { m_exactSize = size; }
+
     void setBackground(const QColor& color) {
         m_background = color;
         changed();
@@ -52,6 +55,9 @@ private:
 
     void paintEvent(QPaintEvent* event) override { flush(event->region()); }
 
+    // What is exposed by a last pixel may be told before the size is.
+    void resizeEvent(QResizeEvent*) override { changed(); }
+
     void changed() {
         m_isPainted = false;
         if (isExposed())
@@ -73,16 +79,16 @@ private:
     }
 
     void paint(QPaintDevice& device) const {
-        const QRect area(QPoint(0, 0), size());
         QPainter painter(&device);
         painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.fillRect(area, m_background);
+        painter.fillRect(QRect(QPoint(0, 0), size()), m_background);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         if (m_view)
-            m_painter(*m_view, painter, area);
+            m_painter(*m_view, painter, {{0, 0}, m_exactSize.toSize() == size() ? m_exactSize : size()});
     }
 
     const ViewPainter& m_painter;
+    QSizeF m_exactSize;
     QColor m_background = Qt::transparent;
     std::shared_ptr<const View> m_view;
     QBackingStore m_pixels{this};
@@ -114,6 +120,8 @@ void QtWindow::setBackgroundColor(Color color) {
 // might do so after we have moved it again.
 void QtWindow::setFrame(Rect frame, bool) {
     m_frame = frame;
+    if (m_surface)
+        m_surface->setExactSize({frame.size.width, frame.size.height});
     if (m_surface && m_surface->isVisible())
         m_surface->setGeometry(QtScreens::toToolkit(frame));
     updateShape();
@@ -170,10 +178,20 @@ void QtWindow::show() {
                            m_behavior & WindowCollectionBehavior::ignoresCycle, m_ignoresMouseEvents);
     m_surface->setVisible(true);
     if (isInDesktopLayer())
-        m_desktopLayer.shown(number);
+        m_desktopLayer.shown(number, exactPlace());
     if (isFloating())
         m_surface->raise();
     updateShape();
+}
+
+// What the toolkit paints is rounded to points: it may miss the last pixel of the screen, where what lies
+// below shows, or reach into the next screen, where the window is cut.
+QRect QtWindow::exactPlace() const {
+    const auto scale = m_surface->devicePixelRatio();
+    const auto pixels = QtScreens::framePixels(m_frame);
+    if (scale == 1 || pixels.isEmpty())
+        return {};
+    return {pixels.topLeft(), pixels.size().boundedTo((QSizeF(m_surface->size()) * scale).toSize())};
 }
 
 // Without a compositing manager what is transparent shows as black, and has to be cut away.

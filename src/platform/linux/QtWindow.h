@@ -3,6 +3,8 @@
 #include "platform/Window.h"
 #include "platform/linux/Views.h"
 
+#include <QRect>
+
 #include <memory>
 
 namespace tavro {
@@ -46,6 +48,7 @@ private:
     class Surface;
 
     void show();
+    QRect exactPlace() const;
     void updateShape();
     bool isInDesktopLayer() const;
     bool isFloating() const { return m_level >= WindowLevel::floating; }

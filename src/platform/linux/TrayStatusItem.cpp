@@ -141,7 +141,7 @@ void TrayStatusItem::popUpAtPointer(const std::shared_ptr<Menu>& menu) {
     m_popUp = std::make_unique<QMenu>();
     fill(*m_popUp, *menu);
     QObject::connect(m_popUp.get(), &QMenu::aboutToHide, m_popUp.get(), [this, menu] { closed(menu); });
-    m_popUp->popup(besidePanel(m_x, QCursor::pos(), m_popUp->sizeHint()));
+    m_popUp->popup(besidePanel(m_x, QCursor::pos(), m_popUp->sizeHint()).topLeft());
 }
 
 void TrayStatusItem::closed(const std::shared_ptr<Menu>& menu) {

@@ -105,6 +105,16 @@ void DesktopTest::clickItem(Input::Button button) {
     input.click(tray.itemPlace(), button);
 }
 
+void DesktopTest::openPreferences() {
+    clickItem(Input::Button::right);
+    ASSERT_TRUE(server.eventually("the menu", [this] { return !server.menus().empty(); }));
+    const auto menu = server.place(server.menus().front());
+    constexpr int middleOfFirst = 12;
+    input.click({menu.x + menu.width / 2, menu.y + middleOfFirst}, Input::Button::left);
+    EXPECT_TRUE(server.eventually("the end of the menu", [this] { return server.menus().empty(); }));
+    parkPointer();
+}
+
 testing::AssertionResult DesktopTest::closeMenu() {
     return server.eventually("no menu", [this] {
         if (server.menus().empty())

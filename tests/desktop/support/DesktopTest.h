@@ -35,6 +35,8 @@ protected:
     /// presented in a session without one, it must have said so once.
     static std::string complaints(TavroProcess& tavro);
     void clickItem(Input::Button button);
+    /// By the first entry of the item's menu, which the panel draws; returns when it has closed.
+    void openPreferences();
     /// Escape, until no menu is open: one that has just opened may not have the keyboard yet.
     testing::AssertionResult closeMenu();
     /// Until the tray shows the item, with the microphone's button or without, and takes clicks on it.
