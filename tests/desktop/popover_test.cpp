@@ -73,7 +73,7 @@ TEST_F(Popover, TheSwitchHasItsColoursAndKeepsTheApplicationThatWasInFront) {
     auto tavro = launchWithPopover();
     const Point leftEnd{262, 101}, rightEnd{314, 101};
     EXPECT_TRUE(server.eventually("the knob at the left end", [&] {
-        return pixel(*tavro, {274, 101}) == 0xFFFFFF && pixel(*tavro, rightEnd) == 0xA0A0A4;
+        return pixel(*tavro, {274, 101}) == 0xFFFFFF && pixel(*tavro, rightEnd) == 0x808080;
     }));
     EXPECT_EQ(pixel(*tavro, leftEnd), 0xFFFFFFu);
     clickIn(*tavro, bigSwitch);

@@ -1,6 +1,7 @@
 #include "platform/linux/QtOpenPanels.h"
 
 #include <QFileDialog>
+#include <QStandardPaths>
 #include <QUrl>
 
 #include <memory>
@@ -35,6 +36,7 @@ public:
         m_dialog->setOption(QFileDialog::ReadOnly, !settings.canCreateDirectories);
         m_dialog->setOption(QFileDialog::HideNameFilterDetails);
         m_dialog->setWindowModality(Qt::NonModal);
+        m_dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
         if (!settings.allowedFileTypes.empty())
             m_dialog->setNameFilter(nameFilter(settings.allowedFileTypes));
     }
