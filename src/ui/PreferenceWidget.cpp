@@ -8,13 +8,13 @@
 #include "platform/Process.h"
 #include "preferences/PreferenceView.h"
 #include "ui/Divider.h"
+#include "ui/PushButton.h"
 #include "ui/Recorder.h"
 #include "ui/RowLabel.h"
 #include "ui/Translation.h"
 #include "ui/WallpaperPreview.h"
 
 #include <QCheckBox>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace tavro {
@@ -22,13 +22,6 @@ namespace tavro {
 namespace {
 
 constexpr int spacing = 8;
-
-/// Return presses it as well as Space.
-QPushButton* makeButton(const char* text, QWidget* parent) {
-    auto* button = new QPushButton(translated(text), parent);
-    button->setAutoDefault(true);
-    return button;
-}
 
 /// Later, since observers are told before what they observe has changed.
 template <class Block>
@@ -96,8 +89,8 @@ void PreferenceWidget::addWallpaperRow() {
     m_preview->setAccessibleName(translated("Wallpaper"));
     column->addWidget(m_preview);
     auto* buttons = new QHBoxLayout;
-    auto* select = makeButton("Select...", this);
-    m_remove = makeButton("Remove", this);
+    auto* select = new PushButton(translated("Select..."), this);
+    m_remove = new PushButton(translated("Remove"), this);
     connect(select, &QPushButton::clicked, this, [this] { m_general.chooseWallpaper(); });
     connect(m_remove, &QPushButton::clicked, this, [this, select] {
         select->setFocus(); // the button goes, and the focus stays near

@@ -1,9 +1,9 @@
 #include "ui/ToogleButton.h"
 
+#include "ui/PushButton.h"
 #include "ui/TextPainting.h"
 
 #include <QFocusEvent>
-#include <QKeyEvent>
 #include <QPainter>
 
 namespace tavro {
@@ -30,11 +30,8 @@ void ToogleButton::keepState() {
 }
 
 void ToogleButton::keyPressEvent(QKeyEvent* event) {
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!isReturn)
-        return QAbstractButton::keyPressEvent(event);
-    if (!event->isAutoRepeat())
-        click();
+    if (!pressWithReturn(*this, *event))
+        QAbstractButton::keyPressEvent(event);
 }
 
 void ToogleButton::paintEvent(QPaintEvent*) {

@@ -1,8 +1,9 @@
 #include "ui/ToolbarWidget.h"
 
+#include "ui/PushButton.h"
+
 #include <QButtonGroup>
 #include <QHBoxLayout>
-#include <QPushButton>
 
 namespace tavro {
 
@@ -17,10 +18,9 @@ ToolbarWidget::ToolbarWidget(const Toolbar& toolbar) {
     side->setSpacing(0);
     auto* group = new QButtonGroup(this);
     for (const auto& tab : toolbar.tabs) {
-        auto* button = new QPushButton(QString::fromStdString(tab), segments);
+        auto* button = new PushButton(QString::fromStdString(tab), segments);
         button->setCheckable(true);
         button->setAutoExclusive(true); // so that it says what it is: one of several
-        button->setAutoDefault(true);   // Return presses it as well as Space
         group->addButton(button, static_cast<int>(group->buttons().size()));
         side->addWidget(button);
     }
