@@ -32,6 +32,9 @@ TEST(XSettings, EndWhereTheBytesAreNotAsTheProtocolSays) {
         const std::vector<char> cut(little.begin(), little.begin() + static_cast<std::ptrdiff_t>(size));
         EXPECT_FALSE(textsOfXSettings({cut.data(), cut.size()}).contains("Font")) << size;
     }
+    auto ofUnknownType = big;
+    ofUnknownType[12] = 3;
+    EXPECT_EQ(textsOfXSettings(ofUnknownType), Texts{});
     for (std::size_t place = 0; place < little.size(); ++place) {
         auto damaged = little;
         damaged[place] = '\xFF';

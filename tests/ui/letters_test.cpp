@@ -107,8 +107,8 @@ TEST_P(LettersTest, FitIntoThePreferences) {
         if (text.isEmpty() || dynamic_cast<Recorder*>(child))
             continue;
         SCOPED_TRACE(text.toStdString());
-        const auto needed = child->fontMetrics().boundingRect(QRect(0, 0, child->width(), 1000),
-                                                              label ? Qt::TextWordWrap : 0, text);
+        const auto needed = child->fontMetrics().boundingRect(
+            QRect(0, 0, child->width(), 1000), label && label->wordWrap() ? Qt::TextWordWrap : 0, text);
         EXPECT_LE(needed.width(), child->width());
         EXPECT_LE(needed.height(), child->height());
         EXPECT_TRUE(window.rect().contains(QRect(child->mapTo(&window, QPoint()), child->size())));
