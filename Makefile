@@ -33,7 +33,7 @@ tidy: ## clang-tidy over the sources.
 	@tools/tidy build/$(PRESET)
 
 format: ## Formats the sources.
-	@git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format -i
+	@git ls-files -z --cached --others --exclude-standard '*.h' '*.cpp' | xargs -0 clang-format -i
 
 clean:
 	@rm -rf build

@@ -3,6 +3,7 @@
 #include "platform/linux/LinuxMachine.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/StreamLog.h"
+#include "ui/Translation.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>
@@ -60,6 +61,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationDisplayName("TavroPRO");
     QApplication::setDesktopFileName("com.vantrelo.TavroPRO");
     QApplication application(argc, argv);
+    tavro::installTranslations(application);
     QPixmapCache::setCacheLimit(0); // an entry would wake the process later, to be dropped
 
     tavro::SingleInstance instance;

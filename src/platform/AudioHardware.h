@@ -48,6 +48,12 @@ struct AudioObjectPropertyAddress {
 /// A string property, a 32-bit number, a 32-bit float, or an array of 32-bit numbers.
 using AudioPropertyValue = std::variant<std::string, std::uint32_t, float, std::vector<std::uint32_t>>;
 
+/// The bytes of a number, and of an element of an array.
+inline constexpr std::uint32_t audioPropertyWordSize = 4;
+/// The bytes of a property: 8 for a string (one reference), a word for a number, and for each element of an
+/// array.
+std::uint32_t sizeOf(const AudioPropertyValue& value);
+
 /// What is called when a property of an object has changed. The platform knows a listener by the very object
 /// that was registered.
 using AudioPropertyListener = std::shared_ptr<const std::function<void()>>;
@@ -59,8 +65,7 @@ class AudioHardware {
 public:
     virtual ~AudioHardware() = default;
 
-    /// The bytes of a property: 8 for a string (one reference), 4 for a number, 4 for each element of an
-    /// array.
+    /// The bytes of a property; see `sizeOf`.
     virtual OSStatus getPropertyDataSize(AudioObjectID object, const AudioObjectPropertyAddress& address,
                                          std::uint32_t& size) const = 0;
     /// Reads at most `size` bytes' worth into `value`, which keeps what it held on failure. A size that does

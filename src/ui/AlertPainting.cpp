@@ -2,6 +2,7 @@
 
 #include "ui/Pixels.h"
 #include "ui/TextPainting.h"
+#include "ui/Translation.h"
 
 #include <QFontMetricsF>
 #include <QIcon>
@@ -48,7 +49,7 @@ void paintAlert(const AlertContent& content, QPainter& painter, const QRectF& ar
         toolkitIcon(*content.image).paint(&painter, place.toRect());
     }
     painter.setPen(toolkitColor(AlertContent::textColor));
-    paintFittedText(painter, stack, Qt::AlignHCenter | Qt::AlignBottom, QString::fromStdString(content.text));
+    paintFittedText(painter, stack, Qt::AlignHCenter | Qt::AlignBottom, translated(content.text));
 }
 
 } // namespace tavro

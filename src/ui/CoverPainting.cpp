@@ -1,6 +1,7 @@
 #include "ui/CoverPainting.h"
 
 #include "ui/Pixels.h"
+#include "ui/Translation.h"
 
 #include <QPainter>
 
@@ -24,7 +25,7 @@ struct ContentPainter {
     }
 
     void operator()(const CenteredText& content) const {
-        painter.drawText(area, Qt::AlignCenter, QString::fromStdString(content.text));
+        painter.drawText(area, Qt::AlignCenter, translated(content.text));
     }
 };
 

@@ -104,7 +104,7 @@ void RecorderCocoa::setText(const std::string& text) {
 }
 
 void RecorderCocoa::setPlaceholder(const std::string& text) {
-    const auto placeholder = QString::fromStdString(text);
+    const auto placeholder = translated(text);
     setPlaceholderText(placeholder);
     setAccessibleDescription(placeholder); // also while a combination is shown
 }
@@ -139,11 +139,10 @@ void RecorderCocoa::beep() {
 }
 
 void RecorderCocoa::showWarning(const std::string& message, const std::string& information) {
-    QMessageBox alert(QMessageBox::Warning, QString(), QString::fromStdString(message), QMessageBox::Ok,
-                      window());
-    alert.setInformativeText(QString::fromStdString(information));
+    QMessageBox alert(QMessageBox::Warning, QString(), translated(message), QMessageBox::Ok, window());
+    alert.setInformativeText(translated(information));
     alert.setWindowModality(Qt::WindowModal);
-    if (const auto icon = QApplication::windowIcon(); !icon.isNull())
+    if (const auto icon = window()->windowIcon(); !icon.isNull())
         alert.setIconPixmap(icon.pixmap(alert.iconPixmap().size()));
     alert.exec();
 }

@@ -7,9 +7,11 @@
 
 namespace tavro {
 
+/// Chooses the language of the user's environment, for the product's texts and the toolkit's own. Once,
+/// before the first text is shown; English where there is no translation.
+void installTranslations(QCoreApplication& application);
+
 /// A text of the product in the user's language; as it stands where there is no translation.
-inline QString translated(const std::string& text) {
-    return QCoreApplication::translate("TavroPRO", text.c_str());
-}
+QString translated(const std::string& text);
 
 } // namespace tavro

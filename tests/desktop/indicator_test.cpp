@@ -1,37 +1,16 @@
 #include "support/ClientApplication.h"
-#include "support/DesktopTest.h"
+#include "support/MachineTest.h"
 
 #include "audio/AlertView.h"
 #include "platform/ControlStrip.h"
-#include "platform/Process.h"
 #include "platform/Window.h"
-#include "platform/linux/LinuxMachine.h"
-#include "platform/linux/StreamLog.h"
-#include "ui/ViewPainting.h"
 
 #include <QApplication>
 
 #include <algorithm>
 
-namespace {
-
-tavro::TerminationSignals& terminationSignals() {
-    static tavro::TerminationSignals signals;
-    return signals;
-}
-
-} // namespace
-
-/// The machine in the test's own process, on the session's desktop.
-class Indicator : public DesktopTest {
+class Indicator : public MachineTest {
 protected:
-    testing::AssertionResult shows(const std::string& what, const std::function<bool()>& condition) {
-        return server.eventually(what, [&] {
-            QCoreApplication::processEvents();
-            return condition();
-        });
-    }
-
     static xcb_window_t number(const tavro::AlertView& alert) {
         return static_cast<xcb_window_t>(alert.window->windowNumber());
     }
@@ -42,14 +21,6 @@ protected:
 
     static constexpr Rect place{860, 750, 200, 200};
     static constexpr Rect trayEnd{1896, 0, 24, 28};
-
-    tavro::StreamLog log;
-    tavro::LinuxMachine machine{tavro::XConnection::open(log),
-                                log,
-                                terminationSignals(),
-                                {&tavro::paintView, &tavro::makeWidget},
-                                config.path() / "defaults.plist"};
-    tavro::Process process{machine};
 };
 
 TEST_F(Indicator, StandsAboveAllAtItsPlaceWithRoundCornersAndTakesNothing) {

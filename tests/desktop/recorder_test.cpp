@@ -1,12 +1,8 @@
-#include "support/DesktopTest.h"
+#include "support/MachineTest.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "platform/KeyboardLayout.h"
-#include "platform/Process.h"
-#include "platform/linux/LinuxMachine.h"
-#include "platform/linux/StreamLog.h"
 #include "ui/RecorderCocoa.h"
-#include "ui/ViewPainting.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -20,18 +16,13 @@ namespace {
 using namespace tavro::KeyboardShortcuts;
 using Key = Input::Key;
 
-tavro::TerminationSignals& terminationSignals() {
-    static tavro::TerminationSignals signals;
-    return signals;
-}
-
 } // namespace
 
-/// Two fields in a window between other windows, on the machine in the test's own process.
-class Recorder : public DesktopTest {
+/// Two fields in a window between other windows.
+class Recorder : public MachineTest {
 protected:
     void SetUp() override {
-        DesktopTest::SetUp();
+        MachineTest::SetUp();
         setShortcut(Shortcut(46, 768), name);
         onKeyDown(name, [this] { ++fired; });
         window = std::make_unique<QWidget>();
@@ -54,12 +45,6 @@ protected:
         DesktopTest::TearDown();
     }
 
-    testing::AssertionResult shows(const std::string& what, const std::function<bool()>& condition) {
-        return server.eventually(what, [&] {
-            QCoreApplication::processEvents();
-            return condition();
-        });
-    }
     void click(const QWidget& widget, QPoint place) {
         const auto global = widget.mapToGlobal(place);
         input.click({global.x(), global.y()}, Input::Button::left);
@@ -113,13 +98,6 @@ protected:
         return said;
     }
 
-    tavro::StreamLog log;
-    tavro::LinuxMachine machine{tavro::XConnection::open(log),
-                                log,
-                                terminationSignals(),
-                                {&tavro::paintView, &tavro::makeWidget},
-                                config.path() / "defaults.plist"};
-    tavro::Process process{machine};
     const Name name{"test"};
     std::unique_ptr<QWidget> window;
     tavro::RecorderCocoa* field = nullptr;

@@ -152,6 +152,21 @@ TEST_F(QtImagesTest, PicturesAreReadByTheirContentsAndKeptAsPng) {
     EXPECT_TRUE(log.takeDiagnosed().empty());
 }
 
+TEST_F(QtImagesTest, AFileIsDecodedAgainOnlyWhenItHasChanged) {
+    const auto file = folder.path() / "picture.png";
+    const auto first = read(encoded("png"));
+    ASSERT_TRUE(first);
+    EXPECT_EQ(images.contentsOf(file)->pixels, first->pixels);
+    const auto other = folder.path() / "other.png";
+    std::filesystem::copy(file, other);
+    std::filesystem::rename(other, file);
+    const auto second = images.contentsOf(file);
+    ASSERT_TRUE(second);
+    EXPECT_NE(second->pixels, first->pixels);
+    std::filesystem::remove(file);
+    EXPECT_FALSE(images.contentsOf(file));
+}
+
 TEST_F(QtImagesTest, WhatIsNoWholePictureWithinTheBoundsIsNone) {
     const auto png = encoded("png"), jpeg = encoded("jpeg"), progressive = encoded("jpeg", true),
                heif = heic();

@@ -106,6 +106,7 @@ std::optional<std::string> AutostartEntry::registerService() {
         {"Type", "Application"},
         {"Name", "TavroPRO"},
         {"Comment", "Makes the desktop presentable with one action"},
+        {"Icon", "com.vantrelo.TavroPRO"},
         {"Exec", commandLine(m_program.string())},
         {"X-GNOME-Autostart-enabled", "true"}, // for settings that only change what is there
     };

@@ -11,15 +11,6 @@ namespace {
 using Clock = PulseConnection::Clock;
 
 constexpr std::chrono::milliseconds longestFirstWait{300}, longestWait{500}, longestWaitsPerTurn{2000};
-constexpr std::uint32_t wordSize = 4, stringSize = 8;
-
-std::uint32_t sizeOf(const AudioPropertyValue& value) {
-    if (std::holds_alternative<std::string>(value))
-        return stringSize;
-    if (const auto* words = std::get_if<std::vector<std::uint32_t>>(&value))
-        return static_cast<std::uint32_t>(words->size()) * wordSize;
-    return wordSize;
-}
 
 std::uint32_t directionOf(const PulseDevice& device) {
     return device.kind == PulseDeviceKind::sink ? kAudioObjectPropertyScopeOutput
@@ -123,7 +114,7 @@ OSStatus PulseAudioHardware::getPropertyData(AudioObjectID object, const AudioOb
     if (const auto status = read(object, address, found))
         return status;
     if (auto* words = std::get_if<std::vector<std::uint32_t>>(&found))
-        words->resize(std::min<std::size_t>(words->size(), size / wordSize));
+        words->resize(std::min<std::size_t>(words->size(), size / audioPropertyWordSize));
     else if (size != sizeOf(found))
         return kAudioHardwareBadPropertySizeError;
     value = std::move(found);
@@ -143,7 +134,7 @@ OSStatus PulseAudioHardware::setPropertyData(AudioObjectID object, const AudioOb
     if (address.selector != kAudioDevicePropertyMute)
         return kAudioHardwareUnspecifiedError;
     const auto* word = std::get_if<std::uint32_t>(&value);
-    if (size != wordSize || !word)
+    if (size != audioPropertyWordSize || !word)
         return kAudioHardwareBadPropertySizeError;
     return setMute(object, *word != 0);
 }

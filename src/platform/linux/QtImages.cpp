@@ -50,8 +50,14 @@ QtImages::QtImages(std::filesystem::path heifProgram, Log& log)
 
 std::optional<Image> QtImages::contentsOf(const std::filesystem::path& file) const {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error) || isCutOffJpeg(file))
+    if (!std::filesystem::is_regular_file(file, error))
         return std::nullopt; // never wait on a pipe or a device
+    return m_recent.contentsOf(file, [this](const auto& path) { return decoded(path); });
+}
+
+std::optional<Image> QtImages::decoded(const std::filesystem::path& file) const {
+    if (isCutOffJpeg(file))
+        return std::nullopt;
     const auto path = QString::fromStdString(file.string());
     if (isHeif(path)) {
         auto png = heifAsPng(file);

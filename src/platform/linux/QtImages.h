@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Images.h"
+#include "platform/linux/RecentPicture.h"
 
 class QByteArray;
 class QImage;
@@ -25,10 +26,12 @@ public:
     static std::string resourcePath(const NamedImage& image);
 
 private:
+    std::optional<Image> decoded(const std::filesystem::path& file) const;
     QByteArray heifAsPng(const std::filesystem::path& file) const;
 
     const std::filesystem::path m_heifProgram;
     Log& m_log;
+    mutable RecentPicture m_recent;
 };
 
 } // namespace tavro

@@ -1,5 +1,6 @@
 #include "platform/linux/QtOpenPanels.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QStandardPaths>
 #include <QUrl>
@@ -10,6 +11,10 @@ namespace tavro {
 
 namespace {
 
+QString translated(const std::string& text) {
+    return QCoreApplication::translate("TavroPRO", text.c_str());
+}
+
 /// Endings in either case: some choosers tell them apart.
 QString nameFilter(const std::vector<std::string>& fileTypes) {
     QStringList patterns;
@@ -17,7 +22,7 @@ QString nameFilter(const std::vector<std::string>& fileTypes) {
         const auto ending = "*." + QString::fromStdString(type);
         patterns << ending << ending.toUpper();
     }
-    return QFileDialog::tr("Images") + " (" + patterns.join(' ') + ')';
+    return translated("Images") + " (" + patterns.join(' ') + ')';
 }
 
 struct DeleteLater {
@@ -28,7 +33,7 @@ class QtOpenPanel final : public OpenPanel {
 public:
     explicit QtOpenPanel(const OpenPanelSettings& settings)
         : m_dialog(new QFileDialog) {
-        m_dialog->setWindowTitle(QString::fromStdString(settings.title));
+        m_dialog->setWindowTitle(translated(settings.title));
         m_dialog->setAcceptMode(QFileDialog::AcceptOpen);
         m_dialog->setFileMode(settings.canChooseDirectories      ? QFileDialog::Directory
                               : settings.allowsMultipleSelection ? QFileDialog::ExistingFiles

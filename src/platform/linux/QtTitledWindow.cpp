@@ -1,5 +1,6 @@
 #include "platform/linux/QtTitledWindow.h"
 
+#include "platform/linux/QtImages.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/WindowRole.h"
 
@@ -21,6 +22,7 @@ public:
         announceWindows();
         setAccessibleName(QGuiApplication::applicationDisplayName()); // also where it has no title
         setFixedSize(contentSize);
+        setWindowIcon(QIcon(QString::fromStdString(QtImages::resourcePath({"tavropro"}))));
     }
 
 private:

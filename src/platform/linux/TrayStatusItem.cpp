@@ -31,7 +31,7 @@ unsigned modifierFlags(Qt::KeyboardModifiers modifiers) {
 void fill(QMenu& widget, const Menu& menu) {
     widget.setTitle(QString::fromStdString(menu.title));
     for (const auto& item : menu.items) {
-        auto* action = widget.addAction(QString::fromStdString(item.title));
+        auto* action = widget.addAction(QCoreApplication::translate("TavroPRO", item.title.c_str()));
         action->setEnabled(item.action != nullptr);
         if (item.action)
             QObject::connect(action, &QAction::triggered, action, [run = item.action] { run(); });

@@ -6,22 +6,11 @@ namespace tavro {
 
 namespace {
 
-constexpr std::uint32_t wordSize = 4;
-constexpr std::uint32_t stringSize = 8;
-
 std::string text(std::uint32_t code) {
     std::string characters;
     for (const int shift : {24, 16, 8, 0})
         characters += static_cast<char>(code >> shift & 0xff);
     return characters;
-}
-
-std::uint32_t sizeOf(const AudioPropertyValue& value) {
-    if (std::holds_alternative<std::string>(value))
-        return stringSize;
-    if (const auto* words = std::get_if<std::vector<std::uint32_t>>(&value))
-        return static_cast<std::uint32_t>(words->size()) * wordSize;
-    return wordSize;
 }
 
 const SimulatedAudioSide* sideOf(const SimulatedAudioDevice& device, std::uint32_t scope) {
@@ -65,7 +54,7 @@ OSStatus SimulatedAudioHardware::getPropertyData(AudioObjectID object,
         return status;
     auto current = *property(object, address);
     if (auto* words = std::get_if<std::vector<std::uint32_t>>(&current))
-        words->resize(std::min<std::size_t>(words->size(), size / wordSize));
+        words->resize(std::min<std::size_t>(words->size(), size / audioPropertyWordSize));
     else if (size != sizeOf(current))
         return kAudioHardwareBadPropertySizeError;
     value = std::move(current);
@@ -89,7 +78,7 @@ OSStatus SimulatedAudioHardware::setPropertyData(AudioObjectID object,
         return status;
     if (address.selector != kAudioDevicePropertyMute)
         return kAudioHardwareUnspecifiedError;
-    if (size != wordSize || !word)
+    if (size != audioPropertyWordSize || !word)
         return kAudioHardwareBadPropertySizeError;
     change(muteFlag(object, address.scope), *word != 0, {object, address});
     return noErr;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "DesktopTest.h"
+
+#include "platform/Process.h"
+#include "platform/linux/LinuxMachine.h"
+#include "platform/linux/StreamLog.h"
+#include "ui/ViewPainting.h"
+
+#include <QCoreApplication>
+
+/// The machine in the test's own process, on the session's desktop.
+class MachineTest : public DesktopTest {
+protected:
+    testing::AssertionResult shows(const std::string& what, const std::function<bool()>& condition) {
+        return server.eventually(what, [&] {
+            QCoreApplication::processEvents();
+            return condition();
+        });
+    }
+
+    /// One for the process, whose signals they are.
+    static tavro::TerminationSignals& terminationSignals() {
+        static tavro::TerminationSignals signals;
+        return signals;
+    }
+
+    tavro::StreamLog log;
+    tavro::LinuxMachine machine{tavro::XConnection::open(log),
+                                log,
+                                terminationSignals(),
+                                {&tavro::paintView, &tavro::makeWidget},
+                                config.path() / "defaults.plist"};
+    tavro::Process process{machine};
+};
