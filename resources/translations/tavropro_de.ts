@@ -76,6 +76,10 @@
         <translation>Tasten drücken</translation>
     </message>
     <message>
+        <source>Clear</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
         <source>This keyboard shortcut cannot be used as it's already a system-wide keyboard shortcut.</source>
         <translation>Dieser Tastaturkurzbefehl kann nicht verwendet werden, da er bereits systemweit vergeben ist.</translation>
     </message>

@@ -9,6 +9,7 @@ namespace tavro {
 /// left end. In points.
 struct CustomToogleStyle {
     static constexpr double labelWidth = 200;
+    static constexpr Color offColor{0.5, 0.5, 0.5, 1};
 
     double size = 0; // the knob's diameter
     LinearGradient linearColors;

@@ -1,6 +1,7 @@
 #include "ui/AlertPainting.h"
 
 #include "ui/Pixels.h"
+#include "ui/TextPainting.h"
 #include "ui/Translation.h"
 
 #include <QFontMetricsF>
@@ -48,7 +49,7 @@ void paintAlert(const AlertContent& content, QPainter& painter, const QRectF& ar
         toolkitIcon(*content.image).paint(&painter, place.toRect());
     }
     painter.setPen(toolkitColor(AlertContent::textColor));
-    painter.drawText(stack, Qt::AlignHCenter | Qt::AlignBottom, translated(content.text));
+    paintFittedText(painter, stack, Qt::AlignHCenter | Qt::AlignBottom, translated(content.text));
 }
 
 } // namespace tavro

@@ -27,7 +27,7 @@ ContentWidget::ContentWidget(const ContentView& view)
     stack->setSpacing(spacing);
     stack->addStretch();
     stack->addWidget(makeHeader());
-    stack->addWidget(makeDivider(this));
+    stack->addWidget(new Divider(this));
     stack->addWidget(makeRows());
     stack->addStretch();
     refresh();
@@ -80,9 +80,15 @@ void ContentWidget::refresh() {
     m_switch->setIsOn(m_view.settings.tavroIsOn());
     const auto& options = m_view.settings.options();
     for (std::size_t i = 0; i < m_rows.size() && i < options.size(); ++i)
-        m_rows[i]->setChecked(options[i].isOn);
+        m_rows[i]->setIsOn(options[i].isOn);
     if (const auto banner = m_view.banner(); banner && !m_banner)
         showBanner(*banner);
+}
+
+// No button has the focus before somebody moves it there.
+void ContentWidget::showEvent(QShowEvent* event) {
+    setFocus();
+    QWidget::showEvent(event);
 }
 
 // Once it is known that there is a newer version, that stays so.

@@ -17,6 +17,9 @@ class ContentWidget final : public QWidget {
 public:
     explicit ContentWidget(const ContentView& view);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QWidget* makeHeader();
     QWidget* makeRows();

@@ -52,7 +52,7 @@ CustomToogleButton::CustomToogleButton(const QString& label, const CustomToogleS
 void CustomToogleButton::setIsOn(bool isOn) {
     if (isOn == isChecked())
         return;
-    setChecked(isOn);
+    ToogleButton::setIsOn(isOn);
     m_knob.stop();
     m_knob.setStartValue(isOn ? 0.0 : 1.0);
     m_knob.setEndValue(isOn ? 1.0 : 0.0);
@@ -77,7 +77,7 @@ void CustomToogleButton::paintSwitch(QPainter& painter, const QRectF& track) con
                                                                       : 0;
     const double radius = track.height() / 2;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Qt::gray);
+    painter.setBrush(toolkitColor(CustomToogleStyle::offColor));
     painter.setOpacity(1 - knob);
     painter.drawRoundedRect(track, radius, radius);
     painter.setBrush(toolkitGradient(m_style.linearColors, track));

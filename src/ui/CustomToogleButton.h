@@ -13,6 +13,7 @@ public:
     CustomToogleButton(const QString& label, const CustomToogleStyle& style, std::function<void()> tapped,
                        QWidget* parent);
 
+    /// As the base class does, and moves the knob.
     void setIsOn(bool isOn);
     QSize sizeHint() const override;
 
@@ -21,7 +22,7 @@ private:
     void paintSwitch(QPainter& painter, const QRectF& area) const;
 
     const CustomToogleStyle& m_style;
-    QVariantAnimation m_knob; // 0 at the left end, 1 at the right one
+    QVariantAnimation m_knob{this}; // 0 at the left end, 1 at the right one
     bool m_isTapped = false;
 };
 

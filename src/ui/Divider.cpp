@@ -1,20 +1,18 @@
 #include "ui/Divider.h"
 
-#include <QFrame>
+#include <QPainter>
 
 namespace tavro {
 
-QWidget* makeDivider(QWidget* parent) {
-    auto* line = new QFrame(parent);
-    line->setFixedHeight(1);
-    line->setFrameShape(QFrame::NoFrame);
-    line->setAutoFillBackground(true);
-    auto palette = line->palette();
-    auto color = palette.color(QPalette::WindowText);
+Divider::Divider(QWidget* parent)
+    : QWidget(parent) {
+    setFixedHeight(1);
+}
+
+void Divider::paintEvent(QPaintEvent*) {
+    auto color = palette().color(QPalette::WindowText);
     color.setAlphaF(0.15f);
-    palette.setColor(QPalette::Window, color);
-    line->setPalette(palette);
-    return line;
+    QPainter(this).fillRect(rect(), color);
 }
 
 } // namespace tavro

@@ -1,10 +1,16 @@
 #pragma once
 
-class QWidget;
+#include <QWidget>
 
 namespace tavro {
 
 /// A hairline across the parent.
-QWidget* makeDivider(QWidget* parent);
+class Divider final : public QWidget {
+public:
+    explicit Divider(QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
 
 } // namespace tavro

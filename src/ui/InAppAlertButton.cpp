@@ -25,4 +25,8 @@ void InAppAlertButton::paint(QPainter& painter, const QRectF&) {
     paintLabel(painter, QRectF(rect()).adjusted(aside, above, -aside, -above));
 }
 
+QColor InAppAlertButton::focusColor() const {
+    return Qt::white;
+}
+
 } // namespace tavro

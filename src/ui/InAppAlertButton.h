@@ -14,6 +14,7 @@ public:
 
 private:
     void paint(QPainter& painter, const QRectF& area) override;
+    QColor focusColor() const override;
 };
 
 } // namespace tavro

@@ -8,10 +8,11 @@
 
 class QBoxLayout;
 class QCheckBox;
-class QLabel;
 class QPushButton;
 
 namespace tavro {
+
+class WallpaperPreview;
 
 /// The general page of the preferences.
 class PreferenceWidget final : public QWidget {
@@ -28,7 +29,7 @@ private:
 
     const GeneralPreferencesView m_general;
     QCheckBox* m_launchAtLogin = nullptr;
-    QLabel* m_preview = nullptr;
+    WallpaperPreview* m_preview = nullptr;
     QPushButton* m_remove = nullptr;
     std::vector<Observation> m_observations;
 };

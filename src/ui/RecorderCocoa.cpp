@@ -8,7 +8,10 @@
 #include <QMouseEvent>
 #include <QProxyStyle>
 #include <QScreen>
+#include <QToolButton>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace tavro {
 
@@ -44,6 +47,7 @@ RecorderCocoa::RecorderCocoa(KeyboardShortcuts::Name name,
     setStyle(style);
     setAlignment(Qt::AlignCenter);
     setClearButtonEnabled(true);
+    findChild<QToolButton*>()->setAccessibleName(translated("Clear"));
     setFocusPolicy(Qt::ClickFocus);
     setContextMenuPolicy(Qt::NoContextMenu);
     setAcceptDrops(false);
@@ -52,8 +56,13 @@ RecorderCocoa::RecorderCocoa(KeyboardShortcuts::Name name,
     connect(this, &QLineEdit::textEdited, this, [this] { m_recorder.controlTextDidChange(); });
 }
 
+// Wider than usual where the letters are large.
 QSize RecorderCocoa::sizeHint() const {
-    return {minimumWidth, QLineEdit::sizeHint().height()};
+    const auto height = QLineEdit::sizeHint().height();
+    const int empty = fontMetrics().horizontalAdvance(placeholderText()) + height;
+    const int filled =
+        fontMetrics().horizontalAdvance(QLineEdit::text()) + 3 * height; // centred, with its button
+    return {std::max({minimumWidth, empty, filled}), height};
 }
 
 void RecorderCocoa::focusInEvent(QFocusEvent* event) {
@@ -91,6 +100,7 @@ void RecorderCocoa::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void RecorderCocoa::setText(const std::string& text) {
     QLineEdit::setText(QString::fromStdString(text));
+    updateGeometry();
 }
 
 void RecorderCocoa::setPlaceholder(const std::string& text) {
@@ -104,6 +114,15 @@ void RecorderCocoa::clickClearButton() {
         return;
     clear();
     m_recorder.controlTextDidChange();
+}
+
+// Whoever came by keys goes on from the control around it.
+void RecorderCocoa::blur() {
+    auto* around = parentWidget();
+    if (hasFocus() && around && around->focusPolicy() & Qt::TabFocus)
+        around->setFocus();
+    else
+        clearFocus();
 }
 
 void RecorderCocoa::focus() {

@@ -40,7 +40,7 @@ private:
     void setPlaceholder(const std::string& text) override;
     void clickClearButton() override;
     void focus() override;
-    void blur() override { clearFocus(); }
+    void blur() override;
     bool contains(Point place, double margin) const override;
     void beep() override;
     void showWarning(const std::string& message, const std::string& information) override;

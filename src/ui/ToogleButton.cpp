@@ -1,5 +1,8 @@
 #include "ui/ToogleButton.h"
 
+#include "ui/PushButton.h"
+#include "ui/TextPainting.h"
+
 #include <QFocusEvent>
 #include <QPainter>
 
@@ -10,6 +13,25 @@ ToogleButton::ToogleButton(const QString& label, std::function<void()> tapped, Q
     setText(label);
     setFocusPolicy(Qt::TabFocus);
     connect(this, &QAbstractButton::clicked, this, [tapped = std::move(tapped)] { tapped(); });
+    connect(this, &QAbstractButton::toggled, this, [this] { keepState(); });
+}
+
+void ToogleButton::setIsOn(bool isOn) {
+    m_isOn = isOn;
+    setChecked(isOn);
+}
+
+// Assistive technology toggles the button itself instead of clicking it.
+void ToogleButton::keepState() {
+    if (isChecked() == m_isOn)
+        return;
+    setChecked(m_isOn);
+    click();
+}
+
+void ToogleButton::keyPressEvent(QKeyEvent* event) {
+    if (!pressWithReturn(*this, *event))
+        QAbstractButton::keyPressEvent(event);
 }
 
 void ToogleButton::paintEvent(QPaintEvent*) {
@@ -21,14 +43,26 @@ void ToogleButton::paintEvent(QPaintEvent*) {
         return;
     constexpr double half = 1, radius = 6;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * half));
+    painter.setPen(QPen(focusColor(), 2 * half));
     painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius, radius);
 }
 
 // Only somebody who moves it by keys wants to see where it is.
 void ToogleButton::focusInEvent(QFocusEvent* event) {
-    m_showsFocus = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    m_showsFocus |= event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
     QAbstractButton::focusInEvent(event);
+}
+
+// It comes back from another window, and from what the button itself gave it to.
+void ToogleButton::focusOutEvent(QFocusEvent* event) {
+    const auto reason = event->reason();
+    m_showsFocus &= reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+                    reason == Qt::OtherFocusReason;
+    QAbstractButton::focusOutEvent(event);
+}
+
+QColor ToogleButton::focusColor() const {
+    return palette().color(QPalette::Highlight);
 }
 
 QSize ToogleButton::withMargin(QSizeF content) {
@@ -36,12 +70,7 @@ QSize ToogleButton::withMargin(QSizeF content) {
 }
 
 void ToogleButton::paintLabel(QPainter& painter, const QRectF& area) const {
-    auto font = painter.font();
-    const auto width = fontMetrics().horizontalAdvance(text());
-    if (width > area.width())
-        font.setPixelSize(static_cast<int>(QFontInfo(font).pixelSize() * area.width() / width));
-    painter.setFont(font);
-    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter, text());
+    paintFittedText(painter, area, Qt::AlignLeft | Qt::AlignVCenter, text());
 }
 
 } // namespace tavro

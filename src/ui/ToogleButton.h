@@ -17,17 +17,27 @@ public:
 
     ToogleButton(const QString& label, std::function<void()> tapped, QWidget* parent);
 
+    /// Shows the product's state.
+    void setIsOn(bool isOn);
+
 protected:
     void nextCheckState() override {}
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     /// Paints the content into its area.
     virtual void paint(QPainter& painter, const QRectF& area) = 0;
     static QSize withMargin(QSizeF content);
     /// The text, smaller where it would be too wide.
     void paintLabel(QPainter& painter, const QRectF& area) const;
+    /// Of the ring that shows the keyboard's focus.
+    virtual QColor focusColor() const;
 
 private:
+    void keepState();
+
+    bool m_isOn = false;
     bool m_showsFocus = false;
 };
 

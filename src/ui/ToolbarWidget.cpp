@@ -1,8 +1,9 @@
 #include "ui/ToolbarWidget.h"
 
+#include "ui/PushButton.h"
+
 #include <QButtonGroup>
 #include <QHBoxLayout>
-#include <QPushButton>
 
 namespace tavro {
 
@@ -17,15 +18,19 @@ ToolbarWidget::ToolbarWidget(const Toolbar& toolbar) {
     side->setSpacing(0);
     auto* group = new QButtonGroup(this);
     for (const auto& tab : toolbar.tabs) {
-        auto* button = new QPushButton(QString::fromStdString(tab), segments);
+        auto* button = new PushButton(QString::fromStdString(tab), segments);
         button->setCheckable(true);
+        button->setAutoExclusive(true); // so that it says what it is: one of several
         group->addButton(button, static_cast<int>(group->buttons().size()));
         side->addWidget(button);
     }
     if (auto* selected = group->button(toolbar.selectedTab->pageIndex.get()))
         selected->setChecked(true);
-    connect(group, &QButtonGroup::idClicked, this,
-            [state = toolbar.selectedTab](int index) { state->pageIndex.set(index); });
+    // Assistive technology toggles one without a click.
+    connect(group, &QButtonGroup::idToggled, this, [state = toolbar.selectedTab](int index, bool isOn) {
+        if (isOn)
+            state->pageIndex.set(index);
+    });
     row->addStretch();
     row->addWidget(segments);
     row->addStretch();

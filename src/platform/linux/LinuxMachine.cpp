@@ -27,6 +27,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_log(log)
     , m_bundle{"com.vantrelo.TavroPRO", {{"CFBundleShortVersionString", TAVRO_VERSION}}}
     , m_audioHardware(m_mainQueue, log)
+    , m_appearance(*m_x)
     , m_keyboard(*m_x, m_mainQueue)
     , m_eventMonitors(m_keyboard)
     , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)

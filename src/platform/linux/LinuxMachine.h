@@ -3,6 +3,7 @@
 #include "platform/Bundle.h"
 #include "platform/Machine.h"
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/DesktopAppearance.h"
 #include "platform/linux/DesktopSilencing.h"
 #include "platform/linux/FetchURLSession.h"
 #include "platform/linux/LinuxAccessibility.h"
@@ -68,6 +69,7 @@ private:
     const Bundle m_bundle;
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
+    DesktopAppearance m_appearance;
     XKeyboard m_keyboard;
     QtEventMonitors m_eventMonitors;
     XHotKeyCenter m_hotKeyCenter;

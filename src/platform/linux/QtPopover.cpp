@@ -3,8 +3,10 @@
 #include "platform/StatusBar.h"
 #include "platform/linux/Panels.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/WindowRole.h"
 #include "platform/linux/XConnection.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -27,6 +29,8 @@ public:
         , m_popover(popover) {
         setAttribute(Qt::WA_TranslucentBackground);
         setAttribute(Qt::WA_QuitOnClose, false);
+        announceWindows();
+        setAccessibleName(QGuiApplication::applicationDisplayName());
     }
 
     /// What is transparent would show as black without one.

@@ -3,10 +3,14 @@
 #include "platform/linux/QtImages.h"
 #include "platform/linux/KeepOnScreen.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/WindowRole.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
+
+#include <algorithm>
 
 namespace tavro {
 
@@ -16,6 +20,8 @@ public:
         : m_window(window)
         , m_contentSize(contentSize) {
         setAttribute(Qt::WA_QuitOnClose, false);
+        announceWindows();
+        setAccessibleName(QGuiApplication::applicationDisplayName()); // also where it has no title
         setFixedSize(contentSize);
         setWindowIcon(QIcon(QString::fromStdString(QtImages::resourcePath({"tavropro"}))));
         keepOnScreen(*this);
@@ -27,6 +33,13 @@ private:
         if (const auto delegate = m_window.m_delegate.lock())
             delegate->windowWillClose();
         m_window.close();
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->matches(QKeySequence::Close))
+            close();
+        else
+            QWidget::keyPressEvent(event);
     }
 
     // Grows where the content needs more room, and shrinks again.
@@ -78,9 +91,18 @@ void QtTitledWindow::setContentView(std::shared_ptr<const View> view) {
         m_stack->addWidget(content.release());
 }
 
+// Whoever goes by keys or by ear begins with it, too.
 void QtTitledWindow::addTitlebarAccessory(std::shared_ptr<const View> view) {
-    if (auto accessory = m_frame ? m_views.makeWidget(*view) : nullptr)
-        m_stack->insertWidget(0, accessory.release());
+    auto accessory = m_frame ? m_views.makeWidget(*view) : nullptr;
+    if (!accessory)
+        return;
+    m_stack->insertWidget(0, accessory.get());
+    accessory->lower();
+    const auto controls = accessory.release()->findChildren<QWidget*>();
+    const auto first =
+        std::ranges::find_if(controls, [](const auto* child) { return child->focusPolicy() & Qt::TabFocus; });
+    if (first != controls.end())
+        (*first)->setFocus();
 }
 
 void QtTitledWindow::orderFront() {

@@ -116,6 +116,11 @@ void XConnection::fetchAtoms() {
     m_atoms.netWmCm = interned(m_connection, compositing);
 }
 
+xcb_atom_t XConnection::atom(const std::string& name) const {
+    deliverQueuedEvents();
+    return interned(m_connection, intern(m_connection, name));
+}
+
 bool XConnection::hasCompositingManager() const {
     const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         m_connection, xcb_get_selection_owner(m_connection, m_atoms.netWmCm), nullptr));

@@ -52,6 +52,9 @@ public:
     int screenNumber() const { return m_screenNumber; }
     const XAtoms& atoms() const { return m_atoms; }
 
+    /// One that is not in that list.
+    xcb_atom_t atom(const std::string& name) const;
+
     /// Whether somebody blends translucent windows with what lies below them.
     bool hasCompositingManager() const;
 

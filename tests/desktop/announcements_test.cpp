@@ -1,0 +1,89 @@
+#include "UiTest.h"
+
+#include "LaunchAtLogin/LaunchAtLogin.h"
+#include "ui/Recorder.h"
+
+#include <QAccessible>
+#include <QProcess>
+#include <QTest>
+
+#include <set>
+
+namespace tavro {
+namespace {
+
+/// Events that go out to assistive technology, which somebody must be there to hear: the views, on the
+/// simulated Mac, with the bridge of the real desktop.
+class Announcements : public UiTest {
+protected:
+    using Announced = std::pair<QAccessible::Event, std::string>;
+
+    void SetUp() override {
+        QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+            if (const auto* accessible = event->accessibleInterface())
+                s_announced.emplace(event->type(), accessible->text(QAccessible::Name).toStdString());
+        });
+    }
+    void TearDown() override { QAccessible::installUpdateHandler(nullptr); }
+
+    /// A window that assistive technology has seen.
+    static void show(QWidget& window) {
+        window.show();
+        for (auto* widget : window.findChildren<QWidget*>())
+            QAccessible::queryAccessibleInterface(widget);
+        ASSERT_TRUE(QTest::qWaitFor([] { return QAccessible::isActive(); }));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    static void expect(const Announced& event, const std::function<void()>& cause) {
+        settle();
+        s_announced.clear();
+        cause();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return s_announced.contains(event); })) << event.second;
+    }
+
+private:
+    static inline std::set<Announced> s_announced;
+};
+
+TEST_F(Announcements, StatesOfThePopover) {
+    const auto widget = popover();
+    show(*widget);
+    auto& settings = UserSettings::shared();
+    for (const bool isOn : {true, false}) {
+        SCOPED_TRACE(isOn);
+        expect({QAccessible::StateChanged, ContentView::headerTitle}, [&] { settings.setTavroIsOn(isOn); });
+        for (std::size_t i = 0; i < settings.options().size(); ++i)
+            expect({QAccessible::StateChanged, settings.options()[i].name},
+                   [&] { settings.setOptionIsOn(i, !settings.options()[i].isOn); });
+    }
+    expect({QAccessible::ObjectShow, "🎉 New version is available. Click to update"}, [&] {
+        mac.urlSession()->answer(R"({"version":"99.0.0"})");
+        mac.mainQueue().runUntilIdle();
+    });
+}
+
+TEST_F(Announcements, StatesOfThePreferences) {
+    auto& window = preferences();
+    show(window);
+    expect({QAccessible::StateChanged, "Launch at login"}, [&] { LaunchAtLogin::setIsEnabled(false); });
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    auto& recorder = find<Recorder>(window);
+    expect({QAccessible::Focus, "Toggle TavroPRO"}, [&] { recorder.setFocus(Qt::TabFocusReason); });
+    expect({QAccessible::DescriptionChanged, "Toggle TavroPRO"}, [&] { recorder.click(); });
+    expect({QAccessible::TextUpdated, "Toggle TavroPRO"}, [&] {
+        mac.eventMonitors().send(Event{EventType::keyDown, 0, std::uint16_t{96}, SpecialKey(0xF708)});
+    });
+}
+
+} // namespace
+} // namespace tavro
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication application(argc, argv);
+    QProcess bus;
+    bus.start("/usr/libexec/at-spi-bus-launcher", {"--launch-immediately", "--a11y=1"});
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "Launch.h"
+
+#include "app/Constants.h"
+#include "platform/Window.h"
+#include "platform/linux/QtTitledWindow.h"
+#include "platform/simulated/SimulatedPopover.h"
+#include "popover/ContentView.h"
+#include "preferences/Toolbar.h"
+#include "ui/ViewPainting.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QPainter>
+#include <QWidget>
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+namespace tavro {
+
+/// What was drawn, looked at in points.
+class Drawing {
+public:
+    Drawing(QSize size, int pixelRatio, QColor background, const std::function<void(QImage&)>& draw)
+        : m_background(background)
+        , m_image(size * pixelRatio, QImage::Format_ARGB32_Premultiplied) {
+        m_image.setDevicePixelRatio(pixelRatio);
+        m_image.fill(background);
+        draw(m_image);
+    }
+    /// A widget as it would show, in its own size.
+    explicit Drawing(QWidget& widget, int pixelRatio = 1)
+        : Drawing(widget.size(), pixelRatio, widget.palette().color(QPalette::Window),
+                  [&widget](QImage& image) { widget.render(&image, {}, {}, QWidget::DrawChildren); }) {}
+
+    QColor at(double x, double y) const {
+        const auto ratio = m_image.devicePixelRatio();
+        return m_image.pixelColor(static_cast<int>(x * ratio), static_cast<int>(y * ratio));
+    }
+    /// The smallest rectangle of points in the area around all pixels that the condition holds for.
+    QRectF bounds(const std::function<bool(QColor)>& condition, QRectF area = {}) const {
+        const auto ratio = m_image.devicePixelRatio();
+        const QRect pixels = area.isNull()
+                                 ? m_image.rect()
+                                 : QRectF(area.topLeft() * ratio, area.size() * ratio).toAlignedRect();
+        QRect found;
+        for (int y = pixels.top(); y <= pixels.bottom(); ++y)
+            for (int x = pixels.left(); x <= pixels.right(); ++x)
+                if (condition(m_image.pixelColor(x, y)))
+                    found |= QRect(x, y, 1, 1);
+        return {QPointF(found.topLeft()) / ratio, QSizeF(found.size()) / ratio};
+    }
+    /// Around all that is drawn there.
+    QRectF ink(QRectF area = {}) const {
+        return bounds([this](QColor color) { return color != m_background; }, area);
+    }
+
+private:
+    const QColor m_background;
+    QImage m_image;
+};
+
+MATCHER_P2(IsColor, expected, tolerance, "") {
+    const QColor color(expected);
+    *result_listener << arg.name(QColor::HexArgb).toStdString();
+    const auto isNear = [&](int one, int other) { return std::abs(one - other) <= tolerance; };
+    return isNear(arg.red(), color.red()) && isNear(arg.green(), color.green()) &&
+           isNear(arg.blue(), color.blue()) && isNear(arg.alpha(), color.alpha());
+}
+
+/// The views on the product that was launched on the simulated Mac, in windows of a display that is in
+/// memory.
+class UiTest : public SimulatedMacTest {
+protected:
+    UiTest() { mac.mainQueue().runUntilIdle(); }
+    ~UiTest() override { QApplication::setFont(QFont()); }
+
+    std::unique_ptr<QWidget> popover() {
+        auto widget = makeWidget(*static_cast<SimulatedPopover&>(*launch.delegate.popover).contentView());
+        widget->setFixedSize(static_cast<int>(Constants::popoverWidth),
+                             static_cast<int>(Constants::popoverHeight));
+        return widget;
+    }
+    /// The preferences' window as it comes on the Linux machine; gone with the test.
+    QWidget& preferences() {
+        const auto before = QApplication::topLevelWidgets();
+        m_window = std::make_unique<QtTitledWindow>(Rect{{0, 0}, PreferenceView::contentSize}, m_views);
+        launch.delegate.openPreferenceWindow();
+        const auto& record = *launch.delegate.preferenceView;
+        m_window->setContentView(std::make_shared<HostingView<PreferenceView>>(record));
+        m_window->addTitlebarAccessory(
+            std::make_shared<HostingView<Toolbar>>(Toolbar{{"General"}, record.state}));
+        m_window->makeKeyAndOrderFront();
+        for (auto* window : QApplication::topLevelWidgets())
+            if (!before.contains(window) && window->isVisible())
+                return *window;
+        throw std::runtime_error("no window");
+    }
+
+    template <class Widget>
+    static Widget& find(const QObject& parent, int index = 0) {
+        for (auto* child : parent.findChildren<QObject*>())
+            if (auto* found = dynamic_cast<Widget*>(child); found && index-- == 0)
+                return *found;
+        throw std::runtime_error("no such widget");
+    }
+    /// What was put off to the next turn.
+    static void settle() { QCoreApplication::sendPostedEvents(); }
+
+    Launch launch{mac};
+
+private:
+    const Views m_views{&paintView, &makeWidget};
+    std::unique_ptr<QtTitledWindow> m_window;
+};
+
+} // namespace tavro

@@ -1,0 +1,126 @@
+#include "UiTest.h"
+
+#include "LaunchAtLogin/LaunchAtLogin.h"
+#include "platform/simulated/SimulatedImages.h"
+
+#include <QAccessible>
+#include <QTest>
+
+namespace tavro {
+namespace {
+
+using Role = QAccessible::Role;
+
+/// As assistive technology sees it.
+class AccessibilityTest : public UiTest {
+protected:
+    static std::string text(const QAccessibleInterface& accessible, QAccessible::Text kind) {
+        return accessible.text(kind).toStdString();
+    }
+    /// All that is visible, with its parents before it.
+    static std::vector<QAccessibleInterface*> all(QAccessibleInterface* root) {
+        std::vector<QAccessibleInterface*> found{root};
+        for (int i = 0; i < root->childCount(); ++i)
+            if (auto* child = root->child(i); child && !child->state().invisible)
+                std::ranges::copy(all(child), std::back_inserter(found));
+        return found;
+    }
+    static std::vector<QAccessibleInterface*> all(QWidget& widget) {
+        widget.show();
+        return all(QAccessible::queryAccessibleInterface(&widget));
+    }
+    /// Roles and names, but for what only groups other things.
+    static std::vector<std::pair<Role, std::string>> said(QWidget& widget) {
+        std::vector<std::pair<Role, std::string>> result;
+        for (const auto* accessible : all(widget))
+            if (const auto name = text(*accessible, QAccessible::Name);
+                !name.empty() || accessible->role() != Role::Client)
+                result.emplace_back(accessible->role(), name);
+        return result;
+    }
+    static QAccessibleInterface& named(QWidget& widget, Role role, const std::string& name) {
+        for (auto* accessible : all(widget))
+            if (accessible->role() == role && text(*accessible, QAccessible::Name) == name)
+                return *accessible;
+        throw std::runtime_error("nothing is named " + name);
+    }
+    static void act(QAccessibleInterface& accessible, const QString& action) {
+        ASSERT_TRUE(accessible.actionInterface());
+        ASSERT_TRUE(accessible.actionInterface()->actionNames().contains(action));
+        accessible.actionInterface()->doAction(action);
+        settle();
+    }
+};
+
+TEST_F(AccessibilityTest, ThePopoverSaysWhatItShows) {
+    mac.urlSession()->answer(R"({"version":"99.0.0"})");
+    mac.mainQueue().runUntilIdle();
+    const auto widget = popover();
+    std::vector<std::pair<Role, std::string>> expected{{Role::CheckBox, ContentView::headerTitle}};
+    for (const auto& option : UserSettings::shared().options())
+        expected.emplace_back(Role::CheckBox, option.name);
+    expected.emplace_back(Role::Button, "🎉 New version is available. Click to update");
+    EXPECT_EQ(said(*widget), expected);
+    act(*all(*widget).back(), QAccessibleActionInterface::pressAction());
+    const auto page = std::string("workspace.open ") + Constants::changelogURL;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return mac.journal().lines().back() == page; }));
+}
+
+TEST_F(AccessibilityTest, ThePopoversStatesFollowTheProduct) {
+    const auto widget = popover();
+    const auto& header = named(*widget, Role::CheckBox, ContentView::headerTitle);
+    auto& row = named(*widget, Role::CheckBox, UserSettings::shared().options()[3].name);
+    for (const bool isOn : {true, false}) {
+        SCOPED_TRACE(isOn);
+        UserSettings::shared().setTavroIsOn(isOn);
+        settle();
+        EXPECT_EQ(header.state().checked, isOn);
+        act(row, QAccessibleActionInterface::toggleAction());
+        EXPECT_EQ(UserSettings::shared().options()[3].isOn, isOn);
+        EXPECT_EQ(row.state().checked, isOn);
+    }
+}
+
+TEST_F(AccessibilityTest, ThePreferencesSayWhatTheyShow) {
+    const auto file = mac.fileManager().existingDocumentsFolder().value() / "wallpaper.png";
+    SimulatedImages::write(file, 2, 2, 0xFF3366CC);
+    mac.userDefaults().setObject(Constants::wallpaperFileKey, true);
+    auto& window = preferences();
+    const std::vector<std::pair<Role, std::string>> expected{
+        {Role::Window, "TavroPRO"},
+        {Role::RadioButton, "General"},
+        {Role::StaticText, "Startup"},
+        {Role::CheckBox, "Launch at login"},
+        {Role::StaticText, "Toggle TavroPRO"},
+        {Role::Button, "Toggle TavroPRO"},
+        {Role::EditableText, "Toggle TavroPRO"},
+        {Role::StaticText, "Mute Mic:"},
+        {Role::Button, "Mute Mic:"},
+        {Role::EditableText, "Mute Mic:"},
+        {Role::Button, "Clear"},
+        {Role::StaticText, "Wallpaper"},
+        {Role::Graphic, "Wallpaper"},
+        {Role::Button, "Select..."},
+        {Role::Button, "Remove"},
+    };
+    EXPECT_EQ(said(window), expected);
+    EXPECT_TRUE(named(window, Role::RadioButton, "General").state().checked);
+    const auto& field = named(window, Role::EditableText, "Mute Mic:");
+    EXPECT_EQ(text(field, QAccessible::Value), "⇧⌘M");
+    EXPECT_EQ(text(field, QAccessible::Description), "Record Shortcut");
+}
+
+TEST_F(AccessibilityTest, ThePreferencesTakeActions) {
+    auto& window = preferences();
+    auto& login = named(window, Role::CheckBox, "Launch at login");
+    for (const bool isOn : {false, true}) {
+        act(login, QAccessibleActionInterface::toggleAction());
+        EXPECT_EQ(LaunchAtLogin::isEnabled(), isOn);
+        EXPECT_EQ(login.state().checked, isOn);
+    }
+    act(named(window, Role::Button, "Select..."), QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return mac.openPanels().shown().has_value(); }));
+}
+
+} // namespace
+} // namespace tavro

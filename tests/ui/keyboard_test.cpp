@@ -1,0 +1,160 @@
+#include "UiTest.h"
+
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "LaunchAtLogin/LaunchAtLogin.h"
+#include "platform/simulated/SimulatedImages.h"
+#include "ui/CustomToogleButton.h"
+#include "ui/Recorder.h"
+#include "ui/RecorderCocoa.h"
+
+#include <QTest>
+
+namespace tavro {
+namespace {
+
+/// With the keys of a real keyboard, and no mouse.
+class KeyboardTest : public UiTest {
+protected:
+    static void activate(QWidget& window) {
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+    static void type(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(window.windowHandle(), key, modifiers);
+        settle();
+    }
+    static std::string focused() {
+        const auto* button = qobject_cast<const QAbstractButton*>(QApplication::focusWidget());
+        return button ? button->text().toStdString() : "no button";
+    }
+    /// What the key comes to, one after the other, until it is at the first one again.
+    static Lines round(QWidget& window, Qt::Key key) {
+        Lines found;
+        for (type(window, key); found.size() < 20 && (found.empty() || focused() != found.front());
+             type(window, key))
+            found.push_back(focused());
+        return found;
+    }
+    /// Half a point inside of the middle of the left edge.
+    static bool hasRing(QWidget& widget) {
+        const auto color = widget.palette().color(QPalette::Highlight);
+        return Drawing(widget).at(0.5, widget.height() / 2.0) == color;
+    }
+    /// Whether the key goes on to the window, after the recorder has seen it.
+    bool press(std::uint16_t keyCode, SpecialKey key = SpecialKey::none) {
+        return mac.eventMonitors().send(Event{EventType::keyDown, 0, keyCode, key});
+    }
+    static constexpr std::uint16_t escape = 53;
+};
+
+TEST_F(KeyboardTest, TabGoesThroughThePopover) {
+    const auto widget = popover();
+    activate(*widget);
+    EXPECT_EQ(focused(), "no button");
+    Lines expected{ContentView::headerTitle};
+    for (const auto& option : UserSettings::shared().options())
+        expected.push_back(option.name);
+    EXPECT_EQ(round(*widget, Qt::Key_Tab), expected);
+    std::ranges::reverse(expected);
+    std::ranges::rotate(expected, expected.end() - 1);
+    EXPECT_EQ(focused(), ContentView::headerTitle);
+    type(*widget, Qt::Key_Tab);
+    EXPECT_EQ(round(*widget, Qt::Key_Backtab), expected);
+}
+
+TEST_F(KeyboardTest, SpaceAndReturnPressOnceEach) {
+    const auto widget = popover();
+    activate(*widget);
+    type(*widget, Qt::Key_Tab);
+    type(*widget, Qt::Key_Space);
+    EXPECT_TRUE(UserSettings::shared().tavroIsOn());
+    type(*widget, Qt::Key_Return);
+    EXPECT_FALSE(UserSettings::shared().tavroIsOn());
+    for (int tabs = 0; tabs < 4; ++tabs)
+        type(*widget, Qt::Key_Tab);
+    for (const auto key : {Qt::Key_Enter, Qt::Key_Space, Qt::Key_Return}) {
+        const bool before = UserSettings::shared().options()[3].isOn;
+        type(*widget, key);
+        EXPECT_NE(UserSettings::shared().options()[3].isOn, before) << key;
+    }
+}
+
+TEST_F(KeyboardTest, TheRingShowsForTheKeyboardOnly) {
+    const auto widget = popover();
+    activate(*widget);
+    auto& header = find<CustomToogleButton>(*widget);
+    QTest::mouseClick(&header, Qt::LeftButton);
+    EXPECT_FALSE(hasRing(header));
+    type(*widget, Qt::Key_Tab);
+    EXPECT_TRUE(hasRing(header));
+    QWidget other;
+    activate(other);
+    activate(*widget);
+    EXPECT_TRUE(hasRing(header)) << "back from another window";
+    type(*widget, Qt::Key_Tab);
+    EXPECT_FALSE(hasRing(header));
+    widget->hide();
+    activate(*widget);
+    EXPECT_EQ(focused(), "no button") << "opened again";
+}
+
+TEST_F(KeyboardTest, TabGoesThroughThePreferencesPastTheFields) {
+    const auto file = mac.fileManager().existingDocumentsFolder().value() / "wallpaper.png";
+    SimulatedImages::write(file, 2, 2, 0xFF3366CC);
+    mac.userDefaults().setObject(Constants::wallpaperFileKey, true);
+    auto& window = preferences();
+    activate(window);
+    EXPECT_EQ(focused(), "General");
+    Lines expected{"General", "Launch at login", "Toggle TavroPRO", "Mute Mic:", "Select...", "Remove"};
+    type(window, Qt::Key_Backtab);
+    EXPECT_EQ(round(window, Qt::Key_Tab), expected);
+    EXPECT_FALSE(KeyboardShortcuts::isPaused());
+    std::ranges::reverse(expected);
+    EXPECT_EQ(round(window, Qt::Key_Backtab), expected);
+    type(window, Qt::Key_Return);
+    EXPECT_FALSE(mac.userDefaults().boolForKey(Constants::wallpaperFileKey));
+    EXPECT_EQ(focused(), "Select...") << "the button is gone";
+    type(window, Qt::Key_Return);
+    EXPECT_TRUE(mac.openPanels().shown());
+}
+
+TEST_F(KeyboardTest, RecordingBeginsWithAKeyAndGivesTheFocusBack) {
+    auto& window = preferences();
+    activate(window);
+    auto& recorder = find<Recorder>(window);
+    auto& field = find<RecorderCocoa>(recorder);
+    for (const auto begin : {Qt::Key_Space, Qt::Key_Return}) {
+        recorder.setFocus(Qt::TabFocusReason);
+        EXPECT_TRUE(hasRing(recorder));
+        type(window, begin);
+        EXPECT_TRUE(field.hasFocus());
+        EXPECT_TRUE(KeyboardShortcuts::isPaused());
+        EXPECT_FALSE(hasRing(recorder));
+        EXPECT_FALSE(press(escape)) << "not for others";
+        EXPECT_FALSE(KeyboardShortcuts::isPaused());
+        EXPECT_TRUE(hasRing(recorder));
+    }
+    type(window, Qt::Key_Space);
+    EXPECT_FALSE(press(96, SpecialKey(0xF708)));
+    EXPECT_EQ(field.QLineEdit::text(), "F5");
+    EXPECT_TRUE(recorder.hasFocus());
+    QTest::mouseClick(&field, Qt::LeftButton);
+    field.setFocus(Qt::MouseFocusReason); // which a real pointer brings along
+    EXPECT_TRUE(press(48, SpecialKey::tab)) << "goes on to the window";
+    EXPECT_FALSE(hasRing(recorder));
+    type(window, Qt::Key_Tab);
+    EXPECT_EQ(focused(), "Mute Mic:") << "from the field to what follows it";
+}
+
+TEST_F(KeyboardTest, ControlWClosesThePreferences) {
+    auto& window = preferences();
+    activate(window);
+    type(window, Qt::Key_Escape);
+    EXPECT_TRUE(window.isVisible());
+    type(window, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window.isVisible());
+}
+
+} // namespace
+} // namespace tavro

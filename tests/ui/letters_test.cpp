@@ -1,0 +1,136 @@
+#include "UiTest.h"
+
+#include "audio/AlertContent.h"
+#include "platform/simulated/SimulatedImages.h"
+#include "ui/AlertPainting.h"
+#include "ui/CustomToogleButton.h"
+#include "ui/InAppAlertButton.h"
+#include "ui/Recorder.h"
+#include "ui/SimpleToogleButton.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTranslator>
+
+#include <cstdlib>
+
+namespace tavro {
+namespace {
+
+/// A language whose words are long.
+class LongWords final : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* text, const char*, int) const override {
+        return QString(text) + " Benachrichtigungen";
+    }
+};
+
+struct Letters {
+    int points;
+    bool isLong = false;
+    friend void PrintTo(const Letters& letters, std::ostream* stream) {
+        *stream << letters.points << " points" << (letters.isLong ? ", long words" : "");
+    }
+};
+
+/// With letters of the size that a user may have set.
+class LettersTest : public UiTest, public testing::WithParamInterface<Letters> {
+protected:
+    LettersTest() {
+        auto font = QApplication::font();
+        font.setPointSize(GetParam().points);
+        QApplication::setFont(font);
+        if (GetParam().isLong)
+            QCoreApplication::installTranslator(&m_translator);
+        const auto file = mac.fileManager().existingDocumentsFolder().value() / "wallpaper.png";
+        SimulatedImages::write(file, 2, 2, 0xFF3366CC);
+        mac.userDefaults().setObject(Constants::wallpaperFileKey, true);
+    }
+    /// A picture for whoever wants to look.
+    static void keep(QWidget& widget, const char* name) {
+        if (const char* folder = std::getenv("TAVRO_TEST_PICTURES"))
+            widget.grab().save(QString("%1/%2-%3%4.png")
+                                   .arg(folder, name)
+                                   .arg(GetParam().points)
+                                   .arg(GetParam().isLong ? "-long" : ""));
+    }
+    static constexpr const char* longText = "Benachrichtigungen während der Vorführung ausschalten";
+
+private:
+    LongWords m_translator;
+};
+INSTANTIATE_TEST_SUITE_P(Of, LettersTest,
+                         testing::Values(Letters{10}, Letters{14}, Letters{18}, Letters{10, true},
+                                         Letters{14, true}, Letters{18, true}));
+
+TEST_P(LettersTest, FitIntoThePopover) {
+    mac.urlSession()->answer(R"({"version":"99.0.0"})");
+    mac.mainQueue().runUntilIdle();
+    const auto widget = popover();
+    widget->show();
+    keep(*widget, "popover");
+    for (auto* child : widget->findChildren<QAbstractButton*>()) {
+        auto* button = dynamic_cast<ToogleButton*>(child);
+        SCOPED_TRACE(button->text().toStdString());
+        button->setText(longText);
+        EXPECT_TRUE(widget->rect().contains(QRect(button->mapTo(widget.get(), QPoint()), button->size())));
+        EXPECT_GE(button->height(), button->sizeHint().height());
+        const bool isHeader = dynamic_cast<CustomToogleButton*>(button);
+        const bool isBanner = dynamic_cast<InAppAlertButton*>(button);
+        const double left = isBanner ? 20 : 6, room = isHeader ? 200 : isBanner ? 300 : 270;
+        const Drawing shown(*button);
+        const auto background = shown.at(left + room + 1, 2);
+        const auto text =
+            shown.bounds([&](QColor color) { return color != background; },
+                         QRectF(left + room / 2, 0, room / 2 + 20, button->height())
+                             .intersected(QRectF(0, 0, isHeader ? 240 : 285, button->height())));
+        EXPECT_LE(text.right(), left + room + 1);
+        EXPECT_GT(text.right(), left + 0.6 * room) << "no smaller than need be";
+        EXPECT_GT(text.top(), 0);
+        EXPECT_LT(text.bottom(), button->height());
+    }
+}
+
+TEST_P(LettersTest, FitIntoThePreferences) {
+    auto& window = preferences();
+    settle();
+    EXPECT_GE(window.width(), 400);
+    EXPECT_EQ(window.width() == 400, GetParam().points == 10 && !GetParam().isLong)
+        << "grows only if it must";
+    keep(window, "preferences");
+    for (auto* child : window.findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<QLabel*>(child);
+        const auto* button = qobject_cast<QAbstractButton*>(child);
+        const auto text = label ? label->text() : button ? button->text() : QString();
+        if (text.isEmpty() || dynamic_cast<Recorder*>(child))
+            continue;
+        SCOPED_TRACE(text.toStdString());
+        const auto needed = child->fontMetrics().boundingRect(
+            QRect(0, 0, child->width(), 1000), label && label->wordWrap() ? Qt::TextWordWrap : 0, text);
+        EXPECT_LE(needed.width(), child->width());
+        EXPECT_LE(needed.height(), child->height());
+        EXPECT_TRUE(window.rect().contains(QRect(child->mapTo(&window, QPoint()), child->size())));
+    }
+    for (const auto* field : window.findChildren<QLineEdit*>()) {
+        EXPECT_GT(field->width(), field->fontMetrics().horizontalAdvance(field->placeholderText()) + 8);
+        EXPECT_GE(field->width(), 130);
+    }
+}
+
+TEST_P(LettersTest, FitIntoTheIndicator) {
+    const Drawing shown({200, 200}, 1, Qt::transparent, [](QImage& image) {
+        QPainter painter(&image);
+        painter.setFont(QApplication::font());
+        paintAlert({std::nullopt, longText}, painter, {0, 0, 200, 200});
+    });
+    const auto text = shown.bounds([](QColor color) { return color.green() > 100; });
+    EXPECT_GE(text.left(), 10);
+    EXPECT_LE(text.right(), 190);
+    EXPECT_GT(text.width(), 150);
+    EXPECT_LT(text.bottom(), 190);
+}
+
+} // namespace
+} // namespace tavro
