@@ -1,7 +1,7 @@
 #include "platform/linux/QtTitledWindow.h"
 
-#include "platform/linux/QtImages.h"
 #include "platform/linux/KeepOnScreen.h"
+#include "platform/linux/QtImages.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/WindowRole.h"
 
