@@ -123,6 +123,7 @@ TEST_F(Popover, OpensUnderTheItemAndClosesWhenTheUserWorksElsewhere) {
     EXPECT_TRUE(showsNoPopover(*tavro, front));
     clickItem(Input::Button::left);
     EXPECT_TRUE(showsPopover(*tavro));
+    waitForTray(false); // the popover has asked for the focus by then, and not only got it
     ClientApplication other(server, "Alpha");
     const auto window = other.addWindow({300, 200, 300, 200});
     EXPECT_TRUE(showsNoPopover(*tavro, window));

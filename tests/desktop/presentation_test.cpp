@@ -248,6 +248,7 @@ TEST_F(Presentation, WindowsOfAnotherWorkspaceAreHiddenAndRestoredOnArrival) {
         const auto window = elsewhere.addWindow({300, 200, 300, 200});
         server.moveToWorkspace(window, 1);
         ASSERT_TRUE(server.eventually("the window on the other workspace", [&] {
+            server.activate(front);
             return server.values(window, "_NET_WM_DESKTOP") == std::vector{1u} &&
                    !server.isViewable(window) && server.active() == front;
         }));
