@@ -101,20 +101,6 @@ TEST_F(AlertViewTest, TheContentSaysTheState) {
     }
 }
 
-TEST_F(AlertViewTest, ItStandsAboveTheApplicationsAndLeavesThemTheFocusAndTheClicks) {
-    mac.workspace().startSelf();
-    const auto editor = openWindow("Editor");
-    mac.windowServer().find(editor)->frame = {{0, 0}, {1920, 1080}};
-    toggleMicMute();
-    mac.mainQueue().runUntilIdle();
-    const auto alertNumber = number(*alert()->window);
-    EXPECT_EQ(mac.windowServer().windows().back().number, alertNumber);
-    EXPECT_EQ(mac.windowServer().windowAt({900, 200})->number, editor);
-    EXPECT_EQ(mac.workspace().frontmost(), owner(editor));
-    mac.workspace().userHides(ApplicationID::self);
-    EXPECT_TRUE(isVisible(alertNumber));
-}
-
 TEST_F(AlertViewTest, ThePressShowsWhatItIsAboutToWrite) {
     const struct {
         const char* what;
