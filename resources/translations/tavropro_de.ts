@@ -40,10 +40,6 @@
         <translation>Beenden</translation>
     </message>
     <message>
-        <source>General</source>
-        <translation>Allgemein</translation>
-    </message>
-    <message>
         <source>Startup</source>
         <translation>Systemstart</translation>
     </message>

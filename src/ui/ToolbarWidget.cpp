@@ -1,7 +1,5 @@
 #include "ui/ToolbarWidget.h"
 
-#include "ui/Translation.h"
-
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -19,7 +17,7 @@ ToolbarWidget::ToolbarWidget(const Toolbar& toolbar) {
     side->setSpacing(0);
     auto* group = new QButtonGroup(this);
     for (const auto& tab : toolbar.tabs) {
-        auto* button = new QPushButton(translated(tab), segments);
+        auto* button = new QPushButton(QString::fromStdString(tab), segments);
         button->setCheckable(true);
         group->addButton(button, static_cast<int>(group->buttons().size()));
         side->addWidget(button);

@@ -179,3 +179,29 @@ TEST_F(ProcessTest, WithoutADisplayItSaysSoAndEnds) {
         EXPECT_EQ(tavro.output(), "");
     }
 }
+
+TEST_F(ProcessTest, SpeaksTheLanguageOfTheSession) {
+    const std::string exportedMenu = R"(
+        ask() { dbus-send --session --print-reply --dest="$@"; }
+        item=$(ask org.kde.StatusNotifierWatcher /StatusNotifierWatcher org.freedesktop.DBus.Properties.Get \
+            string:org.kde.StatusNotifierWatcher string:RegisteredStatusNotifierItems |
+            sed -n 's|.*string "\([^/"]*\).*|\1|p')
+        ask "$item" /MenuBar com.canonical.dbusmenu.GetLayout int32:0 int32:-1 array:string: | grep -q )";
+    struct Case {
+        const char *language, *locale, *menuItem;
+    };
+    for (const auto& [language, locale, menuItem] : {
+             Case{"", "de_DE.UTF-8", "Einstellungen"},
+             Case{"de_AT:en", "en_US.UTF-8", "Einstellungen"},
+             Case{"fr:de", "fr_FR.UTF-8", "Einstellungen"},
+             Case{"en:de", "de_DE.UTF-8", "Preferences"}, // the texts are English without a translation
+             Case{"fr", "C.UTF-8", "Preferences"},
+         }) {
+        SCOPED_TRACE(std::string(language) + " " + locale);
+        auto how = settings();
+        how.environment = {{"LANGUAGE", language}, {"LC_ALL", ""}, {"LC_MESSAGES", ""}, {"LANG", locale}};
+        auto tavro = launch(how);
+        EXPECT_TRUE(Session::run(exportedMenu + menuItem));
+        quit(tavro);
+    }
+}
