@@ -26,6 +26,19 @@ protected:
         EXPECT_EQ(std::ranges::max(ours), static_cast<std::ptrdiff_t>(ours.size())) << "above another window";
     }
 
+    void expectDesktopWindowsOfTheirScreensExactSize(const std::vector<xcb_window_t>& covers) {
+        std::vector<Rect> places;
+        for (const auto cover : covers) {
+            places.push_back(server.place(cover));
+            EXPECT_TRUE(server.has(cover, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"));
+            EXPECT_EQ(server.values(cover, "_NET_WM_DESKTOP"), std::vector{0xFFFFFFFFu});
+            for (const auto* state : {"SKIP_TASKBAR", "SKIP_PAGER", "STICKY", "BELOW"})
+                EXPECT_TRUE(server.has(cover, "_NET_WM_STATE", std::string("_NET_WM_STATE_") + state))
+                    << state;
+        }
+        EXPECT_THAT(places, testing::UnorderedElementsAreArray(server.screens()));
+    }
+
     /// On and off with windows of three applications, bottom to top. The last one's application is the one
     /// that stays; a small letter stands for a window that the user has minimised.
     void toggleWith(const std::string& arrangement, TavroProcess& tavro) {
@@ -71,6 +84,7 @@ TEST_F(Presentation, CoversTheIconsOfEveryScreenAndHidesTheOtherApplications) {
     EXPECT_FALSE(server.isMinimised(front));
     EXPECT_EQ(server.place(front), frontPlace);
     expectCoversBetweenIconsAndWindows(*tavro);
+    expectDesktopWindowsOfTheirScreensExactSize(covers(*tavro));
     EXPECT_TRUE(
         server.eventually("another picture of the item", [&] { return tray.picture() != itemWhenOff; }));
 
@@ -82,22 +96,6 @@ TEST_F(Presentation, CoversTheIconsOfEveryScreenAndHidesTheOtherApplications) {
         server.eventually("the first picture of the item", [&] { return tray.picture() == itemWhenOff; }));
     quit(tavro);
     EXPECT_EQ(complaints(*tavro), "");
-}
-
-TEST_F(Presentation, CoversAreDesktopWindowsOfTheirScreensExactSize) {
-    auto tavro = launch();
-    toggle(*tavro);
-    ASSERT_TRUE(everyScreenIsCovered());
-    std::vector<Rect> places;
-    for (const auto cover : covers(*tavro)) {
-        places.push_back(server.place(cover));
-        EXPECT_TRUE(server.has(cover, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"));
-        EXPECT_EQ(server.values(cover, "_NET_WM_DESKTOP"), std::vector{0xFFFFFFFFu});
-        for (const auto* state : {"SKIP_TASKBAR", "SKIP_PAGER", "STICKY", "BELOW"})
-            EXPECT_TRUE(server.has(cover, "_NET_WM_STATE", std::string("_NET_WM_STATE_") + state)) << state;
-    }
-    EXPECT_THAT(places, testing::UnorderedElementsAreArray(server.screens()));
-    quit(tavro);
 }
 
 TEST_F(Presentation, CoversShowTheCustomWallpaperWhereItIsAPicture) {

@@ -166,17 +166,6 @@ TEST_F(AlertViewTest, WithoutAWindowThePressStillMutesAndIsStillOneASecond) {
     EXPECT_EQ(shownText(), "Mic Unmuted");
 }
 
-TEST_F(AlertViewTest, ARefusingDeviceChangesNothingAboutTheIndicator) {
-    const auto device = plugInMicrophone("Desk");
-    audio.fail(AudioCall::setData, device, inputMute, kAudioHardwareNotRunningError);
-    toggleMicMute();
-    EXPECT_EQ(shownText(), "Mic Muted");
-    ASSERT_EQ(mac.log().printed().size(), 1u);
-    EXPECT_TRUE(mac.log().printed()[0].starts_with("Input audio error: AudioDevice("));
-    mac.mainQueue().advance(1s);
-    EXPECT_FALSE(alert());
-}
-
 TEST_F(SimulatedMacTest, AnIndicatorEndsWithItsProcess) {
     std::weak_ptr<Window> window;
     {
