@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include <concepts>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,65 +20,93 @@ namespace tavro {
 /// A machine with everything around it that a contract needs: other programs and their user, and the window
 /// server's own view of what is on the screen. A rig is made for each test and leaves nothing behind.
 ///
-/// Windows of other programs are known by their titles, which a test uses once. What a user or a program does
-/// may take effect later; contracts wait for the effect by `waitUntil`.
-template <class R>
-concept Rig = std::default_initializable<R> &&
-    requires(R rig, const std::function<bool()>& condition, const std::string& text,
-             const std::filesystem::path& file, Rect rect, WindowNumber window, EventType type) {
-    { rig.machine() } -> std::same_as<Machine&>;
+/// Windows of other programs are known by their titles, which a test uses once; audio devices by their unique
+/// identifiers, and devices that a test did not add may be there too. Keys are named by their virtual codes,
+/// modifiers by the bits of hot keys. What a user or a program does may take effect later; contracts wait for
+/// the effect by `waitUntil`.
+class Rig {
+public:
+    virtual ~Rig() = default;
+
+    virtual Machine& machine() = 0;
     /// Lets the main thread run until the condition holds; false when a deadline passes first.
-    { rig.waitUntil(condition) } -> std::same_as<bool>;
+    virtual bool waitUntil(const std::function<bool()>& condition) = 0;
     /// The time by which the main queue goes.
-    { rig.now() } -> std::same_as<MainQueue::Duration>;
-    /// The process dies without a word, and starts again on what it left: `machine()` is another
-    /// one where a process has one of its own.
-    rig.relaunch();
+    virtual MainQueue::Duration now() const = 0;
+    /// The process dies without a word, and starts again on what it left: `machine()` is another one where a
+    /// process has one of its own.
+    virtual void relaunch() = 0;
 
     /// A folder that is empty at first.
-    { rig.folder() } -> std::convertible_to<std::filesystem::path>;
+    virtual std::filesystem::path folder() const = 0;
     /// Writes a picture of one opaque colour, 0xAARRGGBB, in a format that the machine reads.
-    rig.writePicture(file, int(), int(), std::uint32_t());
+    virtual void writePicture(const std::filesystem::path& file, int width, int height,
+                              std::uint32_t color) = 0;
 
-    /// An application opens one more window, on top of all, and is in front when this returns; it
-    /// starts if it has no window yet.
-    rig.openWindow(text, text, rect);
-    rig.quit(text);
-    rig.clickWindow(text);
-    rig.minimise(text);
+    /// An application opens one more window, on top of all, and is in front when this returns; it starts if
+    /// it has no window yet.
+    virtual void openWindow(const std::string& application, const std::string& title, Rect frame) = 0;
+    virtual void quit(const std::string& application) = 0;
+    virtual void clickWindow(const std::string& title) = 0;
+    virtual void minimise(const std::string& title) = 0;
     /// The titles of the windows of other programs that are on screen, bottom to top.
-    { rig.shownTitles() } -> std::same_as<std::vector<std::string>>;
+    virtual std::vector<std::string> shownTitles() const = 0;
     /// Where a window of the machine stands on screen; none when it does not.
-    { rig.shownFrame(window) } -> std::same_as<std::optional<Rect>>;
+    virtual std::optional<Rect> shownFrame(WindowNumber window) const = 0;
 
     /// Whether the status bar shows an item of the machine.
-    { rig.hasStatusItem() } -> std::same_as<bool>;
-    /// The user clicks that item; with the one set of modifiers besides none, Option, whichever
-    /// way the status bar delivers it.
-    rig.click(type, unsigned());
-    { rig.menuIsOpen() } -> std::same_as<bool>;
+    virtual bool hasStatusItem() = 0;
+    /// The user clicks that item; with the one set of modifiers besides none, Option, whichever way the
+    /// status bar delivers it.
+    virtual void click(EventType type, unsigned modifierFlags = 0) = 0;
+    virtual bool menuIsOpen() const = 0;
     /// The user chooses the last item of the open menu, or closes the menu.
-    rig.chooseLast();
-    rig.closeMenu();
+    virtual void chooseLast() = 0;
+    virtual void closeMenu() = 0;
+
+    /// A device with one side, not muted, and this name; returns its unique identifier.
+    virtual std::string addInputDevice(const std::string& name) = 0;
+    virtual std::string addOutputDevice(const std::string& name) = 0;
+    virtual void removeDevice(const std::string& uid) = 0;
+    virtual void setDefaultInput(const std::string& uid) = 0;
+    virtual void setDefaultOutput(const std::string& uid) = 0;
+    /// Another program sets the mute flag; returns when it is set.
+    virtual void otherProgramSetsMute(const std::string& uid, bool mute) = 0;
+    /// The flag as another program sees it.
+    virtual bool isMutedOnServer(const std::string& uid) = 0;
+
+    /// Whether a notification that another program sends now is shown. It is gone afterwards.
+    virtual bool showsANotification() = 0;
+    virtual void userSwitchesDoNotDisturbOn() = 0;
+
+    /// The user holds the modifiers down and presses the key; lets the key go; lets the modifiers go.
+    virtual void pressKey(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
+    virtual void releaseKey(std::uint32_t keyCode) = 0;
+    virtual void releaseModifiers(std::uint32_t modifiers) = 0;
+    /// Another program takes the combination in every state of the lock keys; whether it got it.
+    virtual bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
+    virtual void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
 };
 
+/// Of the machine that the test program is linked with.
+std::unique_ptr<Rig> makeRig();
+
 /// A test of one service, on a rig of its own.
-template <Rig R>
 class Contract : public testing::Test {
 protected:
     using Titles = std::vector<std::string>;
 
-    Machine& machine() { return rig.machine(); }
-    bool waitUntil(const std::function<bool()>& condition) { return rig.waitUntil(condition); }
+    Machine& machine() { return rig->machine(); }
+    bool waitUntil(const std::function<bool()>& condition) { return rig->waitUntil(condition); }
     testing::AssertionResult shows(const Titles& titles) {
-        if (waitUntil([&] { return rig.shownTitles() == titles; }))
+        if (waitUntil([&] { return rig->shownTitles() == titles; }))
             return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "shows " << testing::PrintToString(rig.shownTitles());
+        return testing::AssertionFailure() << "shows " << testing::PrintToString(rig->shownTitles());
     }
 
     static constexpr Rect place{{120, 150}, {500, 300}};
 
-    R rig;
+    const std::unique_ptr<Rig> rig = makeRig();
 };
 
 } // namespace tavro

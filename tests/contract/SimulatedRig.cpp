@@ -1,83 +1,119 @@
-#include "SimulatedRig.h"
+#include "Rig.h"
+
+#include "desktop/support/TemporaryFolder.h"
+#include "platform/simulated/SimulatedMac.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <map>
 
 namespace tavro {
+namespace {
 
-SimulatedRig::SimulatedRig() {
-    m_mac.workspace().startSelf();
-    auto name = (std::filesystem::temp_directory_path() / "tavro-XXXXXX").string();
-    if (const auto* created = mkdtemp(name.data()))
-        m_folder = created;
-}
+/// The simulated Mac, where everything takes effect at once or when the main queue has run.
+class SimulatedRig final : public Rig {
+public:
+    SimulatedRig() { m_mac.workspace().startSelf(); }
 
-SimulatedRig::~SimulatedRig() {
-    std::filesystem::remove_all(m_folder);
-}
+    Machine& machine() override { return m_mac; }
+    bool waitUntil(const std::function<bool()>& condition) override {
+        const auto deadline = now() + MainQueue::Duration(10);
+        m_mac.mainQueue().runUntilIdle();
+        while (!condition() && now() < deadline)
+            m_mac.mainQueue().advance(MainQueue::Duration(0.01));
+        return condition();
+    }
+    MainQueue::Duration now() const override { return m_mac.mainQueue().now(); }
+    void relaunch() override {
+        m_mac.endProcess();
+        m_mac.workspace().startSelf();
+    }
 
-bool SimulatedRig::waitUntil(const std::function<bool()>& condition) {
-    const auto deadline = now() + MainQueue::Duration(10);
-    m_mac.mainQueue().runUntilIdle();
-    while (!condition() && now() < deadline)
-        m_mac.mainQueue().advance(MainQueue::Duration(0.01));
-    return condition();
-}
+    std::filesystem::path folder() const override { return m_folder.path(); }
+    void writePicture(const std::filesystem::path& file, int width, int height,
+                      std::uint32_t color) override {
+        SimulatedImages::write(file, width, height, color);
+    }
 
-void SimulatedRig::relaunch() {
-    m_mac.endProcess();
-    m_mac.workspace().startSelf();
-}
+    void openWindow(const std::string& application, const std::string& title, Rect frame) override {
+        if (!m_applications.contains(application))
+            m_applications.emplace(application, m_mac.workspace().launch(application));
+        m_mac.workspace().openWindow(m_applications.at(application), title, frame);
+    }
+    void quit(const std::string& application) override {
+        m_mac.workspace().quit(m_applications.at(application));
+        m_applications.erase(application);
+    }
+    void clickWindow(const std::string& title) override { m_mac.workspace().clickWindow(number(title)); }
+    void minimise(const std::string& title) override { m_mac.workspace().minimise(number(title)); }
+    std::vector<std::string> shownTitles() const override {
+        std::vector<std::string> titles;
+        for (const auto& window : m_mac.windowServer().windows())
+            if (m_applications.contains(window.ownerName) && m_mac.windowServer().isVisible(window))
+                titles.push_back(window.name);
+        return titles;
+    }
+    std::optional<Rect> shownFrame(WindowNumber number) const override {
+        const auto* window = m_mac.windowServer().find(number);
+        return window && m_mac.windowServer().isVisible(*window) ? std::optional(window->frame)
+                                                                 : std::nullopt;
+    }
 
-void SimulatedRig::writePicture(const std::filesystem::path& file, int width, int height,
-                                std::uint32_t color) {
-    SimulatedImages::write(file, width, height, color);
-}
+    bool hasStatusItem() override { return !m_mac.statusBar().items().empty(); }
+    void click(EventType type, unsigned modifierFlags) override {
+        m_mac.statusBar().click(*m_mac.statusBar().items().front(), type, modifierFlags);
+    }
+    bool menuIsOpen() const override { return m_mac.statusBar().openMenu() != nullptr; }
+    void chooseLast() override { m_mac.statusBar().choose(m_mac.statusBar().openMenu()->items.back().title); }
+    void closeMenu() override { m_mac.statusBar().closeMenu(); }
 
-void SimulatedRig::openWindow(const std::string& application, const std::string& title, Rect frame) {
-    if (!m_applications.contains(application))
-        m_applications.emplace(application, m_mac.workspace().launch(application));
-    m_mac.workspace().openWindow(m_applications.at(application), title, frame);
-}
+    std::string addInputDevice(const std::string& name) override {
+        return audio().device(audio().plugIn(SimulatedAudioHardware::microphone(name))).uid;
+    }
+    std::string addOutputDevice(const std::string& name) override {
+        return audio().device(audio().plugIn(SimulatedAudioHardware::speaker(name))).uid;
+    }
+    void removeDevice(const std::string& uid) override { audio().unplug(device(uid)); }
+    void setDefaultInput(const std::string& uid) override { audio().setDefaultInput(device(uid)); }
+    void setDefaultOutput(const std::string& uid) override { audio().setDefaultOutput(device(uid)); }
+    void otherProgramSetsMute(const std::string& uid, bool mute) override {
+        audio().otherProgramSetsMute(device(uid), mute);
+    }
+    bool isMutedOnServer(const std::string& uid) override { return audio().isMuted(device(uid)).value(); }
 
-void SimulatedRig::quit(const std::string& application) {
-    m_mac.workspace().quit(m_applications.at(application));
-    m_applications.erase(application);
-}
+    bool showsANotification() override { return !m_silencing.state; }
+    void userSwitchesDoNotDisturbOn() override { m_silencing.state = true; }
 
-std::vector<std::string> SimulatedRig::shownTitles() const {
-    std::vector<std::string> titles;
-    for (const auto& window : m_mac.windowServer().windows())
-        if (m_applications.contains(window.ownerName) && m_mac.windowServer().isVisible(window))
-            titles.push_back(window.name);
-    return titles;
-}
+    void pressKey(std::uint32_t keyCode, std::uint32_t modifiers) override {
+        m_heldModifiers |= modifiers;
+        m_mac.hotKeyCenter().press({keyCode, m_heldModifiers});
+    }
+    void releaseKey(std::uint32_t keyCode) override { m_mac.hotKeyCenter().release(keyCode); }
+    void releaseModifiers(std::uint32_t modifiers) override { m_heldModifiers &= ~modifiers; }
+    bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers) override {
+        return m_mac.hotKeyCenter().otherProgramTakes({keyCode, modifiers});
+    }
+    void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers) override {
+        m_mac.hotKeyCenter().otherProgramLetsGo({keyCode, modifiers});
+    }
 
-std::optional<Rect> SimulatedRig::shownFrame(WindowNumber number) const {
-    const auto* window = m_mac.windowServer().find(number);
-    return window && m_mac.windowServer().isVisible(*window) ? std::optional(window->frame) : std::nullopt;
-}
+private:
+    SimulatedAudioHardware& audio() { return m_mac.audioHardware(); }
+    AudioObjectID device(const std::string& uid) { return audio().deviceWithUID(uid); }
+    WindowNumber number(const std::string& title) const {
+        return std::ranges::find(m_mac.windowServer().windows(), title, &ServerWindow::name)->number;
+    }
 
-void SimulatedRig::click(EventType type, unsigned modifierFlags) {
-    m_mac.statusBar().click(*m_mac.statusBar().items().front(), type, modifierFlags);
-}
+    mutable SimulatedMac m_mac;
+    SimulatedNotificationSilencing& m_silencing = m_mac.becomeSwitchable();
+    TemporaryFolder m_folder;
+    std::map<std::string, ApplicationID> m_applications;
+    std::uint32_t m_heldModifiers = 0;
+};
 
-std::string SimulatedRig::addInputDevice(const std::string& name) {
-    return audio().device(audio().plugIn(SimulatedAudioHardware::microphone(name))).uid;
-}
+} // namespace
 
-std::string SimulatedRig::addOutputDevice(const std::string& name) {
-    return audio().device(audio().plugIn(SimulatedAudioHardware::speaker(name))).uid;
-}
-
-void SimulatedRig::pressKey(std::uint32_t keyCode, std::uint32_t modifiers) {
-    m_heldModifiers |= modifiers;
-    m_mac.hotKeyCenter().press({keyCode, m_heldModifiers});
-}
-
-WindowNumber SimulatedRig::number(const std::string& title) const {
-    const auto& windows = m_mac.windowServer().windows();
-    return std::ranges::find(windows, title, &ServerWindow::name)->number;
+std::unique_ptr<Rig> makeRig() {
+    return std::make_unique<SimulatedRig>();
 }
 
 } // namespace tavro

@@ -68,30 +68,39 @@ TEST_F(ProcessTest, TheMenuOpensAtTheItemAndLeavesTheClicksToTheProgram) {
     quit(tavro);
 }
 
-TEST_F(ProcessTest, QuitEndsTheProcessAtOnceAndWithoutTurningOff) {
-    const auto stacking = server.applicationWindows();
-    const auto front = server.active();
-    for (const bool withControl : {false, true}) {
-        SCOPED_TRACE(withControl ? "Control-click" : "right click");
-        auto tavro = launch();
-        present(*tavro);
+TEST_F(ProcessTest, TheNextLaunchBringsBackWhatAProcessThatQuitOrWasKilledHadHidden) {
+    const auto chooseQuit = [this](bool withControl) {
         openMenu(withControl);
         chooseLast(server.place(onlyMenu()));
-        EXPECT_EQ(tavro->end(), "exited with 0");
+    };
+    const std::tuple<const char*, std::function<void(TavroProcess&)>, const char*> ends[] = {
+        {"right click", [&](auto&) { chooseQuit(false); }, "exited with 0"},
+        {"Control-click", [&](auto&) { chooseQuit(true); }, "exited with 0"},
+        {"killed", [](auto& tavro) { tavro.signal(SIGKILL); }, "killed by signal 9"},
+    };
+    for (const auto& [what, end, status] : ends) {
+        SCOPED_TRACE(what);
+        auto tavro = launch();
+        present(*tavro);
+        ASSERT_TRUE(server.eventually("the mode in the defaults file", [this] { return !defaultsSayOff(); }));
+        end(*tavro);
+        EXPECT_EQ(tavro->end(), status);
         EXPECT_EQ(tavro->linesOfOutput(turnedOff), 0);
         parkPointer();
 
-        tavro = launch(); // brings the windows back
+        tavro = launch();
+        EXPECT_TRUE(
+            server.eventually("the mode off in the defaults file", [this] { return defaultsSayOff(); }));
+        EXPECT_EQ(tavro->linesOfOutput(turnedOff), 0);
+        EXPECT_TRUE(areMinimised(windowsBesides("Chat")));
         toggle(*tavro);
         toggle(*tavro);
-        EXPECT_TRUE(isRestored(stacking, front));
+        EXPECT_TRUE(isRestored());
         quit(tavro);
     }
 }
 
 TEST_F(ProcessTest, TerminationSignalsTurnPresentationModeOffFirst) {
-    const auto stacking = server.applicationWindows();
-    const auto front = server.active();
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         SCOPED_TRACE(strsignal(signal));
         auto tavro = launch();
@@ -101,14 +110,12 @@ TEST_F(ProcessTest, TerminationSignalsTurnPresentationModeOffFirst) {
         EXPECT_EQ(tavro->linesOfOutput(turnedOff), 1);
         EXPECT_EQ(complaints(*tavro), "");
         EXPECT_TRUE(defaultsSayOff());
-        EXPECT_TRUE(isRestored(stacking, front));
+        EXPECT_TRUE(isRestored());
     }
 }
 
 TEST_F(ProcessTest, TheSessionsEndTurnsPresentationModeOffFirst) {
     SessionManager manager;
-    const auto stacking = server.applicationWindows();
-    const auto front = server.active();
     auto how = settings();
     how.environment["SESSION_MANAGER"] = manager.address();
     TavroProcess tavro(how);
@@ -124,37 +131,14 @@ TEST_F(ProcessTest, TheSessionsEndTurnsPresentationModeOffFirst) {
     manager.shutDown();
     ASSERT_TRUE(reaches("the client ready for the end", [&] { return manager.hasSaved(); }));
     EXPECT_EQ(tavro.linesOfOutput(turnedOff), 1);
-    EXPECT_TRUE(isRestored(stacking, front));
+    EXPECT_TRUE(isRestored());
     manager.die();
     EXPECT_EQ(tavro.end(), "exited with 0");
     EXPECT_EQ(tavro.linesOfOutput(turnedOff), 1);
 }
 
-TEST_F(ProcessTest, TheNextLaunchBringsBackWhatAKilledProcessHadHidden) {
-    const auto stacking = server.applicationWindows();
-    const auto front = server.active();
-    auto tavro = launch();
-    present(*tavro);
-    ASSERT_TRUE(server.eventually("the mode in the defaults file", [this] { return !defaultsSayOff(); }));
-    tavro->signal(SIGKILL);
-    EXPECT_EQ(tavro->end(), "killed by signal 9");
-
-    tavro = launch();
-    EXPECT_TRUE(server.eventually("the mode off in the defaults file", [this] { return defaultsSayOff(); }));
-    EXPECT_EQ(tavro->linesOfOutput(turnedOff), 0);
-    EXPECT_TRUE(areMinimised(windowsBesides("Chat")));
-    toggle(*tavro);
-    toggle(*tavro);
-    EXPECT_TRUE(isRestored(stacking, front));
-    quit(tavro);
-}
-
 TEST_F(ProcessTest, TheFirstLaunchMakesItALoginItemAndLaterOnesLeaveThatToTheUser) {
     const auto entry = config.path() / "autostart" / "com.vantrelo.TavroPRO.desktop";
-    const auto text = [&] {
-        std::ifstream file(entry);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
     auto tavro = launch();
     EXPECT_TRUE(server.eventually("the entry", [&] { return std::filesystem::exists(entry); }));
     quit(tavro);
@@ -166,11 +150,6 @@ TEST_F(ProcessTest, TheFirstLaunchMakesItALoginItemAndLaterOnesLeaveThatToTheUse
     tavro = launch(how);
     quit(tavro);
 
-    const auto disabled = text() + "Hidden=true\n";
-    std::ofstream(entry) << disabled;
-    tavro = launch();
-    quit(tavro);
-    EXPECT_EQ(text(), disabled);
     std::filesystem::remove(entry);
     tavro = launch();
     quit(tavro);

@@ -34,54 +34,27 @@ protected:
                                  [&] { return isMuted ? tray.showsRedBezel() : tray.showsGreenBezel(); });
     }
 
-    std::vector<double> volumes() {
-        std::vector<double> all;
-        for (const auto& [name, device] : audio.speakers())
-            all.push_back(device.volume);
-        return all;
-    }
-
     AudioServer audio;
 };
 
 TEST_F(Sound, ThePresentationMutesTheDefaultSpeakerAndItsEndUnmutesEveryMicrophone) {
     audio.setVolume("speaker_1", 40);
-    const auto volumesBefore = volumes();
+    const auto speakersBefore = audio.speakers();
     auto tavro = launchMutingSpeaker();
-    const struct {
-        const char* what;
-        Muted before, during;
-        std::function<void()> meanwhile;
-        Muted after;
-    } cases[] = {
-        {"nothing muted", {}, {"speaker_1"}, [] {}, {}},
-        {"a microphone muted before", {"mic_2"}, {"mic_2", "speaker_1"}, [] {}, {}},
-        {"both microphones muted meanwhile",
-         {},
-         {"speaker_1"},
-         [this] {
-             audio.mute("mic_1", true);
-             audio.mute("mic_2", true);
-         },
-         {}},
-        // What is the default speaker then is what is unmuted.
-        {"another default speaker",
-         {"speaker_2"},
-         {"speaker_1", "speaker_2"},
-         [this] { audio.makeDefault("speaker_2"); },
-         {"speaker_1"}},
-    };
-    for (const auto& [what, before, during, meanwhile, after] : cases) {
-        SCOPED_TRACE(what);
-        for (const auto& name : before)
-            audio.mute(name, true);
-        toggle(*tavro);
-        EXPECT_TRUE(becomeMuted(during));
-        meanwhile();
-        toggle(*tavro);
-        EXPECT_TRUE(becomeMuted(after));
-    }
-    EXPECT_EQ(volumes(), volumesBefore);
+    audio.mute("mic_2", true);
+    toggle(*tavro);
+    EXPECT_TRUE(becomeMuted({"mic_2", "speaker_1"}));
+    audio.mute("mic_1", true);
+    toggle(*tavro);
+    EXPECT_TRUE(becomeMuted({}));
+    EXPECT_EQ(audio.speakers(), speakersBefore);
+    // What is the default speaker then is what is unmuted.
+    audio.mute("speaker_2", true);
+    toggle(*tavro);
+    EXPECT_TRUE(becomeMuted({"speaker_1", "speaker_2"}));
+    audio.makeDefault("speaker_2");
+    toggle(*tavro);
+    EXPECT_TRUE(becomeMuted({"speaker_1"}));
     quit(tavro);
     EXPECT_EQ(complaints(*tavro), "");
 }
@@ -96,14 +69,11 @@ TEST_F(Sound, TheButtonFlipsTheMicrophonesAndFollowsWhateverElseDoes) {
         EXPECT_TRUE(buttonShows(mute));
     }
     parkPointer();
-    // All of them have to be muted for the button to be red.
-    const std::tuple<const char*, bool, bool> changes[] = {
-        {"mic_2", true, false}, {"mic_1", true, true}, {"mic_2", false, false}};
-    for (const auto& [name, mute, isRed] : changes) {
-        SCOPED_TRACE(name);
-        audio.mute(name, mute);
-        EXPECT_TRUE(buttonShows(isRed));
-    }
+    for (const auto* name : {"mic_1", "mic_2"})
+        audio.mute(name, true);
+    EXPECT_TRUE(buttonShows(true));
+    audio.mute("mic_2", false);
+    EXPECT_TRUE(buttonShows(false));
     toggle(*tavro);
     EXPECT_TRUE(becomeMuted({}));
     quit(tavro);

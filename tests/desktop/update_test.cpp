@@ -9,8 +9,6 @@ TEST_F(DesktopTest, EachLaunchComparesThePublishedVersionWithItsOwn) {
     const std::pair<std::string, std::string> cases[] = {
         {R"({"version": "99.0", "url": "https://example.com/"})", "Version outdate " + running + " > 99.0"},
         {R"({"version": ")" + running + "\"}", "Version updated " + running},
-        {"{}", "Version updated " + running},
-        {"<html>", "Check Version error not JSON, at byte 1"},
     };
     for (const auto& [record, line] : cases) {
         SCOPED_TRACE(record);
@@ -29,5 +27,5 @@ TEST_F(DesktopTest, EachLaunchComparesThePublishedVersionWithItsOwn) {
     }
     const auto target = host.find(':') == host.npos ? host + ":443" : host;
     const auto requests = "CONNECT " + target + " HTTP/1.1\nGET /releases/version.json HTTP/1.1\n";
-    EXPECT_EQ(publisher.requests(), requests + requests + requests + requests);
+    EXPECT_EQ(publisher.requests(), requests + requests);
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/PlistUserDefaults.h"
 
+#include "desktop/support/TemporaryFolder.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMainQueue.h"
 
@@ -18,13 +19,6 @@ using namespace std::string_literals;
 
 class PlistUserDefaultsTest : public testing::Test {
 protected:
-    PlistUserDefaultsTest() {
-        auto name = (fs::temp_directory_path() / "tavro-XXXXXX").string();
-        folder = mkdtemp(name.data());
-        file = folder / "settings.plist";
-    }
-    ~PlistUserDefaultsTest() override { fs::remove_all(folder); }
-
     void write(const std::string& bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
     static std::string read(const fs::path& path) {
         std::ifstream stream(path, std::ios::binary);
@@ -35,7 +29,8 @@ protected:
         return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
     }
 
-    fs::path folder, file;
+    TemporaryFolder temporary;
+    const fs::path folder = temporary.path(), file = folder / "settings.plist";
     SimulatedMainQueue queue;
     Journal journal;
     SimulatedLog log{journal};
@@ -43,13 +38,13 @@ protected:
 
 constexpr auto header = "<?xml version=\"1.0\"?><plist version=\"1.0\">";
 
-std::string nested(const std::string& open, const std::string& close, int depth) {
-    std::string text = header + "<dict><key>deep</key>"s;
-    for (int i = 0; i < depth; ++i)
-        text += open;
-    for (int i = 0; i < depth; ++i)
-        text += close;
-    return text + "</dict></plist>";
+std::string nestedArrays(int depth) {
+    std::string open, close;
+    for (int i = 0; i < depth; ++i) {
+        open += "<array>";
+        close += "</array>";
+    }
+    return header + "<dict><key>deep</key>"s + open + close + "</dict></plist>";
 }
 
 TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreStoredAgain) {
@@ -61,7 +56,7 @@ TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreS
         {"an array on top", header + "<array><true/></array></plist>"s},
         {"truncated binary", "bplist00\xd1\x01\x02"},
         {"binary with wild offsets", "bplist00\xd1\x01\x02Ua"s + std::string(32, '\xff')},
-        {"too large", nested("<array>", "</array>", 40000)},
+        {"too large", nestedArrays(40000)},
     };
     std::size_t setAside = 0;
     for (const auto& [name, bytes] : cases) {
@@ -100,7 +95,7 @@ TEST_F(PlistUserDefaultsTest, DamagedBytesNeverCrashIt) {
 }
 
 TEST_F(PlistUserDefaultsTest, AFileThatNestsAsDeepAsItMayIsRead) {
-    write(nested("<array>", "</array>", 4000));
+    write(nestedArrays(4000));
     auto defaults = open();
     EXPECT_TRUE(defaults.object("deep"));
     defaults.setObject("tavro", true);

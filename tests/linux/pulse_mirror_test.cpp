@@ -106,82 +106,53 @@ TEST_F(PulseMirrorTest, ShowsNothingBeforeAllThatTheServerHadIsKnown) {
     EXPECT_EQ(mirror.defaultDevice(Kind::source), number("mic"));
 }
 
-// Each case acts while the questions of the connection, or of a change, wait for their answers.
+// Each case acts while the three questions of the connection, or one of a change, wait for their answers.
 TEST_F(PulseMirrorTest, AnswersThatComeLateChangeNothing) {
-    const PulseDevice other = source(7, "other");
-    const struct {
-        const char* what;
-        std::function<void()> act;
-        std::vector<std::string> expected;
-    } cases[] = {
-        {"removed before it is described",
-         [&] {
-             connect();
-             devices.push_back(other);
-             mirror.deviceChanged(Kind::source, 7);
-             ASSERT_EQ(questions().size(), 1u);
-             mirror.deviceRemoved(Kind::source, 7);
-             answerAll(); // it was there when the server answered
-         },
-         {"speaker", "mic"}},
-        {"removed while the list is under way",
-         [&] {
-             devices.push_back(other);
-             mirror.connected();
-             ASSERT_EQ(questions().size(), 3u);
-             mirror.deviceRemoved(Kind::source, 7);
-             answerAll();
-         },
-         {"speaker", "mic"}},
-        {"removed while the list is under way, and its index taken again",
-         [&] {
-             devices.push_back(other);
-             mirror.connected();
-             ASSERT_EQ(questions().size(), 3u);
-             mirror.deviceRemoved(Kind::source, 7);
-             mirror.deviceChanged(Kind::source, 7);
-             answerAll();
-         },
-         {"speaker", "mic", "other"}},
-        {"gone when the server looked for it",
-         [&] {
-             connect();
-             mirror.deviceChanged(Kind::source, 1);
-             devices.pop_back();
-             answerAll();
-         },
-         {"speaker"}},
-        {"of the connection before this one",
-         [&] {
-             mirror.connected();
-             const auto old = questions();
-             waiting.clear();
-             mirror.connected();
-             for (const auto& question : old)
-                 answer(question);
-             devices = {source(1, "another server's")};
-             answerAll();
-         },
-         {"another server's"}},
-        {"after the server has gone",
-         [&] {
-             mirror.connected();
-             const auto old = questions();
-             mirror.disconnected();
-             for (const auto& question : old)
-                 answer(question);
-         },
-         {}},
-    };
-    const auto devicesAtFirst = devices;
-    for (const auto& [what, act, expected] : cases) {
-        SCOPED_TRACE(what);
-        mirror = PulseMirror();
-        devices = devicesAtFirst;
-        waiting.clear();
-        act();
-        EXPECT_EQ(names(), expected);
+    using Names = std::vector<std::string>;
+    const std::vector<PulseDevice> withOther{devices[0], devices[1], devices[2], source(7, "other")};
+    mirror.connected();
+    auto old = questions();
+    ASSERT_EQ(old.size(), 3u);
+
+    // Of the connection before this one.
+    waiting.clear();
+    mirror.connected();
+    std::ranges::for_each(old, [this](const auto& question) { answer(question); });
+    devices = {source(1, "another server's")};
+    answerAll();
+    EXPECT_EQ(names(), Names{"another server's"});
+
+    // Removed while the list is under way, and then its index taken again.
+    for (const bool isTakenAgain : {false, true}) {
+        devices = withOther;
+        mirror.connected();
+        ASSERT_EQ(questions().size(), 3u);
+        mirror.deviceRemoved(Kind::source, 7);
+        if (isTakenAgain)
+            mirror.deviceChanged(Kind::source, 7);
+        answerAll();
+        EXPECT_EQ(names(), isTakenAgain ? Names({"speaker", "mic", "other"}) : Names({"speaker", "mic"}));
     }
+
+    // Removed before it is described: it was there when the server answered.
+    mirror.deviceChanged(Kind::source, 7);
+    ASSERT_EQ(questions().size(), 1u);
+    mirror.deviceRemoved(Kind::source, 7);
+    answerAll();
+    EXPECT_EQ(names(), Names({"speaker", "mic"}));
+
+    // Gone when the server looked for it.
+    mirror.deviceChanged(Kind::source, 1);
+    devices = {sink(0, "speaker")};
+    answerAll();
+    EXPECT_EQ(names(), Names{"speaker"});
+
+    // After the server has gone.
+    mirror.connected();
+    old = questions();
+    mirror.disconnected();
+    std::ranges::for_each(old, [this](const auto& question) { answer(question); });
+    EXPECT_EQ(names(), Names{});
 }
 
 TEST_F(PulseMirrorTest, ABurstIsFoldedIntoOneMoreQuestionAndEndsWithWhatIsTrue) {

@@ -101,20 +101,6 @@ TEST_F(AlertViewTest, TheContentSaysTheState) {
     }
 }
 
-TEST_F(AlertViewTest, ItStandsAboveTheApplicationsAndLeavesThemTheFocusAndTheClicks) {
-    mac.workspace().startSelf();
-    const auto editor = openWindow("Editor");
-    mac.windowServer().find(editor)->frame = {{0, 0}, {1920, 1080}};
-    toggleMicMute();
-    mac.mainQueue().runUntilIdle();
-    const auto alertNumber = number(*alert()->window);
-    EXPECT_EQ(mac.windowServer().windows().back().number, alertNumber);
-    EXPECT_EQ(mac.windowServer().windowAt({900, 200})->number, editor);
-    EXPECT_EQ(mac.workspace().frontmost(), owner(editor));
-    mac.workspace().userHides(ApplicationID::self);
-    EXPECT_TRUE(isVisible(alertNumber));
-}
-
 TEST_F(AlertViewTest, ThePressShowsWhatItIsAboutToWrite) {
     const struct {
         const char* what;
@@ -178,17 +164,6 @@ TEST_F(AlertViewTest, WithoutAWindowThePressStillMutesAndIsStillOneASecond) {
     toggleMicMute();
     EXPECT_EQ(audio.isMuted(device), false);
     EXPECT_EQ(shownText(), "Mic Unmuted");
-}
-
-TEST_F(AlertViewTest, ARefusingDeviceChangesNothingAboutTheIndicator) {
-    const auto device = plugInMicrophone("Desk");
-    audio.fail(AudioCall::setData, device, inputMute, kAudioHardwareNotRunningError);
-    toggleMicMute();
-    EXPECT_EQ(shownText(), "Mic Muted");
-    ASSERT_EQ(mac.log().printed().size(), 1u);
-    EXPECT_TRUE(mac.log().printed()[0].starts_with("Input audio error: AudioDevice("));
-    mac.mainQueue().advance(1s);
-    EXPECT_FALSE(alert());
 }
 
 TEST_F(SimulatedMacTest, AnIndicatorEndsWithItsProcess) {

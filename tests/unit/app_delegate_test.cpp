@@ -68,17 +68,6 @@ TEST_F(AppDelegateTest, AClickMeansWhatButtonAndModifiersSay) {
     }
 }
 
-TEST_F(AppDelegateTest, OptionClicksSwitchOnAndOff) {
-    Launch launch(mac);
-    for (const auto* image : {"menubar-on", "menubar-off", "menubar-on"}) {
-        launch.switchPresentationMode();
-        EXPECT_EQ(launch.shownImage(), image);
-    }
-    EXPECT_EQ(mac.journal().lines("log.print Turn"),
-              (Lines{"log.print Turn On --------------", "log.print Turn Off --------------",
-                     "log.print Turn On --------------"}));
-}
-
 TEST_F(AppDelegateTest, ShortcutsWorkWhateverHasTheFocus) {
     constexpr SimulatedHotKeyCenter::Combination mute{46, cmdKey | shiftKey}, toggle{35, cmdKey};
     const auto microphone = mac.audioHardware().deviceWithUID("uid of Built-in Microphone");

@@ -1,6 +1,7 @@
 #include "Launch.h"
 
 #include "desktop/CoverWindow.h"
+#include "desktop/support/TemporaryFolder.h"
 #include "platform/simulated/SimulatedWindow.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <unistd.h>
 
 namespace tavro {
 namespace {
@@ -40,13 +40,10 @@ std::string describe(const CoverContent& content) {
 class CoverWindowTest : public testing::Test {
 protected:
     CoverWindowTest() {
-        std::filesystem::create_directories(m_folder);
         SimulatedImages::write(m_folder / "main.png", 4, 3, mainColor);
         SimulatedImages::write(m_folder / "custom.png", 6, 5, customColor);
         std::ofstream(m_folder / "text.png") << "not a picture";
-        std::filesystem::create_directory(m_folder / "folder.png");
     }
-    ~CoverWindowTest() override { std::filesystem::remove_all(m_folder); }
 
     void giveMainScreenAWallpaper(SimulatedMac& mac) {
         if (const auto screen = mac.screens().mainScreen())
@@ -59,26 +56,23 @@ protected:
                                         {WindowListKey::number, std::move(number)}};
     }
 
-    const std::filesystem::path m_folder =
-        std::filesystem::temp_directory_path() / ("tavro-covers-" + std::to_string(getpid()));
+    const TemporaryFolder m_temporary;
+    const std::filesystem::path m_folder = m_temporary.path();
 };
 
-struct Closed {
-    explicit Closed(const CoverWindow& cover)
-        : window(cover.window) {}
-    ~Closed() {
+struct ClosedAtTheEnd : CoverWindow {
+    using CoverWindow::CoverWindow;
+    ~ClosedAtTheEnd() {
         if (window)
             window->close();
     }
-    std::shared_ptr<Window> window;
 };
 
 TEST_F(CoverWindowTest, ConstructionConfiguresTheWindowInThisOrder) {
     SimulatedMac mac;
     Process process(mac);
     mac.journal().clear();
-    const CoverWindow cover(m_folder / "custom.png", mac.screens().screens()[1]);
-    const Closed closed(cover);
+    const ClosedAtTheEnd cover(m_folder / "custom.png", mac.screens().screens()[1]);
     EXPECT_EQ(mac.journal().lines(), (Lines{
                                          "windowServer.createWindow 5 1440x900 at 1920,180 1 2 false",
                                          "window.setLevel -2147483602",
@@ -97,31 +91,14 @@ TEST_F(CoverWindowTest, ConstructionConfiguresTheWindowInThisOrder) {
     const auto& window = static_cast<const SimulatedWindow&>(*cover.window);
     const auto view = std::dynamic_pointer_cast<const HostingView<CoverWindow>>(window.contentView());
     ASSERT_NE(view, nullptr);
-    for (const auto* record : {&cover, &view->record}) {
+    const CoverWindow& made = cover;
+    for (const auto* record : {&made, &view->record}) {
         EXPECT_EQ(record->window, cover.window);
         EXPECT_EQ(record->displayFrame, (Rect{{1920, 180}, {1440, 900}}));
         EXPECT_EQ(record->wallpaperPath, m_folder / "custom.png");
         EXPECT_EQ(record->displayID, DisplayID(2));
         EXPECT_EQ(record->windowNumber, WindowNumber(5));
     }
-}
-
-TEST_F(CoverWindowTest, StandsBetweenTheIconsAndTheApplicationsAndTakesNoClick) {
-    SimulatedMac mac;
-    const auto editor =
-        mac.workspace().openWindow(mac.workspace().launch("Editor"), "", {{100, 100}, {800, 600}});
-    Process process(mac);
-    const CoverWindow cover(std::nullopt, mac.screens().screens()[0]);
-    const Closed closed(cover);
-    Lines owners;
-    for (const auto& window : mac.windowServer().windows())
-        if (window.frame.origin.x < 1920)
-            owners.push_back(window.ownerName);
-    EXPECT_EQ(owners, (Lines{"Dock", "Finder", "TavroPRO", "Editor"}));
-    EXPECT_EQ(mac.windowServer().windowAt({10, 10})->ownerName, "Finder");
-    EXPECT_EQ(mac.windowServer().windowAt({200, 200})->number, editor);
-    mac.windowServer().setHidden(ApplicationID::self, true);
-    EXPECT_TRUE(mac.windowServer().isVisible(*mac.windowServer().find(*cover.windowNumber)));
 }
 
 TEST_F(CoverWindowTest, ContentIsTheFirstSourceThatWorks) {
@@ -137,6 +114,15 @@ TEST_F(CoverWindowTest, ContentIsTheFirstSourceThatWorks) {
                 {ApplicationID(99), owner, name, firstFrame, level, true, false, true, false, 0xff777777});
         };
     };
+    const auto screens = [](std::vector<Screen> all) {
+        return [=](SimulatedMac& mac) { mac.screens().set(all); };
+    };
+    const auto textAsWallpaper = [this](SimulatedMac& mac) {
+        mac.windowList().failNextList();
+        mac.workspace().setDesktopImage(mac.screens().screens()[0], m_folder / "text.png");
+    };
+    const PropertyList::Dictionary withoutNumber{{WindowListKey::ownerName, "Dock"},
+                                                 {WindowListKey::name, "Wallpaper-0"}};
     constexpr int low = SimulatedWindowServer::wallpaperLevel;
     const struct {
         const char* what;
@@ -149,7 +135,6 @@ TEST_F(CoverWindowTest, ContentIsTheFirstSourceThatWorks) {
         {"no custom picture", nullptr, nothing, captured, 1},
         {"custom picture missing", "missing.png", nothing, captured, 1},
         {"custom picture is a text", "text.png", nothing, captured, 1},
-        {"custom picture is a folder", "folder.png", nothing, captured, 1},
         {"the window of another owner", nullptr, window("Impostor", "Wallpaper-9", low), captured, 1},
         {"another window of the Dock", nullptr, window("Dock", "Launchpad", low), captured, 1},
         {"the frontmost of several", nullptr, window("Dock", "Wallpaper-9", low), "fixed ff777777 1920x1080",
@@ -161,23 +146,12 @@ TEST_F(CoverWindowTest, ContentIsTheFirstSourceThatWorks) {
         {"an entry that is no dictionary", nullptr, junk("window"), mainWallpaper, 1},
         {"a number that is a text", nullptr, junk(entry("Dock", "Wallpaper-0", "1")), mainWallpaper, 1},
         {"a negative number", nullptr, junk(entry("Dock", "Wallpaper-0", -1)), mainWallpaper, 1},
-        {"no number", nullptr,
-         junk(PropertyList::Dictionary{{WindowListKey::ownerName, "Dock"},
-                                       {WindowListKey::name, "Wallpaper-0"}}),
-         mainWallpaper, 1},
+        {"no number", nullptr, junk(withoutNumber), mainWallpaper, 1},
         {"the number of no window", nullptr, junk(entry("Dock", "Wallpaper-0", 4000)), mainWallpaper, 1},
-        {"the display is gone", nullptr,
-         [](auto& mac) {
-             mac.screens().set({SimulatedScreens::screen({{0, 0}, {800, 600}}, 7)});
-         },
-         failed, 1},
-        {"no screen is left", nullptr, [](auto& mac) { mac.screens().set({}); }, failed, 1},
-        {"the main wallpaper is a text", nullptr,
-         [&](auto& mac) {
-             mac.windowList().failNextList();
-             mac.workspace().setDesktopImage(mac.screens().screens()[0], m_folder / "text.png");
-         },
-         failed, 1},
+        {"the display is gone", nullptr, screens({SimulatedScreens::screen({{0, 0}, {800, 600}}, 7)}), failed,
+         1},
+        {"no screen is left", nullptr, screens({}), failed, 1},
+        {"the main wallpaper is a text", nullptr, textAsWallpaper, failed, 1},
     };
     for (const auto& [what, custom, setup, expected, listCount] : cases) {
         SCOPED_TRACE(what);
@@ -185,9 +159,8 @@ TEST_F(CoverWindowTest, ContentIsTheFirstSourceThatWorks) {
         mac.screens().set({onlyScreen});
         giveMainScreenAWallpaper(mac);
         Process process(mac);
-        const CoverWindow cover(custom ? std::optional(m_folder / custom) : std::nullopt,
-                                mac.screens().screens()[0]);
-        const Closed closed(cover);
+        const ClosedAtTheEnd cover(custom ? std::optional(m_folder / custom) : std::nullopt,
+                                   mac.screens().screens()[0]);
         setup(mac);
         EXPECT_EQ(describe(cover.body()), expected);
         EXPECT_EQ(mac.windowList().listCount(), listCount);
@@ -198,8 +171,7 @@ TEST_F(CoverWindowTest, TheSecondScreenFallsBackToTheMainScreensWallpaper) {
     SimulatedMac mac;
     giveMainScreenAWallpaper(mac);
     Process process(mac);
-    const CoverWindow cover(std::nullopt, mac.screens().screens()[1]);
-    const Closed closed(cover);
+    const ClosedAtTheEnd cover(std::nullopt, mac.screens().screens()[1]);
     mac.windowList().failNextImage();
     EXPECT_EQ(describe(cover.body()), mainWallpaper);
     mac.screens().setMain(1);
@@ -227,8 +199,7 @@ TEST_F(CoverWindowTest, ScreensWithoutAUsableNumberSkipTheCapture) {
         mac.screens().set({screen});
         giveMainScreenAWallpaper(mac);
         Process process(mac);
-        const CoverWindow cover(std::nullopt, screen);
-        const Closed closed(cover);
+        const ClosedAtTheEnd cover(std::nullopt, screen);
         EXPECT_EQ(cover.displayID, displayID);
         EXPECT_EQ(describe(cover.body()), displayID ? captured : mainWallpaper);
         EXPECT_EQ(mac.windowServer().find(*cover.windowNumber)->frame, firstFrame);
@@ -240,7 +211,7 @@ TEST_F(CoverWindowTest, ARefusedWindowLeavesARecordThatStillHasContent) {
     giveMainScreenAWallpaper(mac);
     Process process(mac);
     mac.windowServer().failNextWindow();
-    const CoverWindow cover(std::nullopt, mac.screens().screens()[0]);
+    const ClosedAtTheEnd cover(std::nullopt, mac.screens().screens()[0]);
     EXPECT_EQ(cover.window, nullptr);
     EXPECT_EQ(cover.windowNumber, std::nullopt);
     EXPECT_EQ(describe(cover.body()), mainWallpaper);
@@ -281,8 +252,7 @@ TEST_F(CoverWindowTest, EachGenerationNamesItsWallpaperWindow) {
             SCOPED_TRACE(what);
             EXPECT_EQ(CoverWindow::isWallpaperWindow(entry), version.major < 14 ? before14 : from14);
         }
-        const CoverWindow cover(std::nullopt, mac.screens().screens()[0]);
-        const Closed closed(cover);
+        const ClosedAtTheEnd cover(std::nullopt, mac.screens().screens()[0]);
         EXPECT_EQ(describe(cover.body()), captured);
     }
 }

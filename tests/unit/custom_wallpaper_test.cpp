@@ -77,28 +77,27 @@ TEST_F(CustomWallpaperTest, AChosenPictureIsStoredAndShownAndReplacesTheOneBefor
 }
 
 TEST_F(CustomWallpaperTest, WhatCannotBeStoredChangesOnlyWhatItMust) {
+    const auto noFault = [] {};
+    const auto noDocuments = [this] { mac.fileManager().hasNoDocuments = true; };
+    const auto noEncoding = [this] { mac.images().failsToEncode = true; };
+    const auto fullDisk = [this] { mac.fileManager().writeError = "No space"; };
+    const auto notAnImage = [this](const std::string& file) {
+        return Lines{"Not an image: " + (home / file).string()};
+    };
     const struct {
         const char* what;
         std::optional<const char*> file;
-        std::function<void(SimulatedMac&)> fault;
+        std::function<void()> fault;
         Lines log;
         bool isShown; // and the flag is set
     } cases[] = {
-        {"a text", "text.png", {}, {"Not an image: " + (home / "text.png").string()}, false},
-        {"a folder", "Documents", {}, {"Not an image: " + (home / "Documents").string()}, false},
-        {"gone meanwhile", "none.png", {}, {"Not an image: " + (home / "none.png").string()}, false},
-        {"no file", {}, {}, {"Not an image: "}, false},
-        {"no Documents",
-         "red.jpg",
-         [](auto& mac) { mac.fileManager().hasNoDocuments = true; },
-         {"There is no folder for documents"},
-         false},
-        {"no encoding", "red.jpg", [](auto& mac) { mac.images().failsToEncode = true; }, {}, true},
-        {"a full disk",
-         "red.jpg",
-         [](auto& mac) { mac.fileManager().writeError = "No space"; },
-         {"No space"},
-         true},
+        {"a text", "text.png", noFault, notAnImage("text.png"), false},
+        {"a folder", "Documents", noFault, notAnImage("Documents"), false},
+        {"gone meanwhile", "none.png", noFault, notAnImage("none.png"), false},
+        {"no file", {}, noFault, {"Not an image: "}, false},
+        {"no Documents", "red.jpg", noDocuments, {"There is no folder for documents"}, false},
+        {"no encoding", "red.jpg", noEncoding, {}, true},
+        {"a full disk", "red.jpg", fullDisk, {"No space"}, true},
     };
     for (const bool hadOne : {false, true})
         for (const auto& [what, file, fault, log, isShown] : cases) {
@@ -111,8 +110,7 @@ TEST_F(CustomWallpaperTest, WhatCannotBeStoredChangesOnlyWhatItMust) {
                 choose(home / "green.heic");
             const auto urlBefore = page.selectedURL();
             const auto lineCount = mac.log().printed().size();
-            if (fault)
-                fault(mac);
+            fault();
             choose(file ? std::optional(home / *file) : std::nullopt);
             EXPECT_EQ(Lines(mac.log().printed().begin() + static_cast<std::ptrdiff_t>(lineCount),
                             mac.log().printed().end()),

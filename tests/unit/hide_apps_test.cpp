@@ -16,22 +16,6 @@ protected:
     }
 };
 
-TEST_F(HideAppsTest, OnlyTheApplicationInFrontStays) {
-    const auto editor = openWindow("Editor");
-    const auto browser = openWindow("Browser");
-    const auto chat = openWindow("Chat");
-    Process process(mac);
-    mac.workspace().clickWindow(browser);
-    HideApps::hideOthers();
-    EXPECT_EQ(mac.journal().lines("runningApplication"),
-              (Lines{"runningApplication.hide Dock", "runningApplication.hide Editor",
-                     "runningApplication.hide Chat"}));
-    EXPECT_FALSE(isVisible(editor));
-    EXPECT_TRUE(isVisible(browser));
-    EXPECT_FALSE(isVisible(chat));
-    EXPECT_EQ(mac.workspace().frontmost(), owner(browser));
-}
-
 TEST_F(HideAppsTest, WithNobodyInFrontAllAreAskedToHide) {
     const auto editor = openWindow("Editor");
     Process process(mac);
@@ -48,21 +32,30 @@ TEST_F(HideAppsTest, WithNobodyInFrontAllAreAskedToHide) {
               (Lines{"runningApplication.unhide Dock", "runningApplication.unhide Editor"}));
 }
 
-TEST_F(HideAppsTest, ShowsAlsoWhatTheUserHadHiddenAndKeepsTheOneInFrontNow) {
+TEST_F(HideAppsTest, OnlyTheApplicationInFrontStaysAndAllAreShownAlsoWhatTheUserHadHidden) {
     const auto hiddenByUser = openWindow("Mail");
     const auto editor = openWindow("Editor");
     const auto browser = openWindow("Browser");
+    const auto chat = openWindow("Chat");
     mac.workspace().userHides(owner(hiddenByUser));
     Process process(mac);
+    mac.workspace().clickWindow(browser);
     HideApps::hideOthers();
+    EXPECT_EQ(mac.journal().lines("runningApplication"),
+              (Lines{"runningApplication.hide Dock", "runningApplication.hide Mail",
+                     "runningApplication.hide Editor", "runningApplication.hide Chat"}));
+    EXPECT_FALSE(isVisible(editor));
+    EXPECT_TRUE(isVisible(browser));
+    EXPECT_EQ(mac.workspace().frontmost(), owner(browser));
+
     mac.workspace().userActivates(owner(editor));
     mac.journal().clear();
     HideApps::showAll();
     EXPECT_EQ(mac.journal().lines("runningApplication"),
               (Lines{"runningApplication.unhide Dock", "runningApplication.unhide Mail",
                      "runningApplication.unhide Editor", "runningApplication.unhide Browser",
-                     "runningApplication.activate Editor 2"}));
-    for (const auto window : {hiddenByUser, editor, browser})
+                     "runningApplication.unhide Chat", "runningApplication.activate Editor 2"}));
+    for (const auto window : {hiddenByUser, editor, browser, chat})
         EXPECT_TRUE(isVisible(window));
     EXPECT_EQ(mac.workspace().frontmost(), owner(editor));
 }

@@ -27,40 +27,27 @@ TEST(LaunchAtLoginTest, TheServiceIsAskedAnewAndOnlyEnabledCounts) {
 }
 
 TEST(LaunchAtLoginTest, SettingGoesThroughTheService) {
+    using Fault = std::optional<std::string>;
+    const Lines on{"appService.register"}, off{"appService.unregister"}, both{off[0], on[0]};
+    const Lines onRefused{on[0], std::string(failure) + "enable launch at login: not permitted"};
+    const Lines offRefused{off[0], std::string(failure) + "disable launch at login: busy"};
+    const Fault none, busy = "busy", notPermitted = "not permitted";
     const struct {
         const char* what;
         Status status;
         bool value;
-        std::optional<std::string> registerError, unregisterError;
+        Fault registerError, unregisterError;
         Lines journal;
         bool isEnabled;
     } cases[] = {
-        {"on", Status::notRegistered, true, {}, {}, {"appService.register"}, true},
-        {"on again", Status::enabled, true, {}, {}, {"appService.unregister", "appService.register"}, true},
-        {"on again, of which the first half fails",
-         Status::enabled,
-         true,
-         {},
-         "busy",
-         {"appService.unregister", "appService.register"},
-         true},
-        {"on, switched off elsewhere", Status::requiresApproval, true, {}, {}, {"appService.register"}, true},
-        {"on, refused",
-         Status::notRegistered,
-         true,
-         "not permitted",
-         {},
-         {"appService.register", std::string(failure) + "enable launch at login: not permitted"},
-         false},
-        {"off", Status::enabled, false, {}, {}, {"appService.unregister"}, false},
-        {"off again", Status::notRegistered, false, {}, {}, {"appService.unregister"}, false},
-        {"off, refused",
-         Status::enabled,
-         false,
-         {},
-         "busy",
-         {"appService.unregister", std::string(failure) + "disable launch at login: busy"},
-         true},
+        {"on", Status::notRegistered, true, none, none, on, true},
+        {"on again", Status::enabled, true, none, none, both, true},
+        {"on again, of which the first half fails", Status::enabled, true, none, busy, both, true},
+        {"on, switched off elsewhere", Status::requiresApproval, true, none, none, on, true},
+        {"on, refused", Status::notRegistered, true, notPermitted, none, onRefused, false},
+        {"off", Status::enabled, false, none, none, off, false},
+        {"off again", Status::notRegistered, false, none, none, off, false},
+        {"off, refused", Status::enabled, false, none, busy, offRefused, true},
     };
     for (const auto& [what, status, value, registerError, unregisterError, journal, isEnabled] : cases) {
         SCOPED_TRACE(what);

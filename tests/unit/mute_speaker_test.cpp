@@ -9,19 +9,6 @@ namespace {
 
 using MuteSpeakerTest = AudioTest;
 
-TEST_F(MuteSpeakerTest, WritesTheValueWhateverTheDeviceWasBefore) {
-    const auto speaker = plugInSpeaker("Hall", true);
-    const auto microphone = plugInMicrophone("Desk");
-    audio.setDefaultOutput(speaker);
-    audio.setDefaultInput(microphone);
-    for (const bool mute : {true, true, false, false})
-        MuteSpeaker::setMute(mute);
-    const std::string write = "audioHardware.setPropertyData 43 mute outp ";
-    EXPECT_EQ(writes(), (Lines{write + "1", write + "1", write + "0", write + "0"}));
-    EXPECT_EQ(audio.isMuted(speaker), false);
-    EXPECT_EQ(mac.log().printed(), Lines{});
-}
-
 TEST_F(MuteSpeakerTest, ADeviceWithBothSidesIsMutedOnItsInput) {
     const auto headset = plugInHeadset("Headset");
     audio.setDefaultOutput(headset);
@@ -30,15 +17,20 @@ TEST_F(MuteSpeakerTest, ADeviceWithBothSidesIsMutedOnItsInput) {
     EXPECT_EQ(audio.device(headset).output.mute, false);
 }
 
-TEST_F(MuteSpeakerTest, TheDefaultDeviceOfTheMomentIsTheOne) {
+TEST_F(MuteSpeakerTest, WritesTheValueToTheDefaultDeviceOfTheMomentWhateverItWasBefore) {
     const auto before = plugInSpeaker("Before");
     const auto after = plugInSpeaker("After", true);
+    audio.setDefaultInput(plugInMicrophone("Desk"));
     audio.setDefaultOutput(before);
+    MuteSpeaker::setMute(true);
     MuteSpeaker::setMute(true);
     audio.setDefaultOutput(after);
     MuteSpeaker::setMute(false);
+    const std::string call = "audioHardware.setPropertyData ";
+    EXPECT_EQ(writes(), (Lines{call + "43 mute outp 1", call + "43 mute outp 1", call + "44 mute outp 0"}));
     EXPECT_EQ(audio.isMuted(before), true);
     EXPECT_EQ(audio.isMuted(after), false);
+    EXPECT_EQ(mac.log().printed(), Lines{});
 }
 
 TEST_F(MuteSpeakerTest, EveryFailureIsOneLineAndLeavesTheDeviceAlone) {

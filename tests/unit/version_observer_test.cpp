@@ -8,6 +8,10 @@
 namespace tavro {
 namespace {
 
+const std::string updated = "Version updated 2.9.3";
+const std::string outdated = "Version outdate 2.9.3 > ";
+const std::string error = "Check Version error ";
+
 class VersionObserverTest : public SimulatedMacTest {
 protected:
     std::string state() {
@@ -18,60 +22,51 @@ protected:
 };
 
 TEST_F(VersionObserverTest, TheRecordDecidesAndTheFieldsChangeOnTheMainQueue) {
-    const PropertyList::Dictionary running{{"CFBundleShortVersionString", "2.9.3"}};
     const struct {
         const char* what;
         std::optional<std::string> record;
-        PropertyList::Dictionary info;
-        const char* line;
-        const char* state;
+        std::string line;
+        const char* state = "done updated";
+        PropertyList ours = "2.9.3";
     } cases[] = {
-        {"newer", R"({"version": "2.10.0", "url": "https://example.com/a.zip"})", running,
-         "Version outdate 2.9.3 > 2.10.0", "done"},
-        {"equal", R"({"version": "2.9.3"})", running, "Version updated 2.9.3", "done updated"},
-        {"older", R"({"version": "2.9"})", running, "Version updated 2.9.3", "done updated"},
-        {"no members", "{}", running, "Version updated 2.9.3", "done updated"},
-        {"null members", R"({"version": null, "url": null})", running, "Version updated 2.9.3",
-         "done updated"},
-        {"other members", R"({"notes": [1e3, {}], "version": "3"})", running, "Version outdate 2.9.3 > 3",
+        {"newer", R"({"version": "2.10.0", "url": "https://example.com/a.zip"})", outdated + "2.10.0",
          "done"},
-        {"line feeds", R"({"version": "9\nTurn On"})", running, "Version outdate 2.9.3 > 9 Turn On", "done"},
-        {"nothing of ourselves", R"({"version": "0.0.1"})", {}, "Version outdate 0.0.0 > 0.0.1", "done"},
-        {"our version is no text",
-         R"({"version": "0.0"})",
-         {{"CFBundleShortVersionString", 3}},
-         "Version updated 0.0.0",
-         "done updated"},
-        {"not JSON", "<html>", running, "Check Version error not JSON, at byte 1", "done updated"},
-        {"empty", "", running, "Check Version error not JSON, at byte 1", "done updated"},
-        {"cut off", R"({"version": "9)", running, "Check Version error not JSON, at byte 15", "done updated"},
-        {"not UTF-8", "{\"version\": \"\xff\"}", running, "Check Version error not JSON, at byte 14",
-         "done updated"},
-        {"an array", R"(["9"])", running, "Check Version error not an object", "done updated"},
-        {"a number as version", R"({"version": 9})", running,
-         "Check Version error \"version\" is not a string", "done updated"},
-        {"a list as address", R"({"version": "9", "url": []})", running,
-         "Check Version error \"url\" is not a string", "done updated"},
-        {"no address", R"({"version": "9", "url": "over there"})", running,
-         "Check Version error \"url\" is not a URL", "done updated"},
-        {"a huge number", R"({"size": 1e999})", running, "Check Version error a number beyond all bounds",
-         "done updated"},
-        {"deeply nested", std::string(60000, '['), running, "Check Version error not JSON, at byte 60001",
-         "done updated"},
-        {"no data", std::nullopt, running, nullptr, "loading"},
+        {"equal", R"({"version": "2.9.3"})", updated},
+        {"older", R"({"version": "2.9"})", updated},
+        {"no members", "{}", updated},
+        {"null members", R"({"version": null, "url": null})", updated},
+        {"other members", R"({"notes": [1e3, {}], "version": "3"})", outdated + "3", "done"},
+        {"line feeds", R"({"version": "9\nTurn On"})", outdated + "9 Turn On", "done"},
+        {"our version is no text", R"({"version": "0.0.1"})", "Version outdate 0.0.0 > 0.0.1", "done", 3},
+        {"not JSON", "<html>", error + "not JSON, at byte 1"},
+        {"empty", "", error + "not JSON, at byte 1"},
+        {"cut off", R"({"version": "9)", error + "not JSON, at byte 15"},
+        {"not UTF-8", "{\"version\": \"\xff\"}", error + "not JSON, at byte 14"},
+        {"an array", R"(["9"])", error + "not an object"},
+        {"a number as version", R"({"version": 9})", error + "\"version\" is not a string"},
+        {"a list as address", R"({"version": "9", "url": []})", error + "\"url\" is not a string"},
+        {"no address", R"({"version": "9", "url": "over there"})", error + "\"url\" is not a URL"},
+        {"a huge number", R"({"size": 1e999})", error + "a number beyond all bounds"},
+        {"deeply nested", std::string(60000, '['), error + "not JSON, at byte 60001"},
+        {"no data", std::nullopt, "", "loading"},
     };
-    for (const auto& [what, record, info, line, expected] : cases) {
+    for (const auto& [what, record, line, expected, ours] : cases) {
         SCOPED_TRACE(what);
         SimulatedMac other;
-        other.bundle.infoDictionary = info;
+        other.bundle.infoDictionary = {{"CFBundleShortVersionString", ours}};
         const Launch launch(other);
         EXPECT_EQ(state(), "loading");
         other.urlSession()->answer(record);
         EXPECT_EQ(state(), "loading");
         other.mainQueue().runUntilIdle();
         EXPECT_EQ(state(), expected);
-        EXPECT_EQ(other.log().printed(), line ? Lines{line} : Lines{});
+        EXPECT_EQ(other.log().printed(), line.empty() ? Lines{} : Lines{line});
     }
+    mac.bundle.infoDictionary.clear();
+    const Launch launch(mac);
+    mac.urlSession()->answer(R"({"version": "0.0"})");
+    mac.mainQueue().runUntilIdle();
+    EXPECT_EQ(mac.log().printed(), Lines{"Version updated 0.0.0"});
 }
 
 TEST_F(VersionObserverTest, EachLaunchAsksOnce) {

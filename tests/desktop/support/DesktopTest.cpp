@@ -14,14 +14,12 @@ void DesktopTest::SetUp() {
 void DesktopTest::TearDown() {
     if (!Session::isPrivate())
         return;
-    input.press(
-        Input::Key::escape); // a menu that a failed test left open would swallow the next one's clicks
-    input.release(Input::Key::escape);
+    input.type(Input::Key::escape); // a menu that a failed test left open would swallow the next one's clicks
     server.showDesktop(false);
     if (server.workspace() != 0)
         server.switchWorkspace(0);
     parkPointer();
-    EXPECT_TRUE(isRestored(m_stackingAtStart, m_activeAtStart));
+    EXPECT_TRUE(isRestored());
     for (const auto window : server.clients())
         EXPECT_FALSE(isMarked(window)) << "a mark is left on a window";
 }
@@ -68,8 +66,7 @@ void DesktopTest::closePopover(const TavroProcess& tavro, xcb_window_t front) {
     EXPECT_TRUE(server.eventually("the popover with the focus", [&] {
         return popover(tavro) != XCB_NONE && server.active() == popover(tavro);
     }));
-    input.press(Input::Key::escape);
-    input.release(Input::Key::escape);
+    input.type(Input::Key::escape);
     EXPECT_TRUE(server.eventually("the end of the popover and the former focus",
                                   [&] { return popover(tavro) == XCB_NONE && server.active() == front; }));
 }
@@ -119,8 +116,7 @@ testing::AssertionResult DesktopTest::closeMenu() {
     return server.eventually("no menu", [this] {
         if (server.menus().empty())
             return true;
-        input.press(Input::Key::escape);
-        input.release(Input::Key::escape);
+        input.type(Input::Key::escape);
         return false;
     });
 }

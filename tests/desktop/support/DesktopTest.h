@@ -56,6 +56,8 @@ protected:
     /// Waits for the stacking order, with nothing hidden but what is named, and the focus.
     testing::AssertionResult isRestored(const std::vector<xcb_window_t>& stacking, xcb_window_t active,
                                         const std::set<xcb_window_t>& minimised = {});
+    /// As the test has found it.
+    testing::AssertionResult isRestored() { return isRestored(m_stackingAtStart, m_activeAtStart); }
 
     XServer server;
     Input input{server};

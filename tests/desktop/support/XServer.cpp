@@ -19,6 +19,10 @@ std::unique_ptr<T, FreeDeleter> owned(T* reply) {
     return std::unique_ptr<T, FreeDeleter>(reply);
 }
 
+/// The answer to a request.
+#define REPLY(request, ...)                                                                                  \
+    owned(xcb_##request##_reply(m_connection, xcb_##request(m_connection, __VA_ARGS__), nullptr))
+
 constexpr auto oneLook = std::chrono::milliseconds(20);
 
 } // namespace
@@ -68,8 +72,7 @@ void XServer::waitForEvent(std::chrono::milliseconds atMost) {
 }
 
 std::vector<Rect> XServer::screens() const {
-    const auto reply = owned(
-        xcb_randr_get_monitors_reply(m_connection, xcb_randr_get_monitors(m_connection, root(), 1), nullptr));
+    const auto reply = REPLY(randr_get_monitors, root(), 1);
     std::vector<Rect> screens;
     for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); i.rem;
          xcb_randr_monitor_info_next(&i))
@@ -90,8 +93,7 @@ std::vector<xcb_window_t> XServer::menus() const {
     auto windows = children(root());
     // Frames bear no type; helpers of some programs stand beyond the screens.
     std::erase_if(windows, [this](auto window) {
-        const auto attributes = owned(xcb_get_window_attributes_reply(
-            m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
+        const auto attributes = REPLY(get_window_attributes, window);
         return !attributes || !attributes->override_redirect || !isViewable(window) || place(window).x < 0 ||
                values(window, "_NET_WM_WINDOW_TYPE").empty() ||
                has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_TOOLTIP");
@@ -100,10 +102,8 @@ std::vector<xcb_window_t> XServer::menus() const {
 }
 
 std::vector<std::uint32_t> XServer::values(xcb_window_t window, const std::string& property) const {
-    const auto reply = owned(xcb_get_property_reply(
-        m_connection,
-        xcb_get_property(m_connection, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 16384),
-        nullptr));
+    const auto reply =
+        REPLY(get_property, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 16384);
     if (!reply || reply->format != 32)
         return {};
     const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
@@ -111,10 +111,7 @@ std::vector<std::uint32_t> XServer::values(xcb_window_t window, const std::strin
 }
 
 std::string XServer::text(xcb_window_t window, const std::string& property) const {
-    const auto reply = owned(xcb_get_property_reply(
-        m_connection,
-        xcb_get_property(m_connection, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 256),
-        nullptr));
+    const auto reply = REPLY(get_property, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 256);
     if (!reply || reply->format != 8)
         return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
@@ -126,17 +123,14 @@ bool XServer::has(xcb_window_t window, const std::string& property, const std::s
 }
 
 bool XServer::isViewable(xcb_window_t window) const {
-    const auto reply = owned(xcb_get_window_attributes_reply(
-        m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
+    const auto reply = REPLY(get_window_attributes, window);
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE &&
            reply->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
 }
 
 Rect XServer::place(xcb_window_t window) const {
-    const auto size =
-        owned(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr));
-    const auto corner = owned(xcb_translate_coordinates_reply(
-        m_connection, xcb_translate_coordinates(m_connection, window, root(), 0, 0), nullptr));
+    const auto size = REPLY(get_geometry, window);
+    const auto corner = REPLY(translate_coordinates, window, root(), 0, 0);
     if (!size || !corner)
         return {};
     return {corner->dst_x, corner->dst_y, size->width, size->height};
@@ -184,10 +178,7 @@ void XServer::ungrab(xcb_keycode_t keycode, std::uint16_t modifiers) {
 
 bool XServer::grabKeyboard() {
     const auto reply =
-        owned(xcb_grab_keyboard_reply(m_connection,
-                                      xcb_grab_keyboard(m_connection, false, root(), XCB_CURRENT_TIME,
-                                                        XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                                      nullptr));
+        REPLY(grab_keyboard, false, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     m_keysSeen.clear();
     return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
@@ -208,12 +199,10 @@ std::vector<xcb_window_t> XServer::topWindows(pid_t process, Size size) const {
 }
 
 Pixels XServer::image(xcb_drawable_t drawable, const Rect& area) const {
-    const auto reply = owned(xcb_get_image_reply(
-        m_connection,
-        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(area.x),
-                      static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
-                      static_cast<std::uint16_t>(area.height), ~0u),
-        nullptr));
+    const auto reply =
+        REPLY(get_image, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(area.x),
+              static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
+              static_cast<std::uint16_t>(area.height), ~0u);
     if (!reply)
         return {};
     Pixels pixels(static_cast<std::size_t>(area.width) * static_cast<std::size_t>(area.height));
@@ -224,8 +213,7 @@ Pixels XServer::image(xcb_drawable_t drawable, const Rect& area) const {
 }
 
 std::vector<xcb_window_t> XServer::children(xcb_window_t window) const {
-    const auto tree =
-        owned(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr));
+    const auto tree = REPLY(query_tree, window);
     if (!tree)
         return {};
     const auto* first = xcb_query_tree_children(tree.get());
@@ -234,8 +222,7 @@ std::vector<xcb_window_t> XServer::children(xcb_window_t window) const {
 
 xcb_window_t XServer::frame(xcb_window_t window) const {
     for (auto current = window;;) {
-        const auto tree =
-            owned(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, current), nullptr));
+        const auto tree = REPLY(query_tree, current);
         if (!tree || tree->parent == root() || tree->parent == XCB_NONE)
             return current;
         current = tree->parent;
@@ -243,9 +230,7 @@ xcb_window_t XServer::frame(xcb_window_t window) const {
 }
 
 xcb_atom_t XServer::atom(const std::string& name) const {
-    const auto reply = owned(xcb_intern_atom_reply(
-        m_connection,
-        xcb_intern_atom(m_connection, false, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+    const auto reply = REPLY(intern_atom, false, static_cast<std::uint16_t>(name.size()), name.data());
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 

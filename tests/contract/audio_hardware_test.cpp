@@ -1,0 +1,284 @@
+#include "Rig.h"
+
+#include "platform/AudioHardware.h"
+
+#include <algorithm>
+
+namespace tavro {
+namespace {
+
+class AudioHardwareContract : public Contract {
+protected:
+    using Address = AudioObjectPropertyAddress;
+    using Words = std::vector<std::uint32_t>;
+
+    struct Device {
+        std::string uid;
+        AudioObjectID id = 0;
+    };
+
+    AudioHardware& hardware() { return machine().audioHardware(); }
+
+    Device addInput(const std::string& name) { return await(rig->addInputDevice(name)); }
+    Device addOutput(const std::string& name) { return await(rig->addOutputDevice(name)); }
+    Device await(const std::string& uid) {
+        EXPECT_TRUE(waitUntil([&] { return idOf(uid) != 0; })) << uid;
+        return {uid, idOf(uid)};
+    }
+    /// Zero when no device has this unique identifier.
+    AudioObjectID idOf(const std::string& uid) {
+        for (const auto id : ids())
+            if (text(id, kAudioDevicePropertyDeviceUID) == uid)
+                return id;
+        return 0;
+    }
+    Words ids() {
+        AudioPropertyValue value = Words();
+        hardware().getPropertyData(kAudioObjectSystemObject, devices,
+                                   sizeOf(kAudioObjectSystemObject, devices), value);
+        return std::get<Words>(value);
+    }
+    /// Zero where the call fails.
+    std::uint32_t sizeOf(AudioObjectID object, const Address& address) {
+        std::uint32_t size = 0;
+        return hardware().getPropertyDataSize(object, address, size) == noErr ? size : 0;
+    }
+    std::string text(AudioObjectID object, std::uint32_t selector) {
+        AudioPropertyValue value;
+        hardware().getPropertyData(object, {selector}, 8, value);
+        return std::get<std::string>(value);
+    }
+    std::optional<std::uint32_t> word(AudioObjectID object, const Address& address) {
+        AudioPropertyValue value;
+        if (hardware().getPropertyData(object, address, 4, value) != noErr)
+            return std::nullopt;
+        const auto* number = std::get_if<std::uint32_t>(&value);
+        return number ? std::optional(*number) : std::nullopt;
+    }
+    bool comesToBe(AudioObjectID object, const Address& address, std::uint32_t expected) {
+        return waitUntil([&] { return word(object, address) == expected; });
+    }
+    AudioPropertyListener listener(std::string name) {
+        return std::make_shared<const std::function<void()>>(
+            [this, name = std::move(name)] { told += name + ' '; });
+    }
+    bool tells(const std::string& expected) {
+        return waitUntil([&] { return told == expected; });
+    }
+
+    std::string told;
+    static constexpr Address name{kAudioObjectPropertyName};
+    static constexpr Address devices{kAudioHardwarePropertyDevices};
+    static constexpr Address inputMute{kAudioDevicePropertyMute, kAudioObjectPropertyScopeInput};
+    static constexpr Address outputMute{kAudioDevicePropertyMute, kAudioObjectPropertyScopeOutput};
+    static constexpr Address outputVolume{kAudioDevicePropertyVolumeScalar, kAudioObjectPropertyScopeOutput};
+    static constexpr Address inputStreams{kAudioDevicePropertyStreams, kAudioObjectPropertyScopeInput};
+    static constexpr Address outputStreams{kAudioDevicePropertyStreams, kAudioObjectPropertyScopeOutput};
+    static constexpr Address defaultInput{kAudioHardwarePropertyDefaultInputDevice};
+    static constexpr Address defaultOutput{kAudioHardwarePropertyDefaultOutputDevice};
+};
+
+TEST_F(AudioHardwareContract, ADeviceHasAnIdentityAndThePropertiesOfItsSide) {
+    const auto microphone = addInput("Desk Microphone");
+    const auto speaker = addOutput("Hall Speaker");
+    EXPECT_EQ(text(microphone.id, kAudioObjectPropertyName), "Desk Microphone");
+    EXPECT_EQ(text(speaker.id, kAudioObjectPropertyName), "Hall Speaker");
+    EXPECT_EQ(word(microphone.id, inputMute), 0u);
+    EXPECT_EQ(word(speaker.id, outputMute), 0u);
+    AudioPropertyValue volume;
+    ASSERT_EQ(hardware().getPropertyData(speaker.id, outputVolume, 4, volume), noErr);
+    EXPECT_GE(std::get<float>(volume), 0);
+    EXPECT_LE(std::get<float>(volume), 1);
+    // The direction is the size of the lists of streams.
+    const std::tuple<AudioObjectID, Address, Address> sides[] = {{microphone.id, inputStreams, outputStreams},
+                                                                 {speaker.id, outputStreams, inputStreams}};
+    for (const auto& [id, own, other] : sides) {
+        EXPECT_GE(sizeOf(id, own), 4u);
+        std::uint32_t size = 99;
+        EXPECT_EQ(hardware().getPropertyDataSize(id, other, size), noErr);
+        EXPECT_EQ(size, 0u);
+    }
+}
+
+TEST_F(AudioHardwareContract, WhatIsNotThereIsRefusedWithItsOwnStatus) {
+    const auto microphone = addInput("Desk Microphone").id;
+    const auto speaker = addOutput("Hall Speaker").id;
+    constexpr auto noObject = kAudioHardwareBadObjectError, noProperty = kAudioHardwareUnknownPropertyError,
+                   badSize = kAudioHardwareBadPropertySizeError;
+    const struct {
+        const char* what;
+        AudioObjectID object;
+        Address address;
+        std::uint32_t size;
+        OSStatus expected;
+    } cases[] = {
+        {"no object", 0, name, 8, noObject},
+        {"a device that never was", 0xfffffff0, name, 8, noObject},
+        {"a device's property of the system", kAudioObjectSystemObject, name, 8, noProperty},
+        {"the system's property of a device", microphone, devices, 8, noProperty},
+        {"nothing known", microphone, {fourCharacterCode("tavr")}, 4, noProperty},
+        {"mute of a microphone's output", microphone, outputMute, 4, noProperty},
+        {"mute of a speaker's input", speaker, inputMute, 4, noProperty},
+        {"mute of no side", speaker, {kAudioDevicePropertyMute}, 4, noProperty},
+        {"another element", microphone, {inputMute.selector, inputMute.scope, 1}, 4, noProperty},
+        {"volume of a microphone", microphone, outputVolume, 4, noProperty},
+        {"too small", microphone, name, 7, badSize},
+        {"too large", microphone, inputMute, 8, badSize},
+    };
+    for (const auto& [what, object, address, size, expected] : cases) {
+        SCOPED_TRACE(what);
+        AudioPropertyValue value = std::string("kept");
+        EXPECT_EQ(hardware().getPropertyData(object, address, size, value), expected);
+        EXPECT_EQ(value, AudioPropertyValue("kept"));
+        EXPECT_EQ(hardware().hasProperty(object, address), expected == badSize);
+        EXPECT_EQ(sizeOf(object, address) != 0, expected == badSize);
+    }
+}
+
+TEST_F(AudioHardwareContract, NumbersStayWithTheirDevicesAndAreNotUsedAgain) {
+    const auto first = addInput("Desk Microphone");
+    const auto second = addInput("Room Microphone");
+    EXPECT_NE(first.id, second.id);
+    rig->removeDevice(first.uid);
+    EXPECT_TRUE(waitUntil([&] { return idOf(first.uid) == 0; }));
+    EXPECT_EQ(idOf(second.uid), second.id);
+    const auto again = addInput("Desk Microphone");
+    EXPECT_NE(again.id, first.id);
+    EXPECT_NE(again.id, second.id);
+    const auto all = ids();
+    EXPECT_EQ(std::ranges::count(all, again.id), 1);
+
+    std::uint32_t size = 99;
+    EXPECT_NE(hardware().getPropertyDataSize(first.id, inputStreams, size), noErr);
+    EXPECT_EQ(word(first.id, inputMute), std::nullopt);
+    EXPECT_FALSE(hardware().hasProperty(first.id, inputMute));
+    EXPECT_NE(hardware().setPropertyData(first.id, inputMute, 4, std::uint32_t{1}), noErr);
+}
+
+TEST_F(AudioHardwareContract, AReadTakesTheSizeOfThePropertyAndOfAListWhatFits) {
+    const auto microphone = addInput("Desk Microphone");
+    addInput("Room Microphone");
+    const auto all = ids();
+    EXPECT_EQ(sizeOf(kAudioObjectSystemObject, devices), 4 * all.size());
+    EXPECT_EQ(sizeOf(microphone.id, name), 8u);
+    EXPECT_EQ(sizeOf(microphone.id, inputMute), 4u);
+    EXPECT_EQ(sizeOf(kAudioObjectSystemObject, defaultInput), 4u);
+
+    AudioPropertyValue value;
+    const auto readIDs = [&](std::uint32_t size) {
+        return hardware().getPropertyData(kAudioObjectSystemObject, devices, size, value);
+    };
+    EXPECT_EQ(readIDs(4), noErr);
+    EXPECT_EQ(value, (AudioPropertyValue(std::vector<std::uint32_t>{all.front()})));
+    EXPECT_EQ(readIDs(400), noErr);
+    EXPECT_EQ(value, AudioPropertyValue(all));
+}
+
+TEST_F(AudioHardwareContract, MutingIsInForceWhenTheCallReturns) {
+    const auto microphone = addInput("Desk Microphone");
+    const auto speaker = addOutput("Hall Speaker");
+    const auto other = addInput("Room Microphone");
+    for (const auto& [device, address] : {std::pair(microphone, inputMute), {speaker, outputMute}})
+        for (const std::uint32_t mute : {1u, 1u, 0u, 0u}) {
+            EXPECT_EQ(hardware().setPropertyData(device.id, address, 4, mute), noErr);
+            EXPECT_EQ(word(device.id, address), mute);
+            EXPECT_EQ(rig->isMutedOnServer(device.uid), mute == 1);
+        }
+    EXPECT_FALSE(rig->isMutedOnServer(other.uid));
+}
+
+TEST_F(AudioHardwareContract, OnlyTheMuteFlagOfADeviceCanBeSet) {
+    const auto microphone = addInput("Desk Microphone");
+    const AudioPropertyValue one = std::uint32_t{1};
+    const struct {
+        const char* what;
+        AudioObjectID id;
+        AudioObjectPropertyAddress address;
+        std::uint32_t size;
+        AudioPropertyValue value;
+    } cases[] = {
+        {"flag of the other side", microphone.id, outputMute, 4, one},
+        {"device that is not there", 0xfffffff0, inputMute, 4, one},
+        {"system", kAudioObjectSystemObject, inputMute, 4, one},
+        {"name", microphone.id, name, 8, std::string("Other")},
+        {"wrong size", microphone.id, inputMute, 2, one},
+        {"wrong type", microphone.id, inputMute, 4, 1.0f},
+        {"volume", addOutput("Hall Speaker").id, outputVolume, 4, 0.5f},
+    };
+    for (const auto& [what, id, address, size, value] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_NE(hardware().setPropertyData(id, address, size, value), noErr);
+        EXPECT_FALSE(rig->isMutedOnServer(microphone.uid));
+        EXPECT_EQ(word(microphone.id, inputMute), 0u);
+        EXPECT_EQ(text(microphone.id, kAudioObjectPropertyName), "Desk Microphone");
+    }
+}
+
+TEST_F(AudioHardwareContract, TheDefaultDevicesAreTheServersAndListenersHearOfTheNext) {
+    const auto microphone = addInput("Desk Microphone");
+    const auto speaker = addOutput("Hall Speaker");
+    const auto otherMicrophone = addInput("Room Microphone");
+    rig->setDefaultInput(microphone.uid);
+    rig->setDefaultOutput(speaker.uid);
+    EXPECT_TRUE(comesToBe(kAudioObjectSystemObject, defaultInput, microphone.id));
+    EXPECT_TRUE(comesToBe(kAudioObjectSystemObject, defaultOutput, speaker.id));
+    for (const auto& [address, which] : {std::pair(defaultInput, "input"), {defaultOutput, "output"}})
+        hardware().addPropertyListener(kAudioObjectSystemObject, address, listener(which));
+    rig->setDefaultInput(otherMicrophone.uid);
+    EXPECT_TRUE(tells("input ")) << told;
+    EXPECT_EQ(word(kAudioObjectSystemObject, defaultInput), otherMicrophone.id);
+    EXPECT_EQ(word(kAudioObjectSystemObject, defaultOutput), speaker.id);
+    rig->setDefaultOutput(addOutput("Other Speaker").uid);
+    EXPECT_TRUE(tells("input output ")) << told;
+}
+
+TEST_F(AudioHardwareContract, ListenersHearOfChangesByWhomeverAfterTheyAreInForce) {
+    const auto microphone = addInput("Desk Microphone");
+    const auto other = addOutput("Hall Speaker");
+    const auto seen = std::make_shared<const std::function<void()>>(
+        [&] { told += word(microphone.id, inputMute) == 1u ? "muted " : "live "; });
+    EXPECT_EQ(hardware().addPropertyListener(microphone.id, inputMute, seen), noErr);
+    EXPECT_EQ(hardware().addPropertyListener(other.id, outputMute, listener("other")), noErr);
+
+    rig->otherProgramSetsMute(microphone.uid, true);
+    EXPECT_TRUE(tells("muted ")) << told;
+    EXPECT_TRUE(comesToBe(microphone.id, inputMute, 1));
+    hardware().setPropertyData(microphone.id, inputMute, 4, std::uint32_t{0});
+    EXPECT_EQ(told, "muted ") << "told inside the call";
+    EXPECT_TRUE(tells("muted live ")) << told;
+    // What is the same as before is no change; what comes after it would be told after it.
+    hardware().setPropertyData(microphone.id, inputMute, 4, std::uint32_t{0});
+    rig->otherProgramSetsMute(other.uid, true);
+    EXPECT_TRUE(tells("muted live other ")) << told;
+}
+
+TEST_F(AudioHardwareContract, EachRegistrationIsToldOnceAndRemovedOnce) {
+    const auto microphone = addInput("Desk Microphone");
+    const auto twice = listener("twice");
+    const auto never = listener("never");
+    for (int count = 0; count < 2; ++count)
+        EXPECT_EQ(hardware().addPropertyListener(microphone.id, inputMute, twice), noErr);
+    rig->otherProgramSetsMute(microphone.uid, true);
+    EXPECT_TRUE(tells("twice twice ")) << told;
+
+    EXPECT_NE(hardware().removePropertyListener(microphone.id, inputMute, never), noErr);
+    EXPECT_NE(hardware().removePropertyListener(microphone.id, outputMute, twice), noErr);
+    EXPECT_EQ(hardware().removePropertyListener(microphone.id, inputMute, twice), noErr);
+    rig->otherProgramSetsMute(microphone.uid, false);
+    EXPECT_TRUE(tells("twice twice twice ")) << told;
+
+    EXPECT_EQ(hardware().removePropertyListener(microphone.id, inputMute, twice), noErr);
+    EXPECT_NE(hardware().removePropertyListener(microphone.id, inputMute, twice), noErr);
+    const auto last = listener("last");
+    EXPECT_EQ(hardware().addPropertyListener(microphone.id, inputMute, last), noErr);
+    rig->otherProgramSetsMute(microphone.uid, true);
+    EXPECT_TRUE(tells("twice twice twice last ")) << told;
+
+    EXPECT_NE(hardware().addPropertyListener(0xfffffff0, inputMute, never), noErr);
+    rig->removeDevice(microphone.uid);
+    EXPECT_TRUE(waitUntil([&] { return idOf(microphone.uid) == 0; }));
+    EXPECT_NE(hardware().removePropertyListener(microphone.id, inputMute, last), noErr);
+}
+
+} // namespace
+} // namespace tavro

@@ -1,0 +1,85 @@
+#include "Rig.h"
+
+#include "platform/UserDefaults.h"
+
+#include <limits>
+
+namespace tavro {
+namespace {
+
+class UserDefaultsContract : public Contract {
+protected:
+    UserDefaults& defaults() { return machine().userDefaults(); }
+    static PropertyList::Dictionary valuesOfEveryType() {
+        return {
+            {"true", true},
+            {"false", false},
+            {"integer", 42},
+            {"smallest integer", std::numeric_limits<std::int64_t>::min()},
+            {"largest integer", std::numeric_limits<std::int64_t>::max()},
+            {"one, not true", 1},
+            {"real", -0.1},
+            {"whole real", 2.0},
+            {"large real", 1.5e300},
+            {"text", "a <b> & \"c\"\n\xc3\xbc"},
+            {"empty text", ""},
+            {"data", PropertyList::Data{0, 255, 10, 0}},
+            {"empty data", PropertyList::Data{}},
+            {"date", PropertyList::Date{700000000}},
+            {"early date", PropertyList::Date{-86400}},
+            {"array", PropertyList::Array{1, "two", false, PropertyList::Array{}}},
+            {"dictionary", PropertyList::Dictionary{{"a key", PropertyList::Dictionary{{"", 1.5}}}}},
+        };
+    }
+};
+
+TEST_F(UserDefaultsContract, ReadsSeeEarlierWritesAtOnce) {
+    EXPECT_EQ(defaults().object("key"), std::nullopt);
+    EXPECT_FALSE(defaults().boolForKey("key"));
+    defaults().setObject("key", true);
+    EXPECT_EQ(defaults().object("key"), PropertyList(true));
+    EXPECT_TRUE(defaults().boolForKey("key"));
+    defaults().setObject("key", "another type");
+    EXPECT_EQ(defaults().object("key"), PropertyList("another type"));
+    defaults().removeObject("key");
+    defaults().removeObject("key");
+    EXPECT_EQ(defaults().object("key"), std::nullopt);
+}
+
+TEST_F(UserDefaultsContract, EveryTypeSurvivesTheProcess) {
+    const auto values = valuesOfEveryType();
+    for (const auto& [key, value] : values)
+        defaults().setObject(key, value);
+    EXPECT_TRUE(defaults().synchronize());
+    rig->relaunch();
+    for (const auto& [key, value] : values) {
+        SCOPED_TRACE(key);
+        EXPECT_EQ(defaults().object(key), value);
+    }
+}
+
+TEST_F(UserDefaultsContract, WhatIsRemovedOrReplacedDoesNotComeBack) {
+    defaults().setObject("removed", 1);
+    defaults().setObject("replaced", 1);
+    EXPECT_TRUE(defaults().synchronize());
+    rig->relaunch();
+    defaults().removeObject("removed");
+    defaults().setObject("replaced", "new");
+    EXPECT_TRUE(defaults().synchronize());
+    rig->relaunch();
+    EXPECT_EQ(defaults().object("removed"), std::nullopt);
+    EXPECT_EQ(defaults().object("replaced"), PropertyList("new"));
+}
+
+TEST_F(UserDefaultsContract, WritesReachTheDiskSoonWithoutBeingAsked) {
+    defaults().setObject("key", 1);
+    // Soon is: when the main thread was free once.
+    bool wasFree = false;
+    machine().mainQueue().async([&] { wasFree = true; });
+    ASSERT_TRUE(waitUntil([&] { return wasFree; }));
+    rig->relaunch();
+    EXPECT_EQ(defaults().object("key"), PropertyList(1));
+}
+
+} // namespace
+} // namespace tavro

@@ -1,0 +1,182 @@
+#include "Rig.h"
+
+#include "platform/WindowList.h"
+#include "platform/WindowServer.h"
+#include "platform/Workspace.h"
+
+#include <algorithm>
+
+namespace tavro {
+namespace {
+
+/// Windows of the machine, and the list of all windows.
+class WindowServerContract : public Contract {
+protected:
+    using Entries = PropertyList::Array;
+
+    WindowList& list() { return machine().windowList(); }
+    std::shared_ptr<Window> createWindow(const Screen& screen) {
+        return machine().windowServer().createWindow(place, WindowStyleMask::titled, BackingStore::buffered,
+                                                     false, screen);
+    }
+    /// A window over a whole screen, one level above the desktop's icons, not ordered front yet.
+    std::shared_ptr<Window> createCover(const Screen& screen) {
+        auto window = createWindow(screen);
+        window->setLevel(machine().windowServer().levelForKey(WindowLevelKey::desktopIcon) + 1);
+        window->setCollectionBehavior(
+            WindowCollectionBehavior::canJoinAllSpaces | WindowCollectionBehavior::stationary |
+            WindowCollectionBehavior::ignoresCycle | WindowCollectionBehavior::fullScreenAuxiliary |
+            WindowCollectionBehavior::fullScreenDisallowsTiling);
+        window->setStyleMask(WindowStyleMask::borderless);
+        window->setCanHide(false);
+        window->setHasShadow(false);
+        window->setIgnoresMouseEvents(true);
+        window->setFrame(screen.frame, true);
+        return window;
+    }
+    Screen firstScreen() { return machine().screens().screens().front(); }
+    std::optional<Rect> shownFrame(const Window& window) { return rig->shownFrame(number(window)); }
+    bool isShownAt(const Window& window, std::optional<Rect> frame) {
+        return waitUntil([&] { return shownFrame(window) == frame; });
+    }
+    static WindowNumber number(const Window& window) {
+        return WindowNumber(static_cast<std::uint32_t>(window.windowNumber()));
+    }
+
+    Entries onScreen() {
+        return list().copyWindowInfo(WindowListOption::onScreenOnly, WindowNumber()).value_or(Entries{});
+    }
+    Entries below(const Window& window) {
+        constexpr auto options = WindowListOption::onScreenOnly | WindowListOption::onScreenBelowWindow;
+        return list().copyWindowInfo(options, number(window)).value_or(Entries{});
+    }
+    static std::string text(const PropertyList& entry, const char* key) {
+        const auto* dictionary = entry.as<PropertyList::Dictionary>();
+        const auto* value =
+            dictionary && dictionary->contains(key) ? dictionary->at(key).as<std::string>() : nullptr;
+        return value ? *value : "";
+    }
+    /// The owners of the entries with these names, in the order of the list.
+    static std::vector<std::string> owners(const Entries& entries, const std::vector<std::string>& names) {
+        std::vector<std::string> found;
+        for (const auto& entry : entries)
+            if (std::ranges::find(names, text(entry, WindowListKey::name)) != names.end())
+                found.push_back(text(entry, WindowListKey::ownerName));
+        return found;
+    }
+    std::optional<WindowNumber> wallpaperIn(const Entries& entries) {
+        const bool isNew = machine().systemVersion() >= SystemVersion{14, 0};
+        for (const auto& entry : entries)
+            if (text(entry, WindowListKey::ownerName) == "Dock" &&
+                text(entry, WindowListKey::name).starts_with(isNew ? "Wallpaper-" : "Desktop"))
+                return WindowNumber(
+                    entry.as<PropertyList::Dictionary>()->at(WindowListKey::number).exactUInt32().value());
+        return std::nullopt;
+    }
+    std::optional<Image> picture(Rect area, WindowNumber window) {
+        return list().createImage(area, WindowListOption::includingWindow, window,
+                                  WindowImageOption::boundsIgnoreFraming | WindowImageOption::bestResolution);
+    }
+};
+
+TEST_F(WindowServerContract, NumbersArePositiveAndUniqueAndFitIn32Bits) {
+    const auto screen = firstScreen();
+    const auto first = createWindow(screen);
+    const auto second = createWindow(screen);
+    for (const auto& window : {first, second}) {
+        ASSERT_NE(window, nullptr);
+        EXPECT_GT(window->windowNumber(), 0);
+        EXPECT_LE(window->windowNumber(), std::int64_t{0xffffffff});
+    }
+    EXPECT_NE(first->windowNumber(), second->windowNumber());
+}
+
+TEST_F(WindowServerContract, AWindowIsOnScreenExactlyFromItsOrderingToItsClose) {
+    for (const auto& screen : machine().screens().screens()) {
+        const auto cover = createCover(screen);
+        EXPECT_EQ(shownFrame(*cover), std::nullopt);
+        cover->orderFrontRegardless();
+        cover->orderFront();
+        cover->makeKeyAndOrderFront();
+        EXPECT_TRUE(isShownAt(*cover, screen.frame));
+        cover->close();
+        EXPECT_TRUE(isShownAt(*cover, std::nullopt));
+        cover->setLevel(0);
+        cover->setFrame(screen.frame, true);
+        cover->orderFrontRegardless();
+        cover->close();
+        // What the calls above might still bring about has happened when the next window is there.
+        const auto next = createCover(screen);
+        next->orderFrontRegardless();
+        EXPECT_TRUE(isShownAt(*next, screen.frame));
+        EXPECT_EQ(shownFrame(*cover), std::nullopt);
+    }
+}
+
+TEST_F(WindowServerContract, DroppingTheLastReferenceTakesTheWindowOffTheScreen) {
+    auto cover = createCover(firstScreen());
+    cover->orderFrontRegardless();
+    ASSERT_TRUE(isShownAt(*cover, firstScreen().frame));
+    const auto coverNumber = number(*cover);
+    cover = nullptr;
+    EXPECT_TRUE(waitUntil([&] { return !rig->shownFrame(coverNumber); }));
+}
+
+TEST_F(WindowServerContract, ClosingLetsTheContentViewGo) {
+    struct EmptyView : View {};
+    const auto cover = createCover(firstScreen());
+    auto view = std::make_shared<EmptyView>();
+    const std::weak_ptr<EmptyView> reference = view;
+    cover->setContentView(std::move(view));
+    EXPECT_FALSE(reference.expired());
+    cover->close();
+    EXPECT_TRUE(waitUntil([&] { return reference.expired(); }));
+}
+
+TEST_F(WindowServerContract, ACoverStandsBelowApplicationsAndStaysWhenAllAreHidden) {
+    rig->openWindow("Tavro-Editor", "notes", place);
+    const auto screen = firstScreen();
+    const auto cover = createCover(screen);
+    cover->orderFrontRegardless();
+    ASSERT_TRUE(isShownAt(*cover, screen.frame));
+    EXPECT_EQ(owners(onScreen(), {"notes"}), std::vector<std::string>{"Tavro-Editor"});
+    EXPECT_EQ(owners(below(*cover), {"notes"}), std::vector<std::string>{});
+    EXPECT_TRUE(wallpaperIn(below(*cover)));
+    for (const auto& application : machine().workspace().runningApplications())
+        application->hide();
+    ASSERT_TRUE(shows({}));
+    EXPECT_EQ(shownFrame(*cover), screen.frame);
+}
+
+TEST_F(WindowServerContract, TheListGoesFrontToBackWithoutWhatIsNotOnScreen) {
+    rig->openWindow("Tavro-Editor", "notes", place);
+    rig->openWindow("Tavro-Browser", "page", place);
+    const auto listed = [&](const std::vector<std::string>& expected) {
+        return waitUntil([&] { return owners(onScreen(), {"notes", "page"}) == expected; });
+    };
+    EXPECT_TRUE(listed({"Tavro-Browser", "Tavro-Editor"}));
+    rig->clickWindow("notes");
+    EXPECT_TRUE(listed({"Tavro-Editor", "Tavro-Browser"}));
+    rig->minimise("notes");
+    EXPECT_TRUE(listed({"Tavro-Browser"}));
+    rig->quit("Tavro-Browser");
+    EXPECT_TRUE(listed({}));
+}
+
+TEST_F(WindowServerContract, TheWallpaperHasAPictureForADisplay) {
+    const auto wallpaper = wallpaperIn(onScreen());
+    ASSERT_TRUE(wallpaper);
+    const auto number = firstScreen().deviceDescription.at("NSScreenNumber").exactUInt32().value();
+    const auto area = machine().screens().displayBounds(DisplayID(number));
+    const auto image = picture(area, *wallpaper);
+    ASSERT_TRUE(image);
+    EXPECT_NE(image->pixels, nullptr);
+    EXPECT_GE(image->pixelWidth, area.size.width);
+    EXPECT_NEAR(image->pixelWidth * area.size.height, image->pixelHeight * area.size.width, area.size.width);
+    EXPECT_GE(image->bytesPerRow, static_cast<std::size_t>(image->pixelWidth) * sizeof(std::uint32_t));
+    EXPECT_FALSE(picture(Rect{}, *wallpaper));
+    EXPECT_FALSE(picture(area, WindowNumber(0xfffffff0)));
+}
+
+} // namespace
+} // namespace tavro

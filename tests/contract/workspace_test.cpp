@@ -1,0 +1,140 @@
+#include "Rig.h"
+
+#include "platform/Workspace.h"
+
+#include <algorithm>
+
+namespace tavro {
+namespace {
+
+/// Running applications, which of them is in front, and hiding.
+class WorkspaceContract : public Contract {
+protected:
+    using Application = std::shared_ptr<RunningApplication>;
+
+    Workspace& workspace() { return machine().workspace(); }
+    /// Opens a window and returns its application, which is another one than `other`.
+    Application open(const std::string& application, const std::string& title,
+                     const Application& other = nullptr) {
+        rig->openWindow(application, title, place);
+        return frontmostOtherThan(other);
+    }
+    Application frontmostOtherThan(const Application& other) {
+        Application front;
+        const bool found = waitUntil([&] {
+            front = workspace().frontmostApplication();
+            return front && !(other && front->isEqual(*other));
+        });
+        return found ? front : nullptr;
+    }
+    bool isFrontmost(const Application& application) {
+        return waitUntil([&] {
+            const auto front = workspace().frontmostApplication();
+            return front && front->isEqual(*application);
+        });
+    }
+};
+
+TEST_F(WorkspaceContract, AnApplicationIsEqualToItselfOnly) {
+    const auto editor = open("Tavro-Editor", "notes");
+    const auto browser = open("Tavro-Browser", "page", editor);
+    ASSERT_TRUE(editor && browser);
+    EXPECT_TRUE(editor->isEqual(*editor));
+    EXPECT_FALSE(editor->isEqual(*browser));
+    const auto running = workspace().runningApplications();
+    for (const auto& application : {editor, browser})
+        EXPECT_EQ(
+            std::ranges::count_if(running, [&](const auto& other) { return application->isEqual(*other); }),
+            1);
+}
+
+TEST_F(WorkspaceContract, ActivationsAreToldWhenTheyAreInForce) {
+    const auto editor = open("Tavro-Editor", "notes");
+    ASSERT_TRUE(editor);
+    std::string told;
+    auto observation = workspace().notificationCenter().addObserver(workspaceDidActivateApplication, [&] {
+        const auto front = workspace().frontmostApplication();
+        told += !front ? "none " : front->isEqual(*editor) ? "editor " : "browser ";
+    });
+    const auto tells = [&](const char* last) { return waitUntil([&] { return told.ends_with(last); }); };
+    const auto browser = open("Tavro-Browser", "page", editor);
+    ASSERT_TRUE(browser);
+    EXPECT_TRUE(tells("browser ")) << told;
+    rig->clickWindow("notes");
+    EXPECT_TRUE(tells("browser editor ")) << told;
+    browser->activate(ApplicationActivationOption::ignoringOtherApps);
+    EXPECT_TRUE(tells("editor browser ")) << told;
+    observation = Observation();
+    rig->clickWindow("notes");
+    EXPECT_TRUE(isFrontmost(editor));
+    EXPECT_TRUE(told.ends_with("editor browser ")) << told;
+}
+
+TEST_F(WorkspaceContract, HidingTakesAllWindowsOfOneApplication) {
+    const auto editor = open("Tavro-Editor", "notes");
+    const auto browser = open("Tavro-Browser", "page", editor);
+    const auto again = open("Tavro-Editor", "letter", browser);
+    ASSERT_TRUE(editor && browser && again);
+    EXPECT_TRUE(again->isEqual(*editor));
+    ASSERT_TRUE(shows({"notes", "page", "letter"}));
+    editor->hide();
+    EXPECT_TRUE(shows({"page"}));
+    editor->hide();
+    editor->unhide();
+    EXPECT_TRUE(waitUntil([&] { return rig->shownTitles().size() == 3; }));
+    editor->unhide();
+    EXPECT_TRUE(waitUntil([&] { return rig->shownTitles().size() == 3; }));
+}
+
+TEST_F(WorkspaceContract, TheNextProcessRestoresTheStackingAndWhatTheUserHadPutAway) {
+    const auto editor = open("Tavro-Editor", "notes");
+    const auto chat = open("Tavro-Chat", "talk", editor);
+    open("Tavro-Editor", "letter", chat);
+    open("Tavro-Chat", "away", editor);
+    rig->minimise("away");
+    open("Tavro-Browser", "page", chat);
+    const Titles before{"notes", "talk", "letter", "page"};
+    ASSERT_TRUE(shows(before));
+    editor->hide();
+    chat->hide();
+    ASSERT_TRUE(shows({"page"}));
+    rig->relaunch();
+    const auto front = frontmostOtherThan(nullptr);
+    ASSERT_NE(front, nullptr);
+    for (const auto& application : workspace().runningApplications())
+        application->unhide();
+    front->activate(ApplicationActivationOption::ignoringOtherApps);
+    EXPECT_TRUE(shows(before));
+}
+
+TEST_F(WorkspaceContract, UnhidingLeavesWindowsAloneThatNobodyHid) {
+    const auto editor = open("Tavro-Editor", "notes");
+    open("Tavro-Editor", "letter");
+    ASSERT_TRUE(editor);
+    rig->minimise("notes");
+    ASSERT_TRUE(shows({"letter"}));
+    editor->unhide();
+    editor->hide();
+    ASSERT_TRUE(shows({}));
+    editor->unhide();
+    EXPECT_TRUE(shows({"letter"}));
+}
+
+TEST_F(WorkspaceContract, RequestsToAnApplicationThatHasGoneAreIgnored) {
+    const auto editor = open("Tavro-Editor", "notes");
+    const auto browser = open("Tavro-Browser", "page", editor);
+    ASSERT_TRUE(editor && browser);
+    rig->quit("Tavro-Browser");
+    rig->clickWindow("notes");
+    ASSERT_TRUE(isFrontmost(editor));
+    browser->hide();
+    browser->unhide();
+    browser->activate(ApplicationActivationOption::ignoringOtherApps);
+    EXPECT_TRUE(shows({"notes"}));
+    EXPECT_TRUE(isFrontmost(editor));
+    for (const auto& application : workspace().runningApplications())
+        EXPECT_FALSE(application->isEqual(*browser));
+}
+
+} // namespace
+} // namespace tavro
