@@ -272,7 +272,7 @@ TEST_F(Popover, AThousandTimesLeaveNothingBehind) {
         return kilobytes;
     };
     constexpr int times = 1000, first = 100;
-    long before = 0;
+    [[maybe_unused]] long before = 0;
     for (int i = 0; i < times; ++i) {
         if (i == first)
             before = memory();

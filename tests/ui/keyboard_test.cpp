@@ -7,6 +7,7 @@
 #include "ui/Recorder.h"
 #include "ui/RecorderCocoa.h"
 
+#include <QPointer>
 #include <QTest>
 
 namespace tavro {
@@ -148,12 +149,12 @@ TEST_F(KeyboardTest, RecordingBeginsWithAKeyAndGivesTheFocusBack) {
 }
 
 TEST_F(KeyboardTest, ControlWClosesThePreferences) {
-    auto& window = preferences();
-    activate(window);
-    type(window, Qt::Key_Escape);
-    EXPECT_TRUE(window.isVisible());
-    type(window, Qt::Key_W, Qt::ControlModifier);
-    EXPECT_FALSE(window.isVisible());
+    const QPointer<QWidget> window = &preferences();
+    activate(*window);
+    type(*window, Qt::Key_Escape);
+    EXPECT_TRUE(window && window->isVisible());
+    type(*window, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window && window->isVisible());
 }
 
 } // namespace

@@ -158,6 +158,7 @@ TEST_P(PixelTest, TheIndicator) {
         EXPECT_GE(text.top(), image.bottom() + 8);
         EXPECT_LE(text.bottom(), image.bottom() + 8 + textHeight);
         EXPECT_GT(text.width(), 50);
+        alert.window->close(); // which holds it, too
     }
 }
 
