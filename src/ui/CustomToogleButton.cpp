@@ -77,12 +77,15 @@ void CustomToogleButton::paintSwitch(QPainter& painter, const QRectF& track) con
                                                                       : 0;
     const double radius = track.height() / 2;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(toolkitColor(CustomToogleStyle::offColor));
-    painter.setOpacity(1 - knob);
-    painter.drawRoundedRect(track, radius, radius);
-    painter.setBrush(toolkitGradient(m_style.linearColors, track));
-    painter.setOpacity(knob);
-    painter.drawRoundedRect(track, radius, radius);
+    const auto fillTrack = [&](const QBrush& brush, double opacity) {
+        if (opacity == 0)
+            return; // the toolkit would start threads to draw nothing
+        painter.setBrush(brush);
+        painter.setOpacity(opacity);
+        painter.drawRoundedRect(track, radius, radius);
+    };
+    fillTrack(toolkitColor(CustomToogleStyle::offColor), 1 - knob);
+    fillTrack(toolkitGradient(m_style.linearColors, track), knob);
     painter.setOpacity(1);
     painter.setBrush(Qt::white);
     const auto size = m_style.size;

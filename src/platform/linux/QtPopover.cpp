@@ -56,13 +56,19 @@ private:
 
     void hideEvent(QHideEvent*) override { m_popover.m_panel.reset(); }
 
+    // Opaque: for others the toolkit starts threads, whose end would wake the process half a minute later.
+    QColor edgeColor() const {
+        const auto area = palette().color(QPalette::Window), text = palette().color(QPalette::WindowText);
+        const auto mixed = [](int most, int some) { return (3 * most + some) / 4; };
+        return {mixed(area.red(), text.red()), mixed(area.green(), text.green()),
+                mixed(area.blue(), text.blue())};
+    }
+
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.fillPath(outline(), palette().window());
-        auto edge = palette().color(QPalette::WindowText);
-        edge.setAlphaF(0.25f);
-        painter.setPen(edge);
+        painter.setPen(edgeColor());
         constexpr double half = 0.5;
         painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), cornerRadius,
                                 cornerRadius);
