@@ -3,10 +3,10 @@
 #include "Child.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "platform/HotKeyCenter.h"
-#include "platform/Process.h"
-#include "platform/linux/LinuxMachine.h"
-#include "platform/linux/StreamLog.h"
+#include "platform/input/HotKeyCenter.h"
+#include "platform/linux/process/LinuxMachine.h"
+#include "platform/linux/process/StreamLog.h"
+#include "platform/process/Process.h"
 
 #include <QApplication>
 

@@ -10,10 +10,10 @@
 #include "audio/AudioDevice.h"
 #include "audio/MuteMic.h"
 #include "audio/ToggleMicMute.h"
-#include "platform/Process.h"
-#include "platform/Window.h"
-#include "platform/linux/LinuxMachine.h"
-#include "platform/linux/StreamLog.h"
+#include "platform/linux/process/LinuxMachine.h"
+#include "platform/linux/process/StreamLog.h"
+#include "platform/process/Process.h"
+#include "platform/windows/Window.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>

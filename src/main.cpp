@@ -1,8 +1,8 @@
 #include "app/AppDelegate.h"
-#include "platform/Process.h"
-#include "platform/linux/LinuxMachine.h"
-#include "platform/linux/SingleInstance.h"
-#include "platform/linux/StreamLog.h"
+#include "platform/linux/process/LinuxMachine.h"
+#include "platform/linux/process/SingleInstance.h"
+#include "platform/linux/process/StreamLog.h"
+#include "platform/process/Process.h"
 #include "ui/Translation.h"
 #include "ui/ViewPainting.h"
 

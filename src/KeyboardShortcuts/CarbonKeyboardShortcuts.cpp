@@ -1,8 +1,8 @@
 #include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
 
-#include "platform/HotKeyCenter.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
+#include "platform/input/HotKeyCenter.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
 
 #include <map>
 #include <utility>

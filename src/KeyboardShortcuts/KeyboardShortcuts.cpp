@@ -2,9 +2,9 @@
 
 #include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
 #include "KeyboardShortcuts/ShortcutRecord.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/UserDefaults.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/UserDefaults.h"
 
 #include <unordered_map>
 #include <unordered_set>

@@ -1,7 +1,7 @@
 #include "KeyboardShortcuts/LocalEventMonitor.h"
 
-#include "platform/Machine.h"
-#include "platform/Process.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
 
 namespace tavro::KeyboardShortcuts {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/EventMonitors.h"
+#include "platform/input/EventMonitors.h"
 
 namespace tavro::KeyboardShortcuts {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Geometry.h"
+#include "platform/windows/Geometry.h"
 
 #include <string>
 

@@ -4,12 +4,12 @@
 #include "KeyboardShortcuts/Key.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/UpperCase.h"
-#include "platform/Event.h"
-#include "platform/HotKeyCenter.h"
-#include "platform/KeyboardLayout.h"
-#include "platform/Machine.h"
-#include "platform/Menu.h"
-#include "platform/Process.h"
+#include "platform/input/Event.h"
+#include "platform/input/HotKeyCenter.h"
+#include "platform/input/KeyboardLayout.h"
+#include "platform/menubar/Menu.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
 
 #include <algorithm>
 #include <limits>

@@ -3,11 +3,11 @@
 #include "KeyboardShortcuts/Key.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/RecorderField.h"
-#include "platform/Application.h"
-#include "platform/Machine.h"
-#include "platform/MainQueue.h"
-#include "platform/Menu.h"
-#include "platform/Process.h"
+#include "platform/menubar/Menu.h"
+#include "platform/process/Application.h"
+#include "platform/process/Machine.h"
+#include "platform/process/MainQueue.h"
+#include "platform/process/Process.h"
 
 namespace tavro::KeyboardShortcuts {
 

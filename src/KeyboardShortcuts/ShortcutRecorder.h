@@ -2,7 +2,7 @@
 
 #include "KeyboardShortcuts/LocalEventMonitor.h"
 #include "KeyboardShortcuts/Name.h"
-#include "platform/ObserverList.h"
+#include "platform/process/ObserverList.h"
 
 #include <functional>
 #include <memory>

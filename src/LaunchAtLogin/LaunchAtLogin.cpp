@@ -1,11 +1,11 @@
 #include "LaunchAtLogin/LaunchAtLogin.h"
 
-#include "platform/AppService.h"
-#include "platform/Bundle.h"
-#include "platform/LegacyLoginItems.h"
-#include "platform/Log.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
+#include "platform/process/Bundle.h"
+#include "platform/process/Log.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/AppService.h"
+#include "platform/storage/LegacyLoginItems.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/CurrentValueSubject.h"
-#include "platform/ObserverList.h"
+#include "platform/process/CurrentValueSubject.h"
+#include "platform/process/ObserverList.h"
 
 #include <functional>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Application.h"
-#include "platform/Menu.h"
-#include "platform/ObserverList.h"
+#include "platform/menubar/Menu.h"
+#include "platform/process/Application.h"
+#include "platform/process/ObserverList.h"
 #include "preferences/PreferenceView.h"
 
 #include <memory>

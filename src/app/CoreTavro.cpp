@@ -7,10 +7,10 @@
 #include "audio/MuteSpeaker.h"
 #include "desktop/HideDesktop.h"
 #include "notifications/DoNotDisturb.h"
-#include "platform/ControlStrip.h"
-#include "platform/Log.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
+#include "platform/menubar/ControlStrip.h"
+#include "platform/process/Log.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "app/HideApps.h"
 
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/Workspace.h"
+#include "platform/applications/Workspace.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
 
 namespace tavro {
 

@@ -1,11 +1,11 @@
 #include "app/TouchBarController.h"
 
 #include "audio/MuteMic.h"
-#include "platform/ControlStrip.h"
-#include "platform/Images.h"
-#include "platform/Log.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
+#include "platform/menubar/ControlStrip.h"
+#include "platform/process/Log.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/Images.h"
 
 namespace tavro {
 

@@ -1,9 +1,9 @@
 #include "app/UserSettings.h"
 
 #include "app/Constants.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/UserDefaults.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/UserDefaults.h"
 
 namespace tavro {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Color.h"
-#include "platform/Image.h"
+#include "platform/storage/Image.h"
+#include "platform/windows/Color.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "audio/AlertMuteView.h"
 
-#include "platform/Process.h"
-#include "platform/Window.h"
+#include "platform/process/Process.h"
+#include "platform/windows/Window.h"
 
 namespace tavro {
 

@@ -1,10 +1,10 @@
 #include "audio/AlertView.h"
 
-#include "platform/Images.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/Screens.h"
-#include "platform/WindowServer.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/Images.h"
+#include "platform/windows/Screens.h"
+#include "platform/windows/WindowServer.h"
 
 namespace tavro {
 

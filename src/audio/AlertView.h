@@ -1,7 +1,7 @@
 #pragma once
 
 #include "audio/AlertContent.h"
-#include "platform/Geometry.h"
+#include "platform/windows/Geometry.h"
 
 #include <memory>
 

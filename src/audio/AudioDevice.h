@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/AudioHardware.h"
-#include "platform/Result.h"
+#include "platform/audio/AudioHardware.h"
+#include "platform/process/Result.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #include "audio/MuteSpeaker.h"
 
 #include "audio/AudioDevice.h"
-#include "platform/Log.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
+#include "platform/process/Log.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
 
 namespace tavro {
 

@@ -2,9 +2,9 @@
 
 #include "audio/AlertMuteView.h"
 #include "audio/MuteMic.h"
-#include "platform/Machine.h"
-#include "platform/MainQueue.h"
-#include "platform/Process.h"
+#include "platform/process/Machine.h"
+#include "platform/process/MainQueue.h"
+#include "platform/process/Process.h"
 
 namespace tavro {
 

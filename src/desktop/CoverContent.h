@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Image.h"
+#include "platform/storage/Image.h"
 
 #include <string>
 #include <variant>

@@ -1,12 +1,12 @@
 #include "desktop/CoverWindow.h"
 
-#include "platform/Images.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/Screens.h"
-#include "platform/WindowList.h"
-#include "platform/WindowServer.h"
-#include "platform/Workspace.h"
+#include "platform/applications/Workspace.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/Images.h"
+#include "platform/windows/Screens.h"
+#include "platform/windows/WindowList.h"
+#include "platform/windows/WindowServer.h"
 
 #include <algorithm>
 #include <limits>

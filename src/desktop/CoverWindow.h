@@ -1,9 +1,9 @@
 #pragma once
 
 #include "desktop/CoverContent.h"
-#include "platform/Geometry.h"
-#include "platform/Identifiers.h"
-#include "platform/PropertyList.h"
+#include "platform/storage/PropertyList.h"
+#include "platform/windows/Geometry.h"
+#include "platform/windows/Identifiers.h"
 
 #include <filesystem>
 #include <memory>

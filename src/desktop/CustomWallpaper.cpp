@@ -1,10 +1,10 @@
 #include "desktop/CustomWallpaper.h"
 
 #include "app/Constants.h"
-#include "platform/FileManager.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/UserDefaults.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/FileManager.h"
+#include "platform/storage/UserDefaults.h"
 
 namespace tavro {
 

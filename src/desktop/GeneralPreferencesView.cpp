@@ -2,13 +2,13 @@
 
 #include "app/Constants.h"
 #include "desktop/CustomWallpaper.h"
-#include "platform/FileManager.h"
-#include "platform/Images.h"
-#include "platform/Log.h"
-#include "platform/Machine.h"
-#include "platform/OpenPanel.h"
-#include "platform/Process.h"
-#include "platform/UserDefaults.h"
+#include "platform/process/Log.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/FileManager.h"
+#include "platform/storage/Images.h"
+#include "platform/storage/UserDefaults.h"
+#include "platform/windows/OpenPanel.h"
 
 namespace tavro {
 

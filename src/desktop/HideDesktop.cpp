@@ -2,11 +2,11 @@
 
 #include "app/Constants.h"
 #include "desktop/CustomWallpaper.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/Screens.h"
-#include "platform/UserDefaults.h"
-#include "platform/Window.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/UserDefaults.h"
+#include "platform/windows/Screens.h"
+#include "platform/windows/Window.h"
 
 namespace tavro {
 

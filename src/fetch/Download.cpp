@@ -1,4 +1,4 @@
-#include "fetch/Download.h"
+#include "Download.h"
 
 #include <QNetworkReply>
 #include <QNetworkRequest>

@@ -3,7 +3,7 @@
 // Exits with 1, and without a word, when it cannot be had within the limits. A program of its own, so that
 // TavroPRO need not keep what the network needs in memory for a moment's use.
 
-#include "fetch/Download.h"
+#include "Download.h"
 
 #include <QCoreApplication>
 #include <QNetworkProxyFactory>

@@ -1,11 +1,11 @@
 #include "notifications/MontereyDND.h"
 
 #include "notifications/FocusDatabase.h"
-#include "platform/Clock.h"
-#include "platform/Files.h"
-#include "platform/Log.h"
-#include "platform/Machine.h"
-#include "platform/Process.h"
+#include "platform/process/Clock.h"
+#include "platform/process/Log.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/storage/Files.h"
 
 namespace tavro {
 

@@ -1,6 +1,6 @@
 #include "notifications/NCPrefs.h"
 
-#include "platform/PropertyListDecoder.h"
+#include "platform/storage/PropertyListDecoder.h"
 
 namespace tavro {
 

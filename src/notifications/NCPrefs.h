@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Result.h"
+#include "platform/process/Result.h"
 
 #include <string>
 #include <string_view>

@@ -1,12 +1,12 @@
 #include "popover/ContentView.h"
 
 #include "app/AppDelegate.h"
-#include "platform/Machine.h"
-#include "platform/MainQueue.h"
-#include "platform/Popover.h"
-#include "platform/Process.h"
-#include "platform/UserDefaults.h"
-#include "platform/Workspace.h"
+#include "platform/applications/Workspace.h"
+#include "platform/process/Machine.h"
+#include "platform/process/MainQueue.h"
+#include "platform/process/Process.h"
+#include "platform/storage/UserDefaults.h"
+#include "platform/windows/Popover.h"
 
 #include <iterator>
 

@@ -3,7 +3,7 @@
 #include "app/Constants.h"
 #include "app/CoreTavro.h"
 #include "app/UserSettings.h"
-#include "platform/ObserverList.h"
+#include "platform/process/ObserverList.h"
 #include "popover/CustomToogleStyle.h"
 #include "popover/InAppAlert.h"
 #include "update/VersionObserver.h"

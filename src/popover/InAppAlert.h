@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Color.h"
+#include "platform/windows/Color.h"
 
 #include <string>
 

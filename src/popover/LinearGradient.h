@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Color.h"
-#include "platform/Geometry.h"
+#include "platform/windows/Color.h"
+#include "platform/windows/Geometry.h"
 
 #include <array>
 

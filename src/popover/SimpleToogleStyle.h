@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Constants.h"
-#include "platform/Geometry.h"
+#include "platform/windows/Geometry.h"
 
 namespace tavro {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Published.h"
+#include "platform/process/Published.h"
 
 namespace tavro {
 

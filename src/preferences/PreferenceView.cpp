@@ -1,8 +1,8 @@
 #include "preferences/PreferenceView.h"
 
-#include "platform/Machine.h"
-#include "platform/Process.h"
-#include "platform/WindowServer.h"
+#include "platform/process/Machine.h"
+#include "platform/process/Process.h"
+#include "platform/windows/WindowServer.h"
 #include "preferences/Toolbar.h"
 
 namespace tavro {

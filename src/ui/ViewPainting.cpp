@@ -2,7 +2,7 @@
 
 #include "audio/AlertView.h"
 #include "desktop/CoverWindow.h"
-#include "platform/View.h"
+#include "platform/windows/View.h"
 #include "preferences/PreferenceView.h"
 #include "ui/AlertPainting.h"
 #include "ui/ContentWidget.h"

@@ -1,12 +1,12 @@
 #include "update/VersionObserver.h"
 
 #include "app/Constants.h"
-#include "platform/Bundle.h"
-#include "platform/Log.h"
-#include "platform/Machine.h"
-#include "platform/MainQueue.h"
-#include "platform/Process.h"
-#include "platform/URLSession.h"
+#include "platform/process/Bundle.h"
+#include "platform/process/Log.h"
+#include "platform/process/Machine.h"
+#include "platform/process/MainQueue.h"
+#include "platform/process/Process.h"
+#include "platform/storage/URLSession.h"
 #include "update/AppVersion.h"
 #include "update/NumericOrder.h"
 

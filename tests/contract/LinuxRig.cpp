@@ -8,8 +8,8 @@
 #include "support/Tray.h"
 #include "support/XServer.h"
 
-#include "platform/linux/LinuxMachine.h"
-#include "platform/linux/StreamLog.h"
+#include "platform/linux/process/LinuxMachine.h"
+#include "platform/linux/process/StreamLog.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>

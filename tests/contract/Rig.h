@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/Event.h"
-#include "platform/Geometry.h"
-#include "platform/Identifiers.h"
-#include "platform/Machine.h"
-#include "platform/MainQueue.h"
+#include "platform/input/Event.h"
+#include "platform/process/Machine.h"
+#include "platform/process/MainQueue.h"
+#include "platform/windows/Geometry.h"
+#include "platform/windows/Identifiers.h"
 
 #include <gtest/gtest.h>
 

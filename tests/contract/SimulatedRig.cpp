@@ -1,7 +1,7 @@
 #include "Rig.h"
 
 #include "desktop/support/TemporaryFolder.h"
-#include "platform/simulated/SimulatedMac.h"
+#include "platform/simulated/process/SimulatedMac.h"
 
 #include <algorithm>
 #include <map>

@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "platform/AudioHardware.h"
+#include "platform/audio/AudioHardware.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "platform/HotKeyCenter.h"
+#include "platform/input/HotKeyCenter.h"
 
 #include <array>
 

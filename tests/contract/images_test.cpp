@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "platform/Images.h"
+#include "platform/storage/Images.h"
 
 #include <cstring>
 #include <fstream>

@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "platform/NotificationSilencing.h"
+#include "platform/notifications/NotificationSilencing.h"
 
 namespace tavro {
 namespace {

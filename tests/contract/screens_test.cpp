@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "platform/Screens.h"
+#include "platform/windows/Screens.h"
 
 #include <algorithm>
 #include <set>

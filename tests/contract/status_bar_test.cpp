@@ -1,7 +1,7 @@
 #include "Rig.h"
 
-#include "platform/Application.h"
-#include "platform/StatusBar.h"
+#include "platform/menubar/StatusBar.h"
+#include "platform/process/Application.h"
 
 namespace tavro {
 namespace {

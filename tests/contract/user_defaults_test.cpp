@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "platform/UserDefaults.h"
+#include "platform/storage/UserDefaults.h"
 
 #include <limits>
 

@@ -1,8 +1,8 @@
 #include "Rig.h"
 
-#include "platform/WindowList.h"
-#include "platform/WindowServer.h"
-#include "platform/Workspace.h"
+#include "platform/applications/Workspace.h"
+#include "platform/windows/WindowList.h"
+#include "platform/windows/WindowServer.h"
 
 #include <algorithm>
 

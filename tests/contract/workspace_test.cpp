@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "platform/Workspace.h"
+#include "platform/applications/Workspace.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "support/AudioServer.h"
 #include "support/Session.h"
 
-#include "platform/linux/PulseAudioHardware.h"
-#include "platform/linux/QtMainQueue.h"
-#include "platform/linux/StreamLog.h"
+#include "platform/linux/audio/PulseAudioHardware.h"
+#include "platform/linux/process/QtMainQueue.h"
+#include "platform/linux/process/StreamLog.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>

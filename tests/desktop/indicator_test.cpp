@@ -2,8 +2,8 @@
 #include "support/MachineTest.h"
 
 #include "audio/AlertView.h"
-#include "platform/ControlStrip.h"
-#include "platform/Window.h"
+#include "platform/menubar/ControlStrip.h"
+#include "platform/windows/Window.h"
 
 #include <QApplication>
 

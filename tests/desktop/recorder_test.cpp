@@ -1,7 +1,7 @@
 #include "support/MachineTest.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "platform/KeyboardLayout.h"
+#include "platform/input/KeyboardLayout.h"
 #include "ui/RecorderCocoa.h"
 
 #include <QAbstractButton>

@@ -3,8 +3,8 @@
 #include "support/Session.h"
 #include "support/TemporaryFolder.h"
 
-#include "platform/linux/DesktopSilencing.h"
-#include "platform/simulated/SimulatedLog.h"
+#include "platform/linux/notifications/DesktopSilencing.h"
+#include "platform/simulated/process/SimulatedLog.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

@@ -1,4 +1,4 @@
-#include "platform/linux/AutostartEntry.h"
+#include "platform/linux/storage/AutostartEntry.h"
 
 #include "desktop/support/TemporaryFolder.h"
 

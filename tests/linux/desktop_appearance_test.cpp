@@ -1,5 +1,5 @@
-#include "platform/linux/DesktopAppearance.h"
-#include "platform/linux/XSettings.h"
+#include "platform/linux/desktops/DesktopAppearance.h"
+#include "platform/linux/x11/XSettings.h"
 
 #include <QFont>
 

@@ -1,6 +1,6 @@
-#include "platform/HotKeyCenter.h"
-#include "platform/linux/DesktopShortcuts.h"
-#include "platform/linux/VirtualKeys.h"
+#include "platform/input/HotKeyCenter.h"
+#include "platform/linux/desktops/DesktopShortcuts.h"
+#include "platform/linux/input/VirtualKeys.h"
 
 #include "support/TemporaryFolder.h"
 

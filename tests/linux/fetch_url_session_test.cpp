@@ -1,7 +1,7 @@
-#include "platform/linux/FetchURLSession.h"
+#include "platform/linux/storage/FetchURLSession.h"
 
 #include "desktop/support/TemporaryFolder.h"
-#include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/process/SimulatedLog.h"
 #include "support/HttpsServer.h"
 
 #include <QCoreApplication>

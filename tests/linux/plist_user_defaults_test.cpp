@@ -1,8 +1,8 @@
-#include "platform/linux/PlistUserDefaults.h"
+#include "platform/linux/storage/PlistUserDefaults.h"
 
 #include "desktop/support/TemporaryFolder.h"
-#include "platform/simulated/SimulatedLog.h"
-#include "platform/simulated/SimulatedMainQueue.h"
+#include "platform/simulated/process/SimulatedLog.h"
+#include "platform/simulated/process/SimulatedMainQueue.h"
 
 #include <gtest/gtest.h>
 

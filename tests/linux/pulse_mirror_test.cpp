@@ -1,4 +1,4 @@
-#include "platform/linux/PulseMirror.h"
+#include "platform/linux/audio/PulseMirror.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
-#include "platform/linux/QtImages.h"
+#include "platform/linux/storage/QtImages.h"
 
 #include "desktop/support/TemporaryFolder.h"
-#include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/process/SimulatedLog.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "platform/linux/XdgFileManager.h"
+#include "platform/linux/storage/XdgFileManager.h"
 
 #include "desktop/support/TemporaryFolder.h"
 

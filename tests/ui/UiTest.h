@@ -3,9 +3,9 @@
 #include "Launch.h"
 
 #include "app/Constants.h"
-#include "platform/Window.h"
-#include "platform/linux/QtTitledWindow.h"
-#include "platform/simulated/SimulatedPopover.h"
+#include "platform/linux/windows/QtTitledWindow.h"
+#include "platform/simulated/windows/SimulatedPopover.h"
+#include "platform/windows/Window.h"
 #include "popover/ContentView.h"
 #include "preferences/Toolbar.h"
 #include "ui/ViewPainting.h"

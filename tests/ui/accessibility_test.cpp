@@ -1,7 +1,7 @@
 #include "UiTest.h"
 
 #include "LaunchAtLogin/LaunchAtLogin.h"
-#include "platform/simulated/SimulatedImages.h"
+#include "platform/simulated/storage/SimulatedImages.h"
 
 #include <QAccessible>
 #include <QTest>

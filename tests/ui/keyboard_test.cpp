@@ -2,7 +2,7 @@
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "LaunchAtLogin/LaunchAtLogin.h"
-#include "platform/simulated/SimulatedImages.h"
+#include "platform/simulated/storage/SimulatedImages.h"
 #include "ui/CustomToogleButton.h"
 #include "ui/Recorder.h"
 #include "ui/RecorderCocoa.h"

@@ -1,7 +1,7 @@
 #include "UiTest.h"
 
 #include "audio/AlertContent.h"
-#include "platform/simulated/SimulatedImages.h"
+#include "platform/simulated/storage/SimulatedImages.h"
 #include "ui/AlertPainting.h"
 #include "ui/CustomToogleButton.h"
 #include "ui/InAppAlertButton.h"

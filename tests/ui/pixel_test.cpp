@@ -1,7 +1,7 @@
 #include "UiTest.h"
 
 #include "audio/AlertView.h"
-#include "platform/simulated/SimulatedImages.h"
+#include "platform/simulated/storage/SimulatedImages.h"
 #include "ui/CustomToogleButton.h"
 #include "ui/Divider.h"
 #include "ui/InAppAlertButton.h"

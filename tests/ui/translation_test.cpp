@@ -2,7 +2,7 @@
 
 #include "audio/AlertMuteView.h"
 #include "audio/AlertView.h"
-#include "platform/Menu.h"
+#include "platform/menubar/Menu.h"
 #include "popover/ContentView.h"
 
 #include <QAbstractButton>

@@ -4,9 +4,9 @@
 #include "app/HideApps.h"
 #include "app/UserSettings.h"
 #include "desktop/HideDesktop.h"
-#include "platform/Process.h"
-#include "platform/simulated/SimulatedMac.h"
-#include "platform/simulated/SimulatedStatusItem.h"
+#include "platform/process/Process.h"
+#include "platform/simulated/menubar/SimulatedStatusItem.h"
+#include "platform/simulated/process/SimulatedMac.h"
 
 #include <gtest/gtest.h>
 

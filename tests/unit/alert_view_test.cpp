@@ -2,7 +2,7 @@
 
 #include "audio/AlertMuteView.h"
 #include "audio/ToggleMicMute.h"
-#include "platform/simulated/SimulatedWindow.h"
+#include "platform/simulated/windows/SimulatedWindow.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "Launch.h"
 
 #include "app/Constants.h"
-#include "platform/Popover.h"
-#include "platform/simulated/SimulatedPopover.h"
-#include "platform/simulated/SimulatedWindow.h"
+#include "platform/simulated/windows/SimulatedPopover.h"
+#include "platform/simulated/windows/SimulatedWindow.h"
+#include "platform/windows/Popover.h"
 #include "popover/ContentView.h"
 
 #include <chrono>

@@ -2,7 +2,7 @@
 
 #include "desktop/CoverWindow.h"
 #include "desktop/support/TemporaryFolder.h"
-#include "platform/simulated/SimulatedWindow.h"
+#include "platform/simulated/windows/SimulatedWindow.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "Launch.h"
 
-#include "platform/simulated/SimulatedRunningApplication.h"
+#include "platform/simulated/applications/SimulatedRunningApplication.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/ShortcutRecord.h"
-#include "platform/Event.h"
-#include "platform/Menu.h"
+#include "platform/input/Event.h"
+#include "platform/menubar/Menu.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
-#include "platform/NotificationCenter.h"
-#include "platform/Published.h"
+#include "platform/process/NotificationCenter.h"
+#include "platform/process/Published.h"
 
 #include <gtest/gtest.h>
 

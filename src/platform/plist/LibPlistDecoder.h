@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PropertyListDecoder.h"
+#include "platform/storage/PropertyListDecoder.h"
 
 namespace tavro {
 

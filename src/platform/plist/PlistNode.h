@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PropertyList.h"
+#include "platform/storage/PropertyList.h"
 
 #include <plist/plist.h>
 

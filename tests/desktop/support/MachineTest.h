@@ -2,9 +2,9 @@
 
 #include "DesktopTest.h"
 
-#include "platform/Process.h"
-#include "platform/linux/LinuxMachine.h"
-#include "platform/linux/StreamLog.h"
+#include "platform/linux/process/LinuxMachine.h"
+#include "platform/linux/process/StreamLog.h"
+#include "platform/process/Process.h"
 #include "ui/ViewPainting.h"
 
 #include <QCoreApplication>

@@ -1,0 +1,91 @@
+#include "platform/linux/applications/XWorkspace.h"
+
+#include "platform/linux/applications/XRunningApplication.h"
+#include "platform/linux/desktops/DesktopWallpaper.h"
+#include "platform/linux/windows/QtScreens.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+#include <QWidget>
+
+#include <algorithm>
+#include <set>
+
+namespace tavro {
+
+XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, MainQueue& queue, Log& log)
+    : m_x(x)
+    , m_screens(screens)
+    , m_hidden(std::make_shared<HiddenWindows>(x, queue, log))
+    , m_followingActive(queue, [this] { activeWindowChanged(); })
+    , m_events(x.onEvent([this](const auto& event) { handle(event); })) {
+    activeWindowChanged();
+}
+
+XWorkspace::~XWorkspace() = default;
+
+std::vector<std::shared_ptr<RunningApplication>> XWorkspace::runningApplications() const {
+    const auto clients = m_hidden->readClients();
+    std::set<std::string> seen;
+    std::vector<std::shared_ptr<RunningApplication>> applications;
+    for (const auto& window : clients->windows)
+        if (seen.insert(window.application).second)
+            applications.push_back(
+                std::make_shared<XRunningApplication>(window.application, XCB_NONE, m_hidden));
+    return applications;
+}
+
+std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
+    const auto clients = m_hidden->readClients();
+    // When a window of ours has gone, it takes a moment until the one below is active.
+    const bool isOurs = clients->active == XCB_NONE ? m_ownIsActive : !standsInFront(clients->active);
+    const auto* front = clients->find(isOurs ? m_front : clients->active);
+    if (!front)
+        return nullptr;
+    return std::make_shared<XRunningApplication>(front->application, front->id, m_hidden);
+}
+
+std::optional<std::filesystem::path> XWorkspace::desktopImageURL(const Screen& screen) const {
+    return desktopWallpaper(m_screens.connector(screen));
+}
+
+void XWorkspace::open(const std::string& url) {
+    QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+}
+
+void XWorkspace::finish() {
+    m_hidden->restore();
+    m_hidden->settle();
+    m_x.roundTrip();
+}
+
+void XWorkspace::handle(const xcb_generic_event_t& event) {
+    if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY)
+        return;
+    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if (change.window == m_x.root() && change.atom == m_x.atoms().netActiveWindow)
+        m_followingActive.schedule();
+}
+
+void XWorkspace::activeWindowChanged() {
+    const auto active = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
+    if (active == XCB_NONE)
+        return;
+    m_ownIsActive = QWidget::find(active) != nullptr;
+    if (!standsInFront(active))
+        return;
+    const auto application = applicationOf(m_x, active);
+    m_front = active;
+    if (std::exchange(m_frontApplication, application) != application)
+        m_notificationCenter.post(workspaceDidActivateApplication);
+}
+
+/// Our own windows and panels take the focus without being what the user works in.
+bool XWorkspace::standsInFront(xcb_window_t window) const {
+    if (QWidget::find(window))
+        return false;
+    const auto types = m_x.values(m_x.request(window, m_x.atoms().netWmWindowType));
+    return std::ranges::find(types, m_x.atoms().netWmWindowTypeDock) == types.end();
+}
+
+} // namespace tavro

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/applications/Workspace.h"
+#include "platform/linux/applications/HiddenWindows.h"
+
+namespace tavro {
+
+class Log;
+class MainQueue;
+class QtScreens;
+
+/// Client windows grouped by application, as EWMH describes them.
+class XWorkspace final : public Workspace {
+public:
+    XWorkspace(XConnection& x, const QtScreens& screens, MainQueue& queue, Log& log);
+    ~XWorkspace() override;
+
+    std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
+    std::shared_ptr<RunningApplication> frontmostApplication() const override;
+    std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const override;
+    void open(const std::string& url) override;
+    NotificationCenter& notificationCenter() override { return m_notificationCenter; }
+
+    /// Returns when the server has all that was asked of it; before the process ends.
+    void finish();
+
+private:
+    void handle(const xcb_generic_event_t& event);
+    void activeWindowChanged();
+    bool standsInFront(xcb_window_t window) const;
+
+    XConnection& m_x;
+    const QtScreens& m_screens;
+    NotificationCenter m_notificationCenter;
+    std::shared_ptr<HiddenWindows> m_hidden;
+    /// The last window in front that is another program's.
+    xcb_window_t m_front = XCB_NONE;
+    std::string m_frontApplication;
+    bool m_ownIsActive = false; // the last that was
+    OncePerTurn m_followingActive;
+    Observation m_events;
+};
+
+} // namespace tavro

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/audio/AudioHardware.h"
+#include "platform/linux/audio/PulseConnection.h"
+#include "platform/linux/audio/PulseMirror.h"
+
+#include <chrono>
+#include <optional>
+#include <vector>
+
+namespace tavro {
+
+class Log;
+class MainQueue;
+
+/// The devices of a PulseAudio server, or of one that speaks its protocol: sinks are outputs, sources other
+/// than monitors are inputs.
+///
+/// - Reads answer from a mirror. Only the very first call may wait, 300 ms at most and only while a server is
+///   being connected to, so that a program which asks at launch sees the devices.
+/// - Writes wait for the server's word, each 500 ms at most, and all those of one turn of the main loop
+///   together 2 s. After one that has waited in vain, the others of its turn do not wait at all. What is not
+///   confirmed is a failure, though the server may carry it out when it answers again.
+/// - A device is the one of its kind and server name. It keeps its number and its listeners while it is away,
+///   unplugged or with its server; on its return they are told if it differs from before.
+/// - Without a server there is no property of the system to read, and there are no devices.
+class PulseAudioHardware final : public AudioHardware {
+public:
+    PulseAudioHardware(MainQueue& queue, Log& log);
+
+    OSStatus getPropertyDataSize(AudioObjectID object, const AudioObjectPropertyAddress& address,
+                                 std::uint32_t& size) const override;
+    OSStatus getPropertyData(AudioObjectID object, const AudioObjectPropertyAddress& address,
+                             std::uint32_t size, AudioPropertyValue& value) const override;
+    bool hasProperty(AudioObjectID object, const AudioObjectPropertyAddress& address) const override;
+    OSStatus setPropertyData(AudioObjectID object, const AudioObjectPropertyAddress& address,
+                             std::uint32_t size, const AudioPropertyValue& value) override;
+    OSStatus addPropertyListener(AudioObjectID object, const AudioObjectPropertyAddress& address,
+                                 AudioPropertyListener listener) override;
+    /// From now on the listener is not called, whatever has changed before. Also of a device that is away,
+    /// whose status it gives.
+    OSStatus removePropertyListener(AudioObjectID object, const AudioObjectPropertyAddress& address,
+                                    const AudioPropertyListener& listener) override;
+
+private:
+    struct Registration {
+        std::uint64_t number = 0;
+        AudioObjectID object = 0;
+        AudioObjectPropertyAddress address;
+        AudioPropertyListener listener;
+    };
+
+    void waitAtFirst() const;
+    OSStatus findObject(AudioObjectID object) const;
+    OSStatus read(AudioObjectID object, const AudioObjectPropertyAddress& address,
+                  AudioPropertyValue& value) const;
+    std::optional<AudioPropertyValue> systemProperty(const AudioObjectPropertyAddress& address) const;
+    OSStatus setMute(AudioObjectID object, bool isMuted);
+    void mirrorChanged();
+    AudioObjectPropertyAddress addressOf(const PulseMirror::Change& change) const;
+    void callListeners();
+
+    MainQueue& m_queue;
+    PulseMirror m_mirror;
+    mutable bool m_hasWaited = false;
+    PulseConnection::Clock::duration m_waitLeft; // in this turn of the main loop
+    bool m_turnIsLimited = false;
+    std::vector<Registration> m_listeners;
+    std::uint64_t m_lastRegistration = 0;
+    std::vector<std::uint64_t> m_calls;   // numbers of registrations, in order
+    mutable PulseConnection m_connection; // the last: it tells of changes from its construction on
+};
+
+} // namespace tavro

@@ -1,0 +1,133 @@
+#include "platform/linux/menubar/TrayControlStrip.h"
+
+#include "platform/linux/menubar/TrayHost.h"
+#include "platform/linux/storage/QtImages.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPixmap>
+
+#include <algorithm>
+
+namespace tavro {
+
+namespace {
+
+/// The sizes that panels ask for; others are scaled from the next one.
+constexpr int sizes[] = {16, 22, 24, 32, 48, 64};
+constexpr Color systemBezelColor{0.39, 0.39, 0.39, 1};
+
+QColor toolkitColor(const Color& color) {
+    const auto part = [](double value) { return static_cast<float>(value); };
+    return QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha));
+}
+
+void paintLabel(const TouchBarButton& button, QPainter& painter, const QRect& area) {
+    if (button.image) {
+        QIcon(QString::fromStdString(QtImages::resourcePath(*button.image))).paint(&painter, area);
+        return;
+    }
+    auto font = painter.font();
+    font.setPixelSize(area.height() / 2);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(area, Qt::AlignCenter, QString::fromStdString(button.title));
+}
+
+QPixmap picture(const TouchBarButton& button, int size) {
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(toolkitColor(button.bezelColor.value_or(systemBezelColor)));
+    const double radius = size * 0.22;
+    painter.drawRoundedRect(QRectF(pixmap.rect()), radius, radius);
+    const int margin = size / 8;
+    paintLabel(button, painter, pixmap.rect().adjusted(margin, margin, -margin, -margin));
+    return pixmap;
+}
+
+QIcon iconOf(const TouchBarButton& button) {
+    QIcon icon;
+    for (const int size : sizes)
+        icon.addPixmap(picture(button, size));
+    return icon;
+}
+
+} // namespace
+
+TrayControlStrip::TrayControlStrip(TrayHost& host)
+    : m_host(host) {}
+
+TrayControlStrip::~TrayControlStrip() = default;
+
+void TrayControlStrip::setPresence(const std::string& identifier, bool isPresent) {
+    if (isPresent)
+        m_present.insert(identifier);
+    else
+        m_present.erase(identifier);
+    updateAll();
+}
+
+void TrayControlStrip::addSystemTrayItem(std::shared_ptr<CustomTouchBarItem> item) {
+    if (std::ranges::any_of(m_entries, [&](const auto& entry) { return entry->item == item; }))
+        return;
+    if (m_entries.empty() && !m_hasHost)
+        m_host.whenAvailable([this] {
+            m_hasHost = true;
+            updateAll();
+        });
+    const auto& entry = m_entries.emplace_back(std::make_unique<Entry>());
+    entry->item = std::move(item);
+    entry->viewChange = entry->item->viewDidChange([this, changed = entry.get()] { update(*changed); });
+    update(*entry);
+}
+
+void TrayControlStrip::removeSystemTrayItem(const std::shared_ptr<CustomTouchBarItem>& item) {
+    const auto found =
+        std::ranges::find_if(m_entries, [&](const auto& entry) { return entry->item == item; });
+    if (found == m_entries.end())
+        return;
+    hide(**found);
+    m_entries.erase(found);
+}
+
+void TrayControlStrip::updateAll() {
+    for (const auto& entry : m_entries)
+        update(*entry);
+}
+
+void TrayControlStrip::update(Entry& entry) {
+    const auto& button = entry.item->view();
+    if (!m_hasHost || !button || !m_present.contains(entry.item->identifier()))
+        return hide(entry);
+    if (entry.icon)
+        entry.icon->setIcon(iconOf(*button));
+    else
+        show(entry, *button);
+}
+
+void TrayControlStrip::show(Entry& entry, const TouchBarButton& button) {
+    entry.icon = std::make_unique<QSystemTrayIcon>(iconOf(button));
+    QObject::connect(entry.icon.get(), &QSystemTrayIcon::activated, entry.icon.get(),
+                     [item = entry.item] { touch(*item); });
+    entry.icon->setToolTip(QGuiApplication::applicationDisplayName());
+    entry.icon->show();
+}
+
+// It may be the icon's own click that takes it away.
+void TrayControlStrip::hide(Entry& entry) {
+    if (!entry.icon)
+        return;
+    entry.icon->hide();
+    entry.icon.release()->deleteLater();
+}
+
+void TrayControlStrip::touch(const CustomTouchBarItem& item) {
+    if (const auto& button = item.view(); button && button->action)
+        button->action();
+}
+
+} // namespace tavro

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/menubar/ControlStrip.h"
+
+#include <QSystemTrayIcon>
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tavro {
+
+class TrayHost;
+
+/// Buttons of the desktop's tray, beside the status item: desktops have no Touch Bar. A button is drawn as a
+/// rounded rectangle of its bezel colour with its image, or title, on it; any click is a touch.
+class TrayControlStrip final : public ControlStrip {
+public:
+    explicit TrayControlStrip(TrayHost& host);
+    ~TrayControlStrip() override;
+
+    /// Nothing covers a tray.
+    void showsCloseBoxWhenFrontMost(bool) override {}
+    void setPresence(const std::string& identifier, bool isPresent) override;
+    void addSystemTrayItem(std::shared_ptr<CustomTouchBarItem> item) override;
+    void removeSystemTrayItem(const std::shared_ptr<CustomTouchBarItem>& item) override;
+
+private:
+    struct Entry {
+        std::shared_ptr<CustomTouchBarItem> item;
+        Observation viewChange;
+        std::unique_ptr<QSystemTrayIcon> icon; // while it shows
+    };
+
+    void updateAll();
+    void update(Entry& entry);
+    void show(Entry& entry, const TouchBarButton& button);
+    static void hide(Entry& entry);
+    static void touch(const CustomTouchBarItem& item);
+
+    TrayHost& m_host;
+    bool m_hasHost = false;
+    std::vector<std::unique_ptr<Entry>> m_entries;
+    std::set<std::string> m_present;
+};
+
+} // namespace tavro

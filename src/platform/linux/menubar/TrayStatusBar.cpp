@@ -1,0 +1,21 @@
+#include "platform/linux/menubar/TrayStatusBar.h"
+
+#include "platform/linux/menubar/TrayStatusItem.h"
+
+namespace tavro {
+
+TrayStatusBar::TrayStatusBar(XConnection& x, MainQueue& queue, Log& log, EventSource& events)
+    : m_x(x)
+    , m_host(x, queue, log)
+    , m_events(events) {}
+
+std::shared_ptr<StatusItem> TrayStatusBar::statusItem(double) {
+    auto item = std::make_shared<TrayStatusItem>(m_x, m_events);
+    m_host.whenAvailable([weak = std::weak_ptr(item)] {
+        if (const auto alive = weak.lock())
+            alive->show();
+    });
+    return item;
+}
+
+} // namespace tavro

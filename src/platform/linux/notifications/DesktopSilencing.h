@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/linux/bus/BoundedBus.h"
+#include "platform/linux/notifications/NotificationSwitch.h"
+#include "platform/notifications/NotificationSilencing.h"
+
+#include <memory>
+#include <string>
+
+namespace tavro {
+
+class Log;
+
+/// The switch of whatever notification server runs: the one that owns org.freedesktop.Notifications on the
+/// session bus, known by what it says of itself (Desktop Notifications standard, GetServerInformation).
+/// It is asked that once; another owner of the name is another server.
+class DesktopSilencing final : public NotificationSilencing {
+public:
+    explicit DesktopSilencing(Log& log)
+        : m_log(log) {}
+
+    std::optional<bool> isOn() override;
+    bool setOn(bool isOn) override;
+
+private:
+    NotificationSwitch* serverSwitch();
+    Result<std::unique_ptr<NotificationSwitch>, std::string> identify();
+    QString owner();
+    void report(const std::string& why);
+
+    Log& m_log;
+    BoundedBus m_bus;
+    QString m_owner;
+    std::unique_ptr<NotificationSwitch> m_switch;
+    std::string m_reported; // last, and nothing has worked since
+};
+
+} // namespace tavro

@@ -1,0 +1,53 @@
+#include "platform/linux/process/LinuxMachine.h"
+
+namespace tavro {
+
+namespace {
+
+/// Asked once, at the start: an upgrade takes the file away from the process that runs.
+std::filesystem::path runningProgram() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
+std::filesystem::path helper(const char* name) {
+    return runningProgram().parent_path() / TAVRO_HELPER_DIR / name;
+}
+
+std::unique_ptr<URLSession> makeURLSession(Log& log) {
+    constexpr bool checksForUpdates = TAVRO_UPDATE_CHECK;
+    return checksForUpdates ? std::make_unique<FetchURLSession>(helper("tavropro-fetch"), log) : nullptr;
+}
+
+} // namespace
+
+LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, Views views,
+                           std::filesystem::path defaultsFile)
+    : m_x(std::move(x))
+    , m_log(log)
+    , m_bundle{"com.vantrelo.TavroPRO", {{"CFBundleShortVersionString", TAVRO_VERSION}}}
+    , m_audioHardware(m_mainQueue, log)
+    , m_appearance(*m_x)
+    , m_keyboard(*m_x, m_mainQueue)
+    , m_eventMonitors(m_keyboard)
+    , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
+    , m_notificationSilencing(log)
+    , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
+    , m_loginItem(AutostartEntry::standardFile(), runningProgram())
+    , m_images(helper("tavropro-heif"), log)
+    , m_screens(*m_x)
+    , m_urlSession(makeURLSession(log))
+    , m_windowList(*m_x)
+    , m_windowServer(*m_x, std::move(views))
+    , m_workspace(*m_x, m_screens, m_mainQueue, log)
+    , m_application(signals,
+                    [this] {
+                        m_workspace.finish();
+                        m_userDefaults.synchronize();
+                    })
+    , m_statusBar(*m_x, m_mainQueue, log, m_application)
+    , m_controlStrip(m_statusBar.host()) {
+    m_x->start();
+}
+
+} // namespace tavro

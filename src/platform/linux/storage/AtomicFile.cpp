@@ -1,0 +1,92 @@
+#include "platform/linux/storage/AtomicFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tavro {
+
+namespace {
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int number)
+        : m_number(number) {}
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    ~FileDescriptor() {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    int get() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+int writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const auto written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return errno;
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return ::fsync(descriptor) == 0 ? 0 : errno;
+}
+
+/// Makes the new name survive a power failure too.
+void synchronizeFolder(const std::filesystem::path& folder) {
+    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.get() >= 0)
+        ::fsync(descriptor.get());
+}
+
+} // namespace
+
+int readFile(const std::filesystem::path& file, std::size_t atMost, std::string& bytes) {
+    const FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (descriptor.get() < 0 || ::fstat(descriptor.get(), &status) != 0)
+        return errno;
+    if (!S_ISREG(status.st_mode))
+        return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+    bytes.resize(atMost + 1);
+    std::size_t length = 0;
+    while (length < bytes.size()) {
+        const auto count = ::read(descriptor.get(), bytes.data() + length, bytes.size() - length);
+        if (count < 0 && errno != EINTR)
+            return errno;
+        if (count == 0)
+            break;
+        length += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+    }
+    if (length > atMost)
+        return EFBIG;
+    bytes.resize(length);
+    return 0;
+}
+
+int replaceFile(const std::filesystem::path& file, std::string_view bytes) {
+    const auto folder = file.parent_path();
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error)
+        return error.value();
+    auto temporary = file.string() + ".XXXXXX";
+    const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC)); // mode 0600
+    if (descriptor.get() < 0)
+        return errno;
+    int failure = writeAll(descriptor.get(), bytes);
+    if (failure == 0 && ::rename(temporary.c_str(), file.c_str()) != 0)
+        failure = errno;
+    if (failure == 0)
+        synchronizeFolder(folder);
+    else
+        ::unlink(temporary.c_str());
+    return failure;
+}
+
+} // namespace tavro

@@ -1,0 +1,38 @@
+#include "platform/linux/storage/XdgFileManager.h"
+
+#include "platform/linux/storage/AtomicFile.h"
+
+#include <QStandardPaths>
+
+#include <cstring>
+
+namespace tavro {
+
+namespace fs = std::filesystem;
+
+std::optional<fs::path> XdgFileManager::documentsFolder() const {
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return folder.isEmpty() ? std::nullopt : std::optional(fs::path(folder.toStdString()));
+}
+
+std::optional<fs::path> XdgFileManager::existingDocumentsFolder() {
+    const auto folder = documentsFolder();
+    std::error_code error;
+    if (folder)
+        fs::create_directories(*folder, error);
+    return folder && fs::is_directory(*folder, error) ? folder : std::nullopt;
+}
+
+bool XdgFileManager::fileExists(const fs::path& file) const {
+    std::error_code error;
+    return fs::exists(file, error);
+}
+
+std::optional<std::string> XdgFileManager::writeAtomically(const fs::path& file, std::string_view bytes) {
+    const int error = replaceFile(file, bytes);
+    if (error == 0)
+        return std::nullopt;
+    return file.string() + " cannot be written: " + std::strerror(error);
+}
+
+} // namespace tavro

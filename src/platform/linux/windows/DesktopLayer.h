@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/linux/x11/XConnection.h"
+
+#include <QRect>
+
+#include <map>
+#include <set>
+#include <vector>
+
+namespace tavro {
+
+/// Our windows above the desktop icons and below everything else.
+///
+/// EWMH's type DESKTOP with the state BELOW is what window managers put above other desktop windows and keep
+/// at its exact rectangle, on every workspace, and out of "show desktop". Where another desktop window rises
+/// above one of ours (a restarted icon desktop), ours is raised again.
+class DesktopLayer {
+public:
+    /// The level of desktop icons.
+    static constexpr int iconLevel = -2147483603;
+
+    explicit DesktopLayer(XConnection& x);
+
+    /// Before the window is shown.
+    void add(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers, bool passesClicks);
+    /// After it. Keeps the window at these pixels of the root window, unless there are none.
+    void shown(xcb_window_t window, const QRect& pixels) const;
+    void remove(xcb_window_t window);
+
+private:
+    struct Member {
+        bool passesClicks = false;
+        xcb_window_t frame = XCB_NONE;
+        int raisesLeft = 0;
+    };
+
+    void setState(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers);
+    void handle(const xcb_generic_event_t& event);
+    void reparented(xcb_window_t window);
+    void passClicks(xcb_window_t frame);
+    void raiseCovered();
+    std::set<xcb_window_t> foreignDesktops(const std::vector<xcb_window_t>& windows) const;
+
+    XConnection& m_x;
+    Observation m_events;
+    std::uint8_t m_shapeNotify = 0;
+    std::map<xcb_window_t, Member> m_members;
+};
+
+} // namespace tavro

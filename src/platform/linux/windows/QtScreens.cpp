@@ -1,0 +1,162 @@
+#include "platform/linux/windows/QtScreens.h"
+
+#include "platform/linux/x11/XConnection.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+#include <xcb/randr.h>
+
+namespace tavro {
+
+namespace {
+
+/// The corner of the first screen that display coordinates start from.
+QPoint displayOrigin() {
+    const auto* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->geometry().topLeft() : QPoint();
+}
+
+/// At scales like 1.75 the pixels of a screen are no whole number of points, and the toolkit rounds them: the
+/// RandR monitor tells. The toolkit leaves its corner where the server has it.
+QSizeF exactSize(const QScreen& screen) {
+    const auto rounded = screen.geometry();
+    const auto scale = screen.devicePixelRatio();
+    if (scale == 1)
+        return rounded.size();
+    auto* x = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
+    const XReply<xcb_randr_get_monitors_reply_t> reply(
+        xcb_randr_get_monitors_reply(x, xcb_randr_get_monitors(x, root, true), nullptr));
+    for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); reply && i.rem;
+         xcb_randr_monitor_info_next(&i)) {
+        const auto size = QSizeF(i.data->width, i.data->height) / scale;
+        if (QPoint(i.data->x, i.data->y) == rounded.topLeft() && size.toSize() == rounded.size())
+            return size;
+    }
+    return rounded.size();
+}
+
+/// The line that display coordinates with the origin at the lower left start from.
+double bottomOfPrimary() {
+    const auto* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->geometry().top() + exactSize(*primary).height() : 0;
+}
+
+QRectF exactlyToToolkit(const Rect& rect) {
+    return {rect.origin.x + displayOrigin().x(), bottomOfPrimary() - (rect.origin.y + rect.size.height),
+            rect.size.width, rect.size.height};
+}
+
+Rect exactlyFromToolkit(const QRectF& rect) {
+    return {{rect.x() - displayOrigin().x(), bottomOfPrimary() - (rect.y() + rect.height())},
+            {rect.width(), rect.height()}};
+}
+
+QRect pixelsOf(const QRectF& toolkitArea) {
+    const auto corner = toolkitArea.topLeft();
+    const auto* screen = QGuiApplication::screenAt(corner.toPoint());
+    if (!screen)
+        return {};
+    const auto scale = screen->devicePixelRatio();
+    const QPointF screenCorner = screen->geometry().topLeft();
+    return {(screenCorner + (corner - screenCorner) * scale).toPoint(),
+            (toolkitArea.size() * scale).toSize()};
+}
+
+/// What the toolkit puts in place of a screen when there is none.
+bool isPlaceholder(const QScreen& screen) {
+    return screen.name().isEmpty() || screen.geometry().isEmpty();
+}
+
+} // namespace
+
+std::vector<Screen> QtScreens::screens() const {
+    std::vector<Screen> result;
+    const auto* primary = QGuiApplication::primaryScreen();
+    if (primary && !isPlaceholder(*primary))
+        result.push_back(describe(*primary));
+    for (const auto* screen : QGuiApplication::screens())
+        if (screen != primary && !isPlaceholder(*screen))
+            result.push_back(describe(*screen));
+    return result;
+}
+
+std::optional<Screen> QtScreens::mainScreen() const {
+    const auto* window = QGuiApplication::focusWindow();
+    const auto* screen = window ? window->screen() : QGuiApplication::primaryScreen();
+    if (!screen || isPlaceholder(*screen))
+        return std::nullopt;
+    return describe(*screen);
+}
+
+std::optional<DisplayID> QtScreens::mainDisplayID() const {
+    const auto* screen = QGuiApplication::primaryScreen();
+    if (!screen || isPlaceholder(*screen))
+        return std::nullopt;
+    return identifier(*screen);
+}
+
+Rect QtScreens::displayBounds(DisplayID display) const {
+    for (const auto* screen : QGuiApplication::screens()) {
+        if (isPlaceholder(*screen) || identifier(*screen) != display)
+            continue;
+        const auto corner = screen->geometry().topLeft() - displayOrigin();
+        const auto size = exactSize(*screen);
+        return {{double(corner.x()), double(corner.y())}, {size.width(), size.height()}};
+    }
+    return {};
+}
+
+std::string QtScreens::connector(const Screen& screen) const {
+    for (const auto* candidate : QGuiApplication::screens())
+        if (describe(*candidate) == screen)
+            return candidate->name().toStdString();
+    return {};
+}
+
+QRect QtScreens::rootPixels(const Rect& area) {
+    return pixelsOf(
+        {QPointF(area.origin.x, area.origin.y) + displayOrigin(), QSizeF(area.size.width, area.size.height)});
+}
+
+QRect QtScreens::framePixels(const Rect& frame) {
+    return pixelsOf(exactlyToToolkit(frame));
+}
+
+void QtScreens::onChange(QObject& context, const std::function<void()>& handler) {
+    const auto watch = [&context, handler](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &context, handler, Qt::QueuedConnection);
+    };
+    for (auto* screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &context, watch);
+    for (const auto change : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
+        QObject::connect(qGuiApp, change, &context, handler, Qt::QueuedConnection);
+}
+
+Rect QtScreens::fromToolkit(const QRect& rect) {
+    return exactlyFromToolkit(rect);
+}
+
+QRect QtScreens::toToolkit(const Rect& rect) {
+    return exactlyToToolkit(rect).toRect();
+}
+
+Screen QtScreens::describe(const QScreen& screen) const {
+    const auto number = static_cast<std::uint32_t>(identifier(screen));
+    return {exactlyFromToolkit({screen.geometry().topLeft(), exactSize(screen)}),
+            {{"NSScreenNumber", number}}};
+}
+
+DisplayID QtScreens::identifier(const QScreen& screen) const {
+    const auto name = screen.name().toUtf8();
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        m_x.raw(), xcb_intern_atom(m_x.raw(), false, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    m_x.deliverQueuedEvents();
+    return DisplayID(reply ? reply->atom : 0);
+}
+
+} // namespace tavro

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/windows/Screens.h"
+
+#include <QPoint>
+#include <QRect>
+
+#include <functional>
+
+class QObject;
+class QScreen;
+
+namespace tavro {
+
+class XConnection;
+
+/// The RandR monitors. A display's identifier is the atom of its connector's name: a number that no other
+/// display gets while the server runs.
+class QtScreens final : public Screens {
+public:
+    explicit QtScreens(XConnection& x)
+        : m_x(x) {}
+
+    std::vector<Screen> screens() const override;
+    std::optional<Screen> mainScreen() const override;
+    std::optional<DisplayID> mainDisplayID() const override;
+    Rect displayBounds(DisplayID display) const override;
+
+    /// The connector's name ("HDMI-1") of a screen, empty when it is not there.
+    std::string connector(const Screen& screen) const;
+    /// The pixels of the root window that an area in display coordinates covers; empty for one that does
+    /// not begin on a screen.
+    static QRect rootPixels(const Rect& area);
+    /// The same for a window's frame, whose origin is at the lower left.
+    static QRect framePixels(const Rect& frame);
+
+    /// Runs the handler, a little later, whenever a screen comes, goes or changes, as long as the object
+    /// lives.
+    static void onChange(QObject& context, const std::function<void()>& handler);
+
+    /// Between our coordinates and the toolkit's (origin at the upper left, y downwards).
+    static Rect fromToolkit(const QRect& rect);
+    static QRect toToolkit(const Rect& rect);
+
+private:
+    Screen describe(const QScreen& screen) const;
+    DisplayID identifier(const QScreen& screen) const;
+
+    XConnection& m_x;
+};
+
+} // namespace tavro

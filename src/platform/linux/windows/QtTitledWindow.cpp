@@ -1,0 +1,130 @@
+#include "platform/linux/windows/QtTitledWindow.h"
+
+#include "platform/linux/storage/QtImages.h"
+#include "platform/linux/windows/KeepOnScreen.h"
+#include "platform/linux/windows/QtScreens.h"
+#include "platform/linux/windows/WindowRole.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace tavro {
+
+class QtTitledWindow::Frame final : public QWidget {
+public:
+    Frame(QtTitledWindow& window, QSize contentSize)
+        : m_window(window)
+        , m_contentSize(contentSize) {
+        setAttribute(Qt::WA_QuitOnClose, false);
+        announceWindows();
+        setAccessibleName(QGuiApplication::applicationDisplayName()); // also where it has no title
+        setFixedSize(contentSize);
+        setWindowIcon(QIcon(QString::fromStdString(QtImages::resourcePath({"tavropro"}))));
+        keepOnScreen(*this);
+    }
+
+private:
+    void closeEvent(QCloseEvent* event) override {
+        event->accept();
+        if (const auto delegate = m_window.m_delegate.lock())
+            delegate->windowWillClose();
+        m_window.close();
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->matches(QKeySequence::Close))
+            close();
+        else
+            QWidget::keyPressEvent(event);
+    }
+
+    // Grows where the content needs more room, and shrinks again.
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::LayoutRequest)
+            setFixedSize(m_contentSize.expandedTo(layout()->minimumSize()));
+        return QWidget::event(event);
+    }
+
+    QtTitledWindow& m_window;
+    const QSize m_contentSize;
+};
+
+QtTitledWindow::QtTitledWindow(Rect contentRect, const Views& views)
+    : m_views(views)
+    , m_frame(
+          std::make_unique<Frame>(*this, QSizeF(contentRect.size.width, contentRect.size.height).toSize()))
+    , m_stack(new QVBoxLayout(m_frame.get())) {
+    m_stack->setContentsMargins(0, 0, 0, 0);
+    m_stack->setSpacing(0);
+}
+
+QtTitledWindow::~QtTitledWindow() = default;
+
+std::int64_t QtTitledWindow::windowNumber() const {
+    return m_frame ? static_cast<std::int64_t>(m_frame->winId()) : 0;
+}
+
+void QtTitledWindow::setTitle(const std::string& title) {
+    if (m_frame)
+        m_frame->setWindowTitle(QString::fromStdString(title));
+}
+
+void QtTitledWindow::setFrame(Rect frame, bool) {
+    if (m_frame)
+        m_frame->setGeometry(QtScreens::toToolkit(frame));
+}
+
+void QtTitledWindow::center() {
+    if (!m_frame)
+        return;
+    auto place = m_frame->geometry();
+    place.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
+    m_frame->setGeometry(place);
+}
+
+void QtTitledWindow::setContentView(std::shared_ptr<const View> view) {
+    if (auto content = m_frame ? m_views.makeWidget(*view) : nullptr)
+        m_stack->addWidget(content.release());
+}
+
+// Whoever goes by keys or by ear begins with it, too.
+void QtTitledWindow::addTitlebarAccessory(std::shared_ptr<const View> view) {
+    auto accessory = m_frame ? m_views.makeWidget(*view) : nullptr;
+    if (!accessory)
+        return;
+    m_stack->insertWidget(0, accessory.get());
+    accessory->lower();
+    const auto controls = accessory.release()->findChildren<QWidget*>();
+    const auto first =
+        std::ranges::find_if(controls, [](const auto* child) { return child->focusPolicy() & Qt::TabFocus; });
+    if (first != controls.end())
+        (*first)->setFocus();
+}
+
+void QtTitledWindow::orderFront() {
+    if (!m_frame)
+        return;
+    m_frame->setWindowState(m_frame->windowState() & ~Qt::WindowMinimized);
+    m_frame->show();
+    m_frame->raise();
+}
+
+void QtTitledWindow::makeKeyAndOrderFront() {
+    orderFront();
+    if (m_frame)
+        m_frame->activateWindow();
+}
+
+// It may be an event of the window itself that closes it.
+void QtTitledWindow::close() {
+    if (!m_frame)
+        return;
+    m_frame->hide();
+    m_frame.release()->deleteLater();
+}
+
+} // namespace tavro

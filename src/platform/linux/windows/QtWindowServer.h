@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/linux/windows/DesktopLayer.h"
+#include "platform/linux/windows/Views.h"
+#include "platform/windows/WindowServer.h"
+
+namespace tavro {
+
+class XConnection;
+
+/// Windows of the toolkit with EWMH and ICCCM properties.
+class QtWindowServer final : public WindowServer {
+public:
+    QtWindowServer(XConnection& x, Views views);
+
+    std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
+                                         bool defer, const Screen& screen) override;
+    std::shared_ptr<Popover> createPopover() override;
+    int levelForKey(WindowLevelKey key) const override;
+
+private:
+    XConnection& m_x;
+    DesktopLayer m_desktopLayer;
+    Views m_views;
+};
+
+} // namespace tavro

@@ -1,0 +1,92 @@
+#include "platform/linux/windows/XWindowList.h"
+
+#include "platform/linux/windows/QtScreens.h"
+#include "platform/linux/x11/ClientList.h"
+
+#include <algorithm>
+#include <span>
+
+namespace tavro {
+
+namespace {
+
+/// The pixels of a reply, made opaque: what the fourth byte holds depends on who painted the wallpaper.
+std::shared_ptr<const std::uint8_t> opaquePixels(XReply<xcb_get_image_reply_t> reply) {
+    const std::shared_ptr<xcb_get_image_reply_t> shared(std::move(reply));
+    auto* bytes = xcb_get_image_data(shared.get());
+    const auto length = static_cast<std::size_t>(xcb_get_image_data_length(shared.get()));
+    for (auto& pixel : std::span(reinterpret_cast<std::uint32_t*>(bytes), length / sizeof(std::uint32_t)))
+        pixel |= 0xFF000000;
+    return {shared, bytes};
+}
+
+} // namespace
+
+std::optional<PropertyList::Array> XWindowList::copyWindowInfo(unsigned options,
+                                                               WindowNumber relativeTo) const {
+    auto windows = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
+    std::ranges::reverse(windows);
+    if (options & WindowListOption::onScreenBelowWindow) {
+        // A window that is not in the list yet has at least the wallpaper below it.
+        const auto given = std::ranges::find(windows, static_cast<xcb_window_t>(relativeTo));
+        windows.erase(windows.begin(), given == windows.end() ? given : given + 1);
+    }
+    auto entries = describe(windows);
+    if (const auto pixmap = wallpaper())
+        entries.push_back(PropertyList::Dictionary{{WindowListKey::ownerName, "Dock"},
+                                                   {WindowListKey::name, "Wallpaper-"},
+                                                   {WindowListKey::number, *pixmap}});
+    return entries;
+}
+
+PropertyList::Array XWindowList::describe(const std::vector<xcb_window_t>& frontToBack) const {
+    struct Cookies {
+        xcb_window_t window;
+        xcb_get_property_cookie_t wmClass, name, oldName, state;
+    };
+    std::vector<Cookies> requests;
+    requests.reserve(frontToBack.size());
+    for (const auto window : frontToBack)
+        requests.push_back({window, m_x.request(window, XCB_ATOM_WM_CLASS),
+                            m_x.request(window, m_x.atoms().netWmName), m_x.request(window, XCB_ATOM_WM_NAME),
+                            m_x.request(window, m_x.atoms().netWmState)});
+    PropertyList::Array entries;
+    for (const auto& request : requests) {
+        const auto owner = className(m_x.text(request.wmClass));
+        const auto name = m_x.text(request.name);
+        const auto oldName = m_x.text(request.oldName); // ICCCM, of programs that do not know EWMH
+        const auto states = m_x.values(request.state);
+        if (std::ranges::find(states, m_x.atoms().netWmStateHidden) == states.end())
+            entries.push_back(PropertyList::Dictionary{{WindowListKey::ownerName, owner},
+                                                       {WindowListKey::name, name.empty() ? oldName : name},
+                                                       {WindowListKey::number, request.window}});
+    }
+    return entries;
+}
+
+std::optional<xcb_pixmap_t> XWindowList::wallpaper() const {
+    return m_x.value(m_x.request(m_x.root(), m_x.atoms().xrootpmapId));
+}
+
+// The pixmap's identifier stays on the root window when the desktop that made it has died; then the server
+// answers with an error, and there is no picture.
+std::optional<Image> XWindowList::createImage(Rect area, unsigned, WindowNumber window, unsigned) const {
+    const auto drawable = static_cast<xcb_drawable_t>(window);
+    const auto pixels = QtScreens::rootPixels(area);
+    if (wallpaper() != drawable || pixels.isEmpty())
+        return std::nullopt;
+    XReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
+        m_x.raw(),
+        xcb_get_image(m_x.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(pixels.x()),
+                      static_cast<std::int16_t>(pixels.y()), static_cast<std::uint16_t>(pixels.width()),
+                      static_cast<std::uint16_t>(pixels.height()), ~0u),
+        nullptr));
+    const auto bytesPerRow = static_cast<std::size_t>(pixels.width()) * sizeof(std::uint32_t);
+    const auto length = bytesPerRow * static_cast<std::size_t>(pixels.height());
+    const bool isTrueColor = reply && (reply->depth == 24 || reply->depth == 32);
+    if (!isTrueColor || static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) != length)
+        return std::nullopt;
+    return Image{pixels.width(), pixels.height(), bytesPerRow, opaquePixels(std::move(reply)), area.size};
+}
+
+} // namespace tavro

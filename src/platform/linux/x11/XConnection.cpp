@@ -1,0 +1,224 @@
+#include "platform/linux/x11/XConnection.h"
+
+#include "platform/process/Log.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <X11/Xlib.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <poll.h>
+
+namespace tavro {
+
+namespace {
+
+constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
+    {&XAtoms::netActiveWindow, "_NET_ACTIVE_WINDOW"},
+    {&XAtoms::netClientListStacking, "_NET_CLIENT_LIST_STACKING"},
+    {&XAtoms::netCurrentDesktop, "_NET_CURRENT_DESKTOP"},
+    {&XAtoms::netWmAllowedActions, "_NET_WM_ALLOWED_ACTIONS"},
+    {&XAtoms::netWmActionMinimize, "_NET_WM_ACTION_MINIMIZE"},
+    {&XAtoms::netWmDesktop, "_NET_WM_DESKTOP"},
+    {&XAtoms::netWmName, "_NET_WM_NAME"},
+    {&XAtoms::netWmPid, "_NET_WM_PID"},
+    {&XAtoms::netWmState, "_NET_WM_STATE"},
+    {&XAtoms::netWmStateAbove, "_NET_WM_STATE_ABOVE"},
+    {&XAtoms::netWmStateBelow, "_NET_WM_STATE_BELOW"},
+    {&XAtoms::netWmStateHidden, "_NET_WM_STATE_HIDDEN"},
+    {&XAtoms::netWmStateSkipPager, "_NET_WM_STATE_SKIP_PAGER"},
+    {&XAtoms::netWmStateSkipTaskbar, "_NET_WM_STATE_SKIP_TASKBAR"},
+    {&XAtoms::netWmStateSticky, "_NET_WM_STATE_STICKY"},
+    {&XAtoms::netWmWindowType, "_NET_WM_WINDOW_TYPE"},
+    {&XAtoms::netWmWindowTypeDesktop, "_NET_WM_WINDOW_TYPE_DESKTOP"},
+    {&XAtoms::netWmWindowTypeDock, "_NET_WM_WINDOW_TYPE_DOCK"},
+    {&XAtoms::netWmWindowTypeMenu, "_NET_WM_WINDOW_TYPE_MENU"},
+    {&XAtoms::netWmWindowTypeNotification, "_NET_WM_WINDOW_TYPE_NOTIFICATION"},
+    {&XAtoms::netWmWindowTypeSplash, "_NET_WM_WINDOW_TYPE_SPLASH"},
+    {&XAtoms::netWmWindowTypeToolbar, "_NET_WM_WINDOW_TYPE_TOOLBAR"},
+    {&XAtoms::gtkApplicationId, "_GTK_APPLICATION_ID"},
+    {&XAtoms::kdeNetWmDesktopFile, "_KDE_NET_WM_DESKTOP_FILE"},
+    {&XAtoms::manager, "MANAGER"},
+    {&XAtoms::tavroHidden, "_TAVROPRO_HIDDEN"},
+    {&XAtoms::utf8String, "UTF8_STRING"},
+    {&XAtoms::wmChangeState, "WM_CHANGE_STATE"},
+    {&XAtoms::wmClientLeader, "WM_CLIENT_LEADER"},
+    {&XAtoms::xrootpmapId, "_XROOTPMAP_ID"},
+};
+
+xcb_screen_t* screenAt(xcb_connection_t* connection, int number) {
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; number > 0; --number)
+        xcb_screen_next(&screens);
+    return screens.data;
+}
+
+xcb_intern_atom_cookie_t intern(xcb_connection_t* connection, std::string_view name) {
+    return xcb_intern_atom(connection, false, static_cast<std::uint16_t>(name.size()), name.data());
+}
+
+xcb_atom_t interned(xcb_connection_t* connection, xcb_intern_atom_cookie_t cookie) {
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+} // namespace
+
+std::unique_ptr<XConnection> XConnection::open(Log& log) {
+    int screenNumber = 0;
+    auto* connection = xcb_connect(nullptr, &screenNumber);
+    if (xcb_connection_has_error(connection)) {
+        xcb_disconnect(connection);
+        return nullptr;
+    }
+    return std::unique_ptr<XConnection>(new XConnection(connection, screenNumber, log));
+}
+
+XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& log)
+    : m_connection(connection)
+    , m_screenNumber(screenNumber)
+    , m_screen(screenAt(connection, screenNumber))
+    , m_log(log) {
+    fetchAtoms();
+}
+
+void XConnection::start() {
+    // In place of the toolkit's handler, which leaves it to Xlib to say the same again in lines of its own.
+    XSetIOErrorHandler([](Display*) -> int {
+        qWarning("The connection to the X server broke");
+        std::_Exit(EXIT_FAILURE);
+    });
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &mask);
+    m_notifier =
+        std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { processEvents(); });
+    flush();
+}
+
+XConnection::~XConnection() {
+    xcb_disconnect(m_connection);
+}
+
+void XConnection::fetchAtoms() {
+    std::array<xcb_intern_atom_cookie_t, std::size(atomNames)> cookies{};
+    std::ranges::transform(atomNames, cookies.begin(),
+                           [this](const auto& entry) { return intern(m_connection, entry.second); });
+    const auto number = std::to_string(m_screenNumber);
+    const auto tray = intern(m_connection, "_NET_SYSTEM_TRAY_S" + number);
+    const auto compositing = intern(m_connection, "_NET_WM_CM_S" + number);
+    for (std::size_t i = 0; i < cookies.size(); ++i)
+        m_atoms.*atomNames[i].first = interned(m_connection, cookies[i]);
+    m_atoms.netSystemTray = interned(m_connection, tray);
+    m_atoms.netWmCm = interned(m_connection, compositing);
+}
+
+xcb_atom_t XConnection::atom(const std::string& name) const {
+    deliverQueuedEvents();
+    return interned(m_connection, intern(m_connection, name));
+}
+
+bool XConnection::hasCompositingManager() const {
+    const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        m_connection, xcb_get_selection_owner(m_connection, m_atoms.netWmCm), nullptr));
+    return reply && reply->owner != XCB_NONE;
+}
+
+Observation XConnection::onEvent(std::function<void(const xcb_generic_event_t&)> observer) {
+    return m_observers.add(std::move(observer));
+}
+
+void XConnection::flush() {
+    xcb_flush(m_connection);
+}
+
+bool XConnection::waitForEvents(std::chrono::milliseconds atMost) {
+    xcb_flush(m_connection);
+    pollfd descriptor{xcb_get_file_descriptor(m_connection), POLLIN, 0};
+    if (::poll(&descriptor, 1, static_cast<int>(atMost.count())) <= 0 ||
+        xcb_connection_has_error(m_connection))
+        return false;
+    processEvents();
+    return true;
+}
+
+void XConnection::roundTrip() {
+    const XReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+}
+
+void XConnection::deliverQueuedEvents() const {
+    if (std::exchange(m_deliveryScheduled, true))
+        return;
+    auto* self = const_cast<XConnection*>(this);
+    QMetaObject::invokeMethod(
+        self, [self] { self->processEvents(); }, Qt::QueuedConnection);
+}
+
+void XConnection::processEvents() {
+    m_deliveryScheduled = false;
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+        if (event->response_type == 0)
+            report(reinterpret_cast<const xcb_generic_error_t&>(*event));
+        else
+            m_observers.tell(*event);
+    }
+    // The toolkit's connection has broken as well, reports it and ends the process.
+    if (xcb_connection_has_error(m_connection))
+        m_notifier->setEnabled(false);
+    xcb_flush(m_connection);
+}
+
+void XConnection::report(const xcb_generic_error_t& error) const {
+    if (error.error_code == XCB_WINDOW || error.error_code == XCB_DRAWABLE)
+        return; // it closed meanwhile
+    m_log.diagnose("X request " + std::to_string(error.major_code) + "." + std::to_string(error.minor_code) +
+                   " failed with error " + std::to_string(error.error_code));
+}
+
+xcb_get_property_cookie_t XConnection::request(xcb_window_t window, xcb_atom_t property) const {
+    constexpr std::uint32_t atMostWords = 16384;
+    deliverQueuedEvents();
+    return xcb_get_property(m_connection, false, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, atMostWords);
+}
+
+std::vector<std::uint32_t> XConnection::values(xcb_get_property_cookie_t cookie) const {
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
+    if (!reply || reply->format != 32)
+        return {};
+    std::vector<std::uint32_t> values(reply->value_len);
+    if (!values.empty())
+        std::memcpy(values.data(), xcb_get_property_value(reply.get()),
+                    values.size() * sizeof(std::uint32_t));
+    return values;
+}
+
+std::optional<std::uint32_t> XConnection::value(xcb_get_property_cookie_t cookie) const {
+    const auto all = values(cookie);
+    return all.empty() ? std::nullopt : std::optional(all.front());
+}
+
+std::string XConnection::text(xcb_get_property_cookie_t cookie) const {
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
+    if (!reply || reply->format != 8)
+        return {};
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
+}
+
+void XConnection::tellWindowManager(xcb_window_t window, xcb_atom_t type,
+                                    std::initializer_list<std::uint32_t> data, xcb_connection_t* over) const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = type;
+    std::ranges::copy(data, message.data.data32);
+    xcb_send_event(over ? over : m_connection, false, root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+}
+
+} // namespace tavro

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/process/ObserverList.h"
+
+#include <QObject>
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QSocketNotifier;
+
+namespace tavro {
+
+class Log;
+
+struct FreeDeleter {
+    void operator()(void* pointer) const { std::free(pointer); }
+};
+
+/// Owns a reply, an event or an error of the server.
+template <class T>
+using XReply = std::unique_ptr<T, FreeDeleter>;
+
+/// The atoms in use, fetched together. Names as in EWMH, ICCCM and the system-tray protocol.
+struct XAtoms {
+    xcb_atom_t netActiveWindow, netClientListStacking, netCurrentDesktop, netWmAllowedActions,
+        netWmActionMinimize, netWmDesktop, netWmName, netWmPid, netWmState, netWmStateAbove, netWmStateBelow,
+        netWmStateHidden, netWmStateSkipPager, netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType,
+        netWmWindowTypeDesktop, netWmWindowTypeDock, netWmWindowTypeMenu, netWmWindowTypeNotification,
+        netWmWindowTypeSplash, netWmWindowTypeToolbar, gtkApplicationId, kdeNetWmDesktopFile, manager,
+        netSystemTray, netWmCm, tavroHidden, utf8String, wmChangeState, wmClientLeader, xrootpmapId;
+};
+
+/// A connection of our own to the X server, beside the toolkit's: for what concerns other programs' windows
+/// and the root window. Requests are sent in order; a window that died meanwhile is not an error.
+class XConnection final : public QObject {
+public:
+    /// Null when there is no server to connect to. May be called before the toolkit starts.
+    static std::unique_ptr<XConnection> open(Log& log);
+    /// From now on events are delivered; once, after the toolkit has started.
+    void start();
+    ~XConnection() override;
+
+    xcb_connection_t* raw() const { return m_connection; }
+    xcb_screen_t* screen() const { return m_screen; }
+    xcb_window_t root() const { return m_screen->root; }
+    int screenNumber() const { return m_screenNumber; }
+    const XAtoms& atoms() const { return m_atoms; }
+
+    /// One that is not in that list.
+    xcb_atom_t atom(const std::string& name) const;
+
+    /// Whether somebody blends translucent windows with what lies below them.
+    bool hasCompositingManager() const;
+
+    /// Each event that arrives from now on.
+    [[nodiscard]] Observation onEvent(std::function<void(const xcb_generic_event_t&)> observer);
+    /// Sends what was requested so far.
+    void flush();
+    /// Waits for events and delivers them; false when none came in that time.
+    bool waitForEvents(std::chrono::milliseconds atMost);
+    /// Returns when the server has carried out what was requested so far.
+    void roundTrip();
+
+    /// Waiting for a reply reads events from the socket, which is then quiet: after it this sees to it that
+    /// they are delivered, later. The functions below do so themselves.
+    void deliverQueuedEvents() const;
+
+    xcb_get_property_cookie_t request(xcb_window_t window, xcb_atom_t property) const;
+    /// The 32-bit values of a property; empty where there is none.
+    std::vector<std::uint32_t> values(xcb_get_property_cookie_t cookie) const;
+    std::optional<std::uint32_t> value(xcb_get_property_cookie_t cookie) const;
+    /// The bytes of a text property; empty where there is none.
+    std::string text(xcb_get_property_cookie_t cookie) const;
+    /// A client message to the window manager, as EWMH and ICCCM describe them; over the given connection
+    /// where its order among the requests of that one matters.
+    void tellWindowManager(xcb_window_t window, xcb_atom_t type, std::initializer_list<std::uint32_t> data,
+                           xcb_connection_t* over = nullptr) const;
+
+private:
+    XConnection(xcb_connection_t* connection, int screenNumber, Log& log);
+    void fetchAtoms();
+    void processEvents();
+    void report(const xcb_generic_error_t& error) const;
+
+    xcb_connection_t* m_connection;
+    int m_screenNumber;
+    xcb_screen_t* m_screen;
+    Log& m_log;
+    XAtoms m_atoms{};
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    mutable bool m_deliveryScheduled = false;
+    ObserverList<const xcb_generic_event_t&> m_observers;
+};
+
+} // namespace tavro

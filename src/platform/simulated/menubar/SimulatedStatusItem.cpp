@@ -1,0 +1,22 @@
+#include "platform/simulated/menubar/SimulatedStatusItem.h"
+
+#include <string>
+
+namespace tavro {
+
+SimulatedStatusItem::SimulatedStatusItem(SimulatedStatusBar& statusBar, Journal& journal, bool hasButton)
+    : m_journal(journal) {
+    if (hasButton)
+        m_button.emplace(statusBar, journal);
+}
+
+void SimulatedStatusItem::setMenu(std::shared_ptr<Menu> menu) {
+    m_journal.record("statusItem.setMenu", menu ? menu->title : "none");
+    m_menu = std::move(menu);
+}
+
+void SimulatedStatusItem::announceMenu(std::shared_ptr<Menu> menu) {
+    m_journal.record("statusItem.announceMenu", menu ? menu->title : "none");
+}
+
+} // namespace tavro
