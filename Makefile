@@ -2,7 +2,7 @@
 
 PRESET ?= dev
 
-.PHONY: run test bench fuzz tidy format clean
+.PHONY: run test check bench fuzz tidy format clean
 
 run: ## Builds the program and starts it; without a display, takes a tour of it on a private desktop.
 	@tools/install-packages run $(if $(DISPLAY),,desktop)
@@ -15,6 +15,18 @@ test: ## Builds and runs every test; PRESET=asan for the sanitizers.
 	@cmake --preset $(PRESET) --log-level=WARNING
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET)
+
+check: ## What a maintainer runs before merging, besides the tests.
+	@tools/install-packages run desktop test
+	@tools/check
+	@cmake --preset dev --log-level=WARNING
+	@cmake --build --preset dev
+	@tools/tidy build/dev --changed
+	@cmake --preset asan --log-level=WARNING
+	@cmake --build --preset asan --target without_desktop
+	@ctest --preset asan --label-exclude desktop
+	@cmake --preset offline --log-level=WARNING
+	@cmake --build --preset offline
 
 bench: ## Measures, and writes bench/RESULTS.md.
 	@tools/install-packages run desktop test
