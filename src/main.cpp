@@ -3,7 +3,7 @@
 #include "platform/linux/process/SingleInstance.h"
 #include "platform/linux/process/StreamLog.h"
 #include "platform/process/Process.h"
-#include "ui/Translation.h"
+#include "toolkit/Translation.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>

@@ -1,8 +1,9 @@
 #include "ui/AlertPainting.h"
 
-#include "ui/Pixels.h"
+#include "toolkit/Colors.h"
+#include "toolkit/Icons.h"
+#include "toolkit/Translation.h"
 #include "ui/TextPainting.h"
-#include "ui/Translation.h"
 
 #include <QFontMetricsF>
 #include <QIcon>

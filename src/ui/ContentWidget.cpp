@@ -1,10 +1,10 @@
 #include "ui/ContentWidget.h"
 
+#include "toolkit/Translation.h"
 #include "ui/CustomToogleButton.h"
 #include "ui/Divider.h"
 #include "ui/InAppAlertButton.h"
 #include "ui/SimpleToogleButton.h"
-#include "ui/Translation.h"
 
 #include <QVBoxLayout>
 

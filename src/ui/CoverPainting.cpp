@@ -1,7 +1,7 @@
 #include "ui/CoverPainting.h"
 
-#include "ui/Pixels.h"
-#include "ui/Translation.h"
+#include "toolkit/Pixels.h"
+#include "toolkit/Translation.h"
 
 #include <QPainter>
 

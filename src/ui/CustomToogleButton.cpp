@@ -1,7 +1,7 @@
 #include "ui/CustomToogleButton.h"
 
 #include "popover/ContentView.h"
-#include "ui/Pixels.h"
+#include "toolkit/Colors.h"
 
 #include <QLinearGradient>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #include "ui/InAppAlertButton.h"
 
-#include "ui/Pixels.h"
-#include "ui/Translation.h"
+#include "toolkit/Colors.h"
+#include "toolkit/Translation.h"
 
 #include <QPainter>
 

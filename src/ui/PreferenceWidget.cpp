@@ -7,11 +7,11 @@
 #include "platform/process/Process.h"
 #include "platform/storage/Images.h"
 #include "preferences/PreferenceView.h"
+#include "toolkit/Translation.h"
 #include "ui/Divider.h"
 #include "ui/PushButton.h"
 #include "ui/Recorder.h"
 #include "ui/RowLabel.h"
-#include "ui/Translation.h"
 #include "ui/WallpaperPreview.h"
 
 #include <QCheckBox>

@@ -1,6 +1,7 @@
 #include "ui/RecorderCocoa.h"
 
-#include "ui/Translation.h"
+#include "toolkit/Coordinates.h"
+#include "toolkit/Translation.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -27,13 +28,6 @@ public:
 
 QRectF frameOnScreens(const QWidget& widget) {
     return {QPointF(widget.mapToGlobal(QPoint())), QSizeF(widget.size())};
-}
-
-/// To the toolkit's coordinates: from the upper left, downwards.
-QPointF toToolkit(Point place) {
-    const auto* primary = QGuiApplication::primaryScreen();
-    const auto origin = primary ? primary->geometry() : QRect();
-    return {place.x + origin.left(), origin.top() + origin.height() - place.y};
 }
 
 } // namespace
@@ -131,7 +125,11 @@ void RecorderCocoa::focus() {
 }
 
 bool RecorderCocoa::contains(Point place, double margin) const {
-    return frameOnScreens(*this).adjusted(-margin, -margin, margin, margin).contains(toToolkit(place));
+    const auto* main = QGuiApplication::primaryScreen();
+    const Coordinates coordinates(main ? main->geometry() : QRect());
+    return frameOnScreens(*this)
+        .adjusted(-margin, -margin, margin, margin)
+        .contains(coordinates.toToolkit(place));
 }
 
 void RecorderCocoa::beep() {

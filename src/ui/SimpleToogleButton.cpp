@@ -1,7 +1,7 @@
 #include "ui/SimpleToogleButton.h"
 
 #include "popover/SimpleToogleStyle.h"
-#include "ui/Pixels.h"
+#include "toolkit/Icons.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #include "ui/WallpaperPreview.h"
 
 #include "preferences/PreferenceView.h"
-#include "ui/Pixels.h"
+#include "toolkit/Pixels.h"
 
 #include <QPainter>
 

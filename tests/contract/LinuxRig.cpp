@@ -10,7 +10,6 @@
 
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/StreamLog.h"
-#include "ui/ViewPainting.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -56,6 +55,11 @@ std::vector<std::uint16_t> states(std::uint32_t modifiers) {
 TerminationSignals& terminationSignals() {
     static TerminationSignals signals;
     return signals;
+}
+
+/// Nothing of the product is drawn: what windows show is no part of the contracts.
+Views emptyViews() {
+    return {[](const View&, QPainter&, const QRectF&) {}, [](const View&) { return nullptr; }};
 }
 
 /// The Linux machine in a private desktop. What the test waits for is the server's answer.
@@ -106,7 +110,7 @@ public:
         auto& client = m_applications[application];
         if (!client)
             client = std::make_unique<ClientApplication>(m_server, application);
-        const auto place = QtScreens::toToolkit(frame);
+        const auto place = QtScreens::coordinates().toToolkit(frame).toRect();
         const auto window = client->addWindow({place.x(), place.y(), place.width(), place.height()});
         xcb_change_property(m_server.raw(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
                             8, static_cast<std::uint32_t>(title.size()), title.data());
@@ -145,7 +149,7 @@ public:
         if (!m_server.isViewable(window))
             return std::nullopt;
         const auto place = m_server.place(window);
-        return QtScreens::fromToolkit({place.x, place.y, place.width, place.height});
+        return QtScreens::coordinates().fromToolkit(QRect(place.x, place.y, place.width, place.height));
     }
 
     // Having drawn the item, the panel still fetches its menu in a few steps, and until then shows one of its
@@ -238,7 +242,7 @@ private:
     }
     std::unique_ptr<LinuxMachine> makeMachine() {
         return std::make_unique<LinuxMachine>(XConnection::open(m_log), m_log, terminationSignals(),
-                                              Views{&paintView, &makeWidget}, folder() / "defaults.plist");
+                                              emptyViews(), folder() / "defaults.plist");
     }
     NotificationServer& notifications() {
         if (!m_notifications)

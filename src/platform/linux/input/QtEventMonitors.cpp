@@ -107,8 +107,8 @@ std::optional<Event> QtEventMonitors::describe(const QMouseEvent& event) const {
     const auto type = typeOf(event.button());
     if (type == EventType::none)
         return std::nullopt;
-    const QRect place(event.globalPosition().toPoint(), QSize(0, 0));
-    return Event{type, 0, std::nullopt, SpecialKey::none, QtScreens::fromToolkit(place).origin};
+    const QPointF place = event.globalPosition().toPoint();
+    return Event{type, 0, std::nullopt, SpecialKey::none, QtScreens::coordinates().fromToolkit(place)};
 }
 
 unsigned QtEventMonitors::modifierFlags(std::uint32_t state) const {

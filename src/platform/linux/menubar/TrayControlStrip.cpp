@@ -1,7 +1,8 @@
 #include "platform/linux/menubar/TrayControlStrip.h"
 
 #include "platform/linux/menubar/TrayHost.h"
-#include "platform/linux/storage/QtImages.h"
+#include "toolkit/Colors.h"
+#include "toolkit/Icons.h"
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -17,14 +18,9 @@ namespace {
 constexpr int sizes[] = {16, 22, 24, 32, 48, 64};
 constexpr Color systemBezelColor{0.39, 0.39, 0.39, 1};
 
-QColor toolkitColor(const Color& color) {
-    const auto part = [](double value) { return static_cast<float>(value); };
-    return QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha));
-}
-
 void paintLabel(const TouchBarButton& button, QPainter& painter, const QRect& area) {
     if (button.image) {
-        QIcon(QString::fromStdString(QtImages::resourcePath(*button.image))).paint(&painter, area);
+        toolkitIcon(*button.image).paint(&painter, area);
         return;
     }
     auto font = painter.font();

@@ -1,9 +1,10 @@
 #include "platform/linux/menubar/TrayStatusItem.h"
 
 #include "platform/linux/input/EventSource.h"
-#include "platform/linux/storage/QtImages.h"
 #include "platform/linux/windows/Panels.h"
 #include "platform/linux/windows/QtScreens.h"
+#include "toolkit/Icons.h"
+#include "toolkit/Translation.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -31,7 +32,7 @@ unsigned modifierFlags(Qt::KeyboardModifiers modifiers) {
 void fill(QMenu& widget, const Menu& menu) {
     widget.setTitle(QString::fromStdString(menu.title));
     for (const auto& item : menu.items) {
-        auto* action = widget.addAction(QCoreApplication::translate("TavroPRO", item.title.c_str()));
+        auto* action = widget.addAction(translated(item.title));
         action->setEnabled(item.action != nullptr);
         if (item.action)
             QObject::connect(action, &QAction::triggered, action, [run = item.action] { run(); });
@@ -79,7 +80,7 @@ void TrayStatusItem::setImage(std::optional<NamedImage> image) {
 // Without a picture the item keeps its place, and its clicks.
 QIcon TrayStatusItem::icon() const {
     if (m_image)
-        return QIcon(QString::fromStdString(QtImages::resourcePath(*m_image)));
+        return toolkitIcon(*m_image);
     QPixmap blank(usualSize, usualSize);
     blank.fill(Qt::transparent);
     return QIcon(blank);
@@ -89,13 +90,13 @@ Rect TrayStatusItem::frame() const {
     const auto geometry = m_tray ? m_tray->geometry() : QRect();
     if (geometry.isEmpty()) // a StatusNotifierItem does not know where it is drawn
         return {{0, 0}, {usualSize, usualSize}};
-    return QtScreens::fromToolkit(geometry);
+    return QtScreens::coordinates().fromToolkit(geometry);
 }
 
 Point TrayStatusItem::positionOnScreen() const {
     const auto geometry = m_tray ? m_tray->geometry() : QRect();
     const auto place = geometry.isEmpty() ? trayPlace(m_x) : geometry.center();
-    return QtScreens::fromToolkit({place, QSize()}).origin;
+    return QtScreens::coordinates().fromToolkit(place);
 }
 
 void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {

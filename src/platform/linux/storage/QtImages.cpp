@@ -2,6 +2,8 @@
 
 #include "platform/linux/storage/JpegFile.h"
 #include "platform/process/Log.h"
+#include "toolkit/Icons.h"
+#include "toolkit/Pixels.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -30,7 +32,7 @@ std::optional<Image> read(QImageReader& reader) {
     const auto image = reader.read();
     if (image.isNull())
         return std::nullopt;
-    return QtImages::fromToolkit(image);
+    return imageOf(image);
 }
 
 /// Whether it begins as files of the HEIF family do (ISO base media files).
@@ -93,32 +95,19 @@ QByteArray QtImages::heifAsPng(const std::filesystem::path& file) const {
 }
 
 std::optional<std::string> QtImages::pngRepresentation(const Image& image) const {
-    const QImage source(image.pixels.get(), image.pixelWidth, image.pixelHeight,
-                        static_cast<qsizetype>(image.bytesPerRow), QImage::Format_ARGB32_Premultiplied);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    if (!source.save(&buffer, "PNG", pngQuality))
+    if (!toolkitImage(image).save(&buffer, "PNG", pngQuality))
         return std::nullopt;
     return buffer.data().toStdString();
 }
 
 std::optional<NamedImage> QtImages::named(const std::string& name) const {
     NamedImage image{name};
-    if (QFile::exists(QString::fromStdString(resourcePath(image))))
+    if (hasIcon(image))
         return image;
     m_log.diagnose("No image is named \"" + name + "\"");
     return std::nullopt;
-}
-
-std::string QtImages::resourcePath(const NamedImage& image) {
-    return ":/icons/" + image.name + ".svg";
-}
-
-Image QtImages::fromToolkit(const QImage& source) {
-    auto image = std::make_shared<QImage>(source.convertToFormat(QImage::Format_ARGB32_Premultiplied));
-    const Size size{image->width() / source.devicePixelRatio(), image->height() / source.devicePixelRatio()};
-    return {image->width(), image->height(), static_cast<std::size_t>(image->bytesPerLine()),
-            std::shared_ptr<const std::uint8_t>(image, image->constBits()), size};
 }
 
 } // namespace tavro

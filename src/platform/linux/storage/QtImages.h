@@ -4,7 +4,6 @@
 #include "platform/storage/Images.h"
 
 class QByteArray;
-class QImage;
 
 namespace tavro {
 
@@ -19,11 +18,6 @@ public:
     std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
     std::optional<std::string> pngRepresentation(const Image& image) const override;
     std::optional<NamedImage> named(const std::string& name) const override;
-
-    /// Shares the toolkit's pixels.
-    static Image fromToolkit(const QImage& source);
-    /// The resource path of a named image.
-    static std::string resourcePath(const NamedImage& image);
 
 private:
     std::optional<Image> decoded(const std::filesystem::path& file) const;

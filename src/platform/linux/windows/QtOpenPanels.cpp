@@ -1,6 +1,7 @@
 #include "platform/linux/windows/QtOpenPanels.h"
 
-#include "platform/linux/windows/KeepOnScreen.h"
+#include "toolkit/KeepOnScreen.h"
+#include "toolkit/Translation.h"
 
 #include <QApplication>
 #include <QDir>
@@ -16,10 +17,6 @@
 namespace tavro {
 
 namespace {
-
-QString translated(const std::string& text) {
-    return QCoreApplication::translate("TavroPRO", text.c_str());
-}
 
 /// Endings in either case: some choosers tell them apart.
 QString nameFilter(const std::vector<std::string>& fileTypes) {

@@ -2,11 +2,11 @@
 
 #include "platform/linux/windows/Panels.h"
 #include "platform/linux/windows/QtScreens.h"
-#include "platform/linux/windows/WindowRole.h"
 #include "platform/linux/x11/XConnection.h"
 #include "platform/menubar/StatusBar.h"
+#include "toolkit/ScreenChanges.h"
+#include "toolkit/WindowRole.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -29,8 +29,7 @@ public:
         , m_popover(popover) {
         setAttribute(Qt::WA_TranslucentBackground);
         setAttribute(Qt::WA_QuitOnClose, false);
-        announceWindows();
-        setAccessibleName(QGuiApplication::applicationDisplayName());
+        announceAsWindow(*this);
     }
 
     /// What is transparent would show as black without one.
@@ -100,7 +99,7 @@ bool QtPopover::isShown() const {
 
 void QtPopover::createFrame() {
     m_frame = std::make_unique<Frame>(*this);
-    QtScreens::onChange(*m_frame, [this] { close(); });
+    onScreenChange(*m_frame, [this] { close(); });
     auto* layout = new QVBoxLayout(m_frame.get());
     layout->setContentsMargins(0, 0, 0, 0);
     if (auto content = m_view ? m_views.makeWidget(*m_view) : nullptr)
@@ -111,7 +110,7 @@ void QtPopover::createFrame() {
 void QtPopover::show(Rect, const StatusBarButton& button, RectEdge) {
     if (!m_frame)
         createFrame();
-    const auto place = QtScreens::toToolkit({button.positionOnScreen(), {}}).topLeft();
+    const auto place = QtScreens::coordinates().toToolkit(button.positionOnScreen()).toPoint();
     const auto beside = besidePanel(m_x, place, m_size);
     m_frame->setFixedSize(beside.size());
     m_frame->move(beside.topLeft());

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/windows/Views.h"
 #include "platform/windows/Popover.h"
+#include "toolkit/Views.h"
 
 #include <QWidget>
 #include <xcb/xcb.h>

@@ -38,20 +38,8 @@ QSizeF exactSize(const QScreen& screen) {
     return rounded.size();
 }
 
-/// The line that display coordinates with the origin at the lower left start from.
-double bottomOfPrimary() {
-    const auto* primary = QGuiApplication::primaryScreen();
-    return primary ? primary->geometry().top() + exactSize(*primary).height() : 0;
-}
-
-QRectF exactlyToToolkit(const Rect& rect) {
-    return {rect.origin.x + displayOrigin().x(), bottomOfPrimary() - (rect.origin.y + rect.size.height),
-            rect.size.width, rect.size.height};
-}
-
-Rect exactlyFromToolkit(const QRectF& rect) {
-    return {{rect.x() - displayOrigin().x(), bottomOfPrimary() - (rect.y() + rect.height())},
-            {rect.width(), rect.height()}};
+QRectF exactPlace(const QScreen& screen) {
+    return {screen.geometry().topLeft(), exactSize(screen)};
 }
 
 QRect pixelsOf(const QRectF& toolkitArea) {
@@ -122,32 +110,17 @@ QRect QtScreens::rootPixels(const Rect& area) {
 }
 
 QRect QtScreens::framePixels(const Rect& frame) {
-    return pixelsOf(exactlyToToolkit(frame));
+    return pixelsOf(coordinates().toToolkit(frame));
 }
 
-void QtScreens::onChange(QObject& context, const std::function<void()>& handler) {
-    const auto watch = [&context, handler](QScreen* screen) {
-        QObject::connect(screen, &QScreen::geometryChanged, &context, handler, Qt::QueuedConnection);
-    };
-    for (auto* screen : QGuiApplication::screens())
-        watch(screen);
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &context, watch);
-    for (const auto change : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
-        QObject::connect(qGuiApp, change, &context, handler, Qt::QueuedConnection);
-}
-
-Rect QtScreens::fromToolkit(const QRect& rect) {
-    return exactlyFromToolkit(rect);
-}
-
-QRect QtScreens::toToolkit(const Rect& rect) {
-    return exactlyToToolkit(rect).toRect();
+Coordinates QtScreens::coordinates() {
+    const auto* primary = QGuiApplication::primaryScreen();
+    return Coordinates(primary ? exactPlace(*primary) : QRectF());
 }
 
 Screen QtScreens::describe(const QScreen& screen) const {
     const auto number = static_cast<std::uint32_t>(identifier(screen));
-    return {exactlyFromToolkit({screen.geometry().topLeft(), exactSize(screen)}),
-            {{"NSScreenNumber", number}}};
+    return {coordinates().fromToolkit(exactPlace(screen)), {{"NSScreenNumber", number}}};
 }
 
 DisplayID QtScreens::identifier(const QScreen& screen) const {

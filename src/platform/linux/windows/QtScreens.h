@@ -1,13 +1,10 @@
 #pragma once
 
 #include "platform/windows/Screens.h"
+#include "toolkit/Coordinates.h"
 
-#include <QPoint>
 #include <QRect>
 
-#include <functional>
-
-class QObject;
 class QScreen;
 
 namespace tavro {
@@ -26,6 +23,8 @@ public:
     std::optional<DisplayID> mainDisplayID() const override;
     Rect displayBounds(DisplayID display) const override;
 
+    /// To the pixel, also where a screen is no whole number of the toolkit's points.
+    static Coordinates coordinates();
     /// The connector's name ("HDMI-1") of a screen, empty when it is not there.
     std::string connector(const Screen& screen) const;
     /// The pixels of the root window that an area in display coordinates covers; empty for one that does
@@ -33,14 +32,6 @@ public:
     static QRect rootPixels(const Rect& area);
     /// The same for a window's frame, whose origin is at the lower left.
     static QRect framePixels(const Rect& frame);
-
-    /// Runs the handler, a little later, whenever a screen comes, goes or changes, as long as the object
-    /// lives.
-    static void onChange(QObject& context, const std::function<void()>& handler);
-
-    /// Between our coordinates and the toolkit's (origin at the upper left, y downwards).
-    static Rect fromToolkit(const QRect& rect);
-    static QRect toToolkit(const Rect& rect);
 
 private:
     Screen describe(const QScreen& screen) const;

@@ -1,9 +1,9 @@
 #include "platform/linux/windows/QtTitledWindow.h"
 
-#include "platform/linux/storage/QtImages.h"
-#include "platform/linux/windows/KeepOnScreen.h"
 #include "platform/linux/windows/QtScreens.h"
-#include "platform/linux/windows/WindowRole.h"
+#include "toolkit/Icons.h"
+#include "toolkit/KeepOnScreen.h"
+#include "toolkit/WindowRole.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -20,10 +20,9 @@ public:
         : m_window(window)
         , m_contentSize(contentSize) {
         setAttribute(Qt::WA_QuitOnClose, false);
-        announceWindows();
-        setAccessibleName(QGuiApplication::applicationDisplayName()); // also where it has no title
+        announceAsWindow(*this);
         setFixedSize(contentSize);
-        setWindowIcon(QIcon(QString::fromStdString(QtImages::resourcePath({"tavropro"}))));
+        setWindowIcon(toolkitIcon({"tavropro"}));
         keepOnScreen(*this);
     }
 
@@ -75,7 +74,7 @@ void QtTitledWindow::setTitle(const std::string& title) {
 
 void QtTitledWindow::setFrame(Rect frame, bool) {
     if (m_frame)
-        m_frame->setGeometry(QtScreens::toToolkit(frame));
+        m_frame->setGeometry(QtScreens::coordinates().toToolkit(frame).toRect());
 }
 
 void QtTitledWindow::center() {

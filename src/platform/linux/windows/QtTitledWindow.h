@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/windows/Views.h"
 #include "platform/windows/Window.h"
+#include "toolkit/Views.h"
 
 #include <QVBoxLayout>
 #include <QWidget>

@@ -3,6 +3,7 @@
 #include "platform/linux/windows/DesktopLayer.h"
 #include "platform/linux/windows/QtScreens.h"
 #include "platform/linux/x11/XConnection.h"
+#include "toolkit/Colors.h"
 
 #include <QBackingStore>
 #include <QBitmap>
@@ -110,10 +111,8 @@ std::int64_t QtWindow::windowNumber() const {
 }
 
 void QtWindow::setBackgroundColor(Color color) {
-    const auto part = [](double value) { return static_cast<float>(value); };
     if (m_surface)
-        m_surface->setBackground(
-            QColor::fromRgbF(part(color.red), part(color.green), part(color.blue), part(color.alpha)));
+        m_surface->setBackground(toolkitColor(color));
 }
 
 // Before it shows, the window is still one of the window manager's, which would be asked to move it, and
@@ -123,7 +122,7 @@ void QtWindow::setFrame(Rect frame, bool) {
     if (m_surface)
         m_surface->setExactSize({frame.size.width, frame.size.height});
     if (m_surface && m_surface->isVisible())
-        m_surface->setGeometry(QtScreens::toToolkit(frame));
+        m_surface->setGeometry(QtScreens::coordinates().toToolkit(frame).toRect());
     updateShape();
 }
 
@@ -171,7 +170,7 @@ void QtWindow::show() {
     flags.setFlag(Qt::WindowDoesNotAcceptFocus, isInDesktopLayer() || isFloating());
     flags.setFlag(Qt::BypassWindowManagerHint, isFloating());
     m_surface->setFlags(flags);
-    m_surface->setGeometry(QtScreens::toToolkit(m_frame));
+    m_surface->setGeometry(QtScreens::coordinates().toToolkit(m_frame).toRect());
     const auto number = static_cast<xcb_window_t>(m_number);
     if (isInDesktopLayer())
         m_desktopLayer.add(number, m_behavior & WindowCollectionBehavior::canJoinAllSpaces,

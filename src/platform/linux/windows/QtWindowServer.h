@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/windows/DesktopLayer.h"
-#include "platform/linux/windows/Views.h"
 #include "platform/windows/WindowServer.h"
+#include "toolkit/Views.h"
 
 namespace tavro {
 

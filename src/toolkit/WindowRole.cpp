@@ -1,6 +1,7 @@
-#include "platform/linux/windows/WindowRole.h"
+#include "toolkit/WindowRole.h"
 
 #include <QAccessibleWidget>
+#include <QGuiApplication>
 #include <QWidget>
 
 namespace tavro {
@@ -16,8 +17,10 @@ QAccessibleInterface* describe(const QString& className, QObject* object) {
 
 } // namespace
 
-void announceWindows() {
+// A factory that is installed already is not installed again.
+void announceAsWindow(QWidget& window) {
     QAccessible::installFactory(&describe);
+    window.setAccessibleName(QGuiApplication::applicationDisplayName());
 }
 
 } // namespace tavro

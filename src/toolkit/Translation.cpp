@@ -1,4 +1,4 @@
-#include "ui/Translation.h"
+#include "toolkit/Translation.h"
 
 #include <QLibraryInfo>
 #include <QLocale>

@@ -1,6 +1,6 @@
-#include "platform/linux/windows/KeepOnScreen.h"
+#include "toolkit/KeepOnScreen.h"
 
-#include "platform/linux/windows/QtScreens.h"
+#include "toolkit/ScreenChanges.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -29,7 +29,7 @@ void moveOntoScreen(QWidget& window) {
 } // namespace
 
 void keepOnScreen(QWidget& window) {
-    QtScreens::onChange(window, [&window] { moveOntoScreen(window); });
+    onScreenChange(window, [&window] { moveOntoScreen(window); });
 }
 
 } // namespace tavro

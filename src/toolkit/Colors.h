@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/windows/Color.h"
+
+#include <QColor>
+
+namespace tavro {
+
+QColor toolkitColor(const Color& color);
+
+} // namespace tavro
