@@ -21,7 +21,16 @@ HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
     , m_keepingInFront(queue, [this] { keepInFront(); })
     , m_followingStates(queue, [this] { followStates(); })
     , m_workspace(x.value(x.request(x.root(), x.atoms().netCurrentDesktop)).value_or(0))
-    , m_events(x.onEvent([this](const auto& event) { handle(event); })) {}
+    , m_events{
+          x.on(XEvents::destroyNotify, [this](const auto& event) { m_minimised.erase(event.window); }),
+          x.on(XEvents::propertyNotify, [this](const auto& event) { stateChanged(event); }),
+          x.onPropertyChange(x.root(), x.atoms().netCurrentDesktop, [this] { arrived(); }),
+          x.onPropertyChange(x.root(), x.atoms().netActiveWindow,
+                             [this] {
+                                 if (isSettling())
+                                     m_keepingInFront.schedule();
+                             }),
+      } {}
 
 std::shared_ptr<const ClientList> HiddenWindows::readClients() {
     if (!m_clients)
@@ -179,21 +188,11 @@ void HiddenWindows::watch(xcb_window_t window, bool changes) const {
     xcb_change_window_attributes(m_x.raw(), window, XCB_CW_EVENT_MASK, &mask);
 }
 
-void HiddenWindows::handle(const xcb_generic_event_t& event) {
-    const auto type = event.response_type & 0x7F;
-    if (type == XCB_DESTROY_NOTIFY)
-        m_minimised.erase(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
-    if (type != XCB_PROPERTY_NOTIFY)
+void HiddenWindows::stateChanged(const xcb_property_notify_event_t& event) {
+    if (event.atom != m_x.atoms().netWmState || !m_minimised.contains(event.window))
         return;
-    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (change.window == m_x.root() && change.atom == m_x.atoms().netCurrentDesktop)
-        arrived();
-    else if (change.window == m_x.root() && change.atom == m_x.atoms().netActiveWindow && isSettling())
-        m_keepingInFront.schedule();
-    else if (change.atom == m_x.atoms().netWmState && m_minimised.contains(change.window)) {
-        m_changedStates.insert(change.window);
-        m_followingStates.schedule();
-    }
+    m_changedStates.insert(event.window);
+    m_followingStates.schedule();
 }
 
 /// Follows the hidden windows, so that one that the user has brought back meanwhile is the user's again.

@@ -3,6 +3,7 @@
 #include "platform/linux/process/OncePerTurn.h"
 #include "platform/linux/x11/ClientList.h"
 
+#include <array>
 #include <chrono>
 #include <map>
 #include <memory>
@@ -40,7 +41,7 @@ public:
     void settle();
 
 private:
-    void handle(const xcb_generic_event_t& event);
+    void stateChanged(const xcb_property_notify_event_t& event);
     void arrived();
     void followStates();
     void stateIs(xcb_window_t window, bool isMinimised);
@@ -77,7 +78,7 @@ private:
     xcb_window_t m_lastBroughtBack = XCB_NONE;
     std::chrono::steady_clock::time_point m_settlingEnds;
     std::uint32_t m_workspace = 0;
-    Observation m_events;
+    std::array<Observation, 4> m_events;
 };
 
 } // namespace tavro

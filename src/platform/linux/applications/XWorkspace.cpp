@@ -18,7 +18,8 @@ XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, MainQueue& queu
     , m_screens(screens)
     , m_hidden(std::make_shared<HiddenWindows>(x, queue, log))
     , m_followingActive(queue, [this] { activeWindowChanged(); })
-    , m_events(x.onEvent([this](const auto& event) { handle(event); })) {
+    , m_activations(
+          x.onPropertyChange(x.root(), x.atoms().netActiveWindow, [this] { m_followingActive.schedule(); })) {
     activeWindowChanged();
 }
 
@@ -57,14 +58,6 @@ void XWorkspace::finish() {
     m_hidden->restore();
     m_hidden->settle();
     m_x.roundTrip();
-}
-
-void XWorkspace::handle(const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY)
-        return;
-    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (change.window == m_x.root() && change.atom == m_x.atoms().netActiveWindow)
-        m_followingActive.schedule();
 }
 
 void XWorkspace::activeWindowChanged() {

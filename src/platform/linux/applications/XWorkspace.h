@@ -25,7 +25,6 @@ public:
     void finish();
 
 private:
-    void handle(const xcb_generic_event_t& event);
     void activeWindowChanged();
     bool standsInFront(xcb_window_t window) const;
 
@@ -38,7 +37,7 @@ private:
     std::string m_frontApplication;
     bool m_ownIsActive = false; // the last that was
     OncePerTurn m_followingActive;
-    Observation m_events;
+    Observation m_activations;
 };
 
 } // namespace tavro

@@ -44,16 +44,7 @@ DesktopAppearance::DesktopAppearance(XConnection& x)
     : m_x(x)
     , m_selection(x.atom("_XSETTINGS_S" + std::to_string(x.screenNumber())))
     , m_property(x.atom("_XSETTINGS_SETTINGS")) {
-    m_events = m_x.onEvent([this](const xcb_generic_event_t& event) {
-        const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-        const auto type = event.response_type & 0x7F;
-        if (type == XCB_PROPERTY_NOTIFY && change.window == m_owner && change.atom == m_property)
-            apply();
-        else if (type == XCB_CLIENT_MESSAGE && message.type == m_x.atoms().manager &&
-                 message.data.data32[1] == m_selection)
-            findSettings();
-    });
+    m_newSettings = m_x.onNewManager(m_selection, [this] { findSettings(); });
     findSettings();
 }
 
@@ -66,6 +57,7 @@ void DesktopAppearance::findSettings() {
     m_owner = reply->owner;
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_x.raw(), m_owner, XCB_CW_EVENT_MASK, &mask);
+    m_changes = m_x.onPropertyChange(m_owner, m_property, [this] { apply(); });
     apply();
 }
 

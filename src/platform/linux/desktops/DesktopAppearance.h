@@ -31,7 +31,7 @@ private:
     xcb_atom_t m_selection, m_property;
     xcb_window_t m_owner = XCB_NONE;
     bool m_isDark = false;
-    Observation m_events;
+    Observation m_newSettings, m_changes;
 };
 
 } // namespace tavro

@@ -27,7 +27,8 @@ XHotKeyCenter::XHotKeyCenter(XConnection& x, XKeyboard& keyboard, MainQueue& que
     , m_log(log)
     , m_takenWith(keyboard.modifiers())
     , m_keyboardChange(keyboard.onChange([this] { renew(); }))
-    , m_events(x.onEvent([this](const auto& event) { handle(event); })) {}
+    , m_presses(x.on(XEvents::keyPress, [this](const auto& event) { pressed(event); }))
+    , m_releases(x.on(XEvents::keyRelease, [this](const auto& event) { released(event.detail); })) {}
 
 EventTargetRef XHotKeyCenter::getEventDispatcherTarget() {
     return dispatcher;
@@ -160,17 +161,9 @@ void XHotKeyCenter::renew() {
     }
 }
 
-void XHotKeyCenter::handle(const xcb_generic_event_t& event) {
-    const auto type = event.response_type & 0x7F;
-    if (type == XCB_KEY_PRESS)
-        pressed(reinterpret_cast<const xcb_key_press_event_t&>(event), event.full_sequence);
-    else if (type == XCB_KEY_RELEASE)
-        released(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
-}
-
 // A key that is held down is pressed again and again. While the keyboard is ours, all other keys come here
 // too.
-void XHotKeyCenter::pressed(const xcb_key_press_event_t& event, std::uint32_t sequence) {
+void XHotKeyCenter::pressed(const xcb_key_press_event_t& event) {
     if (m_pressed.contains(event.detail))
         return;
     const auto modifiers = static_cast<std::uint16_t>(event.state & allModifiers & ~m_takenWith.locks);
@@ -184,7 +177,7 @@ void XHotKeyCenter::pressed(const xcb_key_press_event_t& event, std::uint32_t se
     if (!m_pressed.contains(event.detail) || m_grabbedBy || m_holdsKeyboard)
         return;
     // The server may have sent it before it let go of the keyboard for us: then its release would get lost.
-    if (static_cast<std::int32_t>(sequence - m_letGoAt) < 0)
+    if (static_cast<std::int32_t>(m_x.requestBeforeEvent() - m_letGoAt) < 0)
         followRemaining();
     else
         m_grabbedBy = event.detail;

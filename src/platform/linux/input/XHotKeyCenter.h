@@ -49,8 +49,7 @@ private:
     bool isUsed(const Grab& grab) const;
     void renew();
 
-    void handle(const xcb_generic_event_t& event);
-    void pressed(const xcb_key_press_event_t& event, std::uint32_t sequence);
+    void pressed(const xcb_key_press_event_t& event);
     void released(xcb_keycode_t keycode);
     void followRemaining();
     void post(EventHotKeyRef hotKey, std::uint32_t kind);
@@ -69,7 +68,7 @@ private:
     std::uint32_t m_letGoAt = 0; // the request by which the keyboard was last let go
     std::shared_ptr<bool> m_isAlive = std::make_shared<bool>(true);
     Observation m_keyboardChange;
-    Observation m_events;
+    Observation m_presses, m_releases;
 };
 
 } // namespace tavro

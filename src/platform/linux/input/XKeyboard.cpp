@@ -19,6 +19,8 @@ namespace tavro {
 namespace {
 
 constexpr std::size_t modifierCount = 8;
+/// All that the extension tells has one number.
+constexpr XEventKind<xcb_generic_event_t> xkbEvents{0, &xcb_xkb_id};
 
 bool locks(xkb_keysym_t symbol) {
     constexpr std::array lockSymbols{XKB_KEY_Caps_Lock,      XKB_KEY_Shift_Lock, XKB_KEY_Num_Lock,
@@ -83,19 +85,23 @@ XKeyboard::XKeyboard(XConnection& x, MainQueue& queue)
     : m_x(x)
     , m_context(xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES))
     , m_refresh(queue, [this] { refresh(); })
-    , m_events(x.onEvent([this](const auto& event) { handle(event); })) {
+    , m_mappingChanges(x.on(XEvents::mappingNotify,
+                            [this](const auto& event) {
+                                if (event.request != XCB_MAPPING_POINTER)
+                                    m_refresh.schedule();
+                            }))
+    , m_xkbChanges(x.on(xkbEvents, [this](const auto&) { m_refresh.schedule(); })) {
     startXkb();
     m_modifiers = readModifiers();
     m_x.deliverQueuedEvents();
 }
 
 void XKeyboard::startXkb() {
-    std::uint8_t firstEvent = 0;
-    if (!xkb_x11_setup_xkb_extension(m_x.raw(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
-                                     XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &firstEvent,
-                                     nullptr))
+    m_hasXkb =
+        xkb_x11_setup_xkb_extension(m_x.raw(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                                    XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr);
+    if (!m_hasXkb)
         return;
-    m_firstXkbEvent = firstEvent;
     constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr std::uint16_t parts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
                                     XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS |
@@ -107,15 +113,6 @@ void XKeyboard::startXkb() {
         xcb_xkb_per_client_flags(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD, detectable, detectable, 0, 0, 0),
         nullptr));
     m_repeatsAreDetectable = reply && (reply->value & detectable);
-}
-
-void XKeyboard::handle(const xcb_generic_event_t& event) {
-    const auto type = event.response_type & 0x7F;
-    const bool isPointerMapping =
-        type == XCB_MAPPING_NOTIFY &&
-        reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_POINTER;
-    if ((type == XCB_MAPPING_NOTIFY && !isPointerMapping) || type == m_firstXkbEvent)
-        m_refresh.schedule();
 }
 
 void XKeyboard::refresh() {
@@ -196,7 +193,7 @@ const XKeyboard::LatinLayout& XKeyboard::latinLayout() const {
 XKeyboard::LatinLayout XKeyboard::readLatinLayout() const {
     if (!m_context)
         return {};
-    if (m_firstXkbEvent) {
+    if (m_hasXkb) {
         const auto device = xkb_x11_get_core_keyboard_device_id(m_x.raw());
         Keymap keymap(
             xkb_x11_keymap_new_from_device(m_context.get(), m_x.raw(), device, XKB_KEYMAP_COMPILE_NO_FLAGS));

@@ -55,7 +55,6 @@ private:
     };
 
     void startXkb();
-    void handle(const xcb_generic_event_t& event);
     void refresh();
     Modifiers readModifiers() const;
     const LatinLayout& latinLayout() const;
@@ -63,13 +62,13 @@ private:
 
     XConnection& m_x;
     std::unique_ptr<xkb_context, Unref> m_context;
-    std::optional<std::uint8_t> m_firstXkbEvent;
+    bool m_hasXkb = false;
     bool m_repeatsAreDetectable = false;
     Modifiers m_modifiers;
     mutable std::optional<LatinLayout> m_latinLayout; // read when it is first asked for
     ObserverList<> m_observers;
     OncePerTurn m_refresh;
-    Observation m_events;
+    Observation m_mappingChanges, m_xkbChanges;
 };
 
 } // namespace tavro

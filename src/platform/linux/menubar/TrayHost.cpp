@@ -35,12 +35,7 @@ void TrayHost::whenAvailable(std::function<void()> block) {
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::askWatcher);
     bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierHostRegistered", this,
                 SLOT(hostRegistered()));
-    m_events = m_x.onEvent([this](const xcb_generic_event_t& event) {
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-        if ((event.response_type & 0x7F) == XCB_CLIENT_MESSAGE && message.type == m_x.atoms().manager &&
-            message.data.data32[1] == m_x.atoms().netSystemTray)
-            lookForEmbedding();
-    });
+    m_newTray = m_x.onNewManager(m_x.atoms().netSystemTray, [this] { lookForEmbedding(); });
     askWatcher();
 }
 
@@ -86,7 +81,7 @@ bool TrayHost::embeddingHasOwner() const {
 void TrayHost::becameAvailable() {
     if (std::exchange(m_isAvailable, true))
         return;
-    m_events = {};
+    m_newTray = {};
     for (const auto& block : std::exchange(m_waiting, {}))
         block();
 }

@@ -39,7 +39,7 @@ private:
     bool m_asked = false;
     bool m_reported = false;
     std::vector<std::function<void()>> m_waiting;
-    Observation m_events;
+    Observation m_newTray;
 };
 
 } // namespace tavro

@@ -2,8 +2,6 @@
 
 #include <QGuiApplication>
 
-#include <xcb/shape.h>
-
 #include <algorithm>
 #include <array>
 
@@ -13,6 +11,8 @@ namespace {
 
 /// Two programs that each insist on being the upper one must not fight for ever.
 constexpr int mostRaises = 100;
+
+constexpr XEventKind<xcb_shape_notify_event_t> shapeNotify{XCB_SHAPE_NOTIFY, &xcb_shape_id};
 
 // Properties of our own windows go through the toolkit's connection: it has made them, and it maps them next.
 xcb_connection_t* toolkitConnection() {
@@ -44,10 +44,11 @@ void setAtoms(xcb_window_t window, xcb_atom_t property, const std::vector<xcb_at
 
 DesktopLayer::DesktopLayer(XConnection& x)
     : m_x(x)
-    , m_events(x.onEvent([this](const auto& event) { handle(event); })) {
-    if (const auto* shape = xcb_get_extension_data(m_x.raw(), &xcb_shape_id); shape && shape->present)
-        m_shapeNotify = static_cast<std::uint8_t>(shape->first_event + XCB_SHAPE_NOTIFY);
-}
+    , m_events{
+          x.on(XEvents::reparentNotify, [this](const auto& event) { reparented(event.window); }),
+          x.on(shapeNotify, [this](const auto& event) { shapeChanged(event); }),
+          x.onPropertyChange(x.root(), x.atoms().netClientListStacking, [this] { raiseCovered(); }),
+      } {}
 
 // The toolkit maps the window over its own connection, and a busy server may read that one first: then nobody
 // would tell of the window manager's frame.
@@ -90,29 +91,17 @@ void DesktopLayer::remove(xcb_window_t window) {
     m_members.erase(window);
 }
 
-void DesktopLayer::handle(const xcb_generic_event_t& event) {
-    if (m_members.empty())
-        return;
-    const auto type = event.response_type & 0x7F;
-    if (type == XCB_REPARENT_NOTIFY) {
-        reparented(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window);
-    } else if (type == XCB_PROPERTY_NOTIFY) {
-        const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (change.window == m_x.root() && change.atom == m_x.atoms().netClientListStacking)
-            raiseCovered();
-    } else if (m_shapeNotify != 0 && type == m_shapeNotify) {
-        const auto& shape = reinterpret_cast<const xcb_shape_notify_event_t&>(event);
-        const bool takesClicks = !shape.shaped || (shape.extents_width > 0 && shape.extents_height > 0);
-        if (shape.shape_kind == XCB_SHAPE_SK_INPUT && takesClicks)
-            passClicks(shape.affected_window);
-    }
+void DesktopLayer::shapeChanged(const xcb_shape_notify_event_t& event) {
+    const bool takesClicks = !event.shaped || (event.extents_width > 0 && event.extents_height > 0);
+    if (event.shape_kind == XCB_SHAPE_SK_INPUT && takesClicks)
+        passClicks(event.affected_window);
 }
 
 // The window manager's frame takes the clicks that its window lets through, so it is emptied as well: it is
 // the ancestor that is a child of the root.
 void DesktopLayer::reparented(xcb_window_t window) {
     const auto member = m_members.find(window);
-    if (member == m_members.end() || !member->second.passesClicks || m_shapeNotify == 0)
+    if (member == m_members.end() || !member->second.passesClicks || !m_x.has(xcb_shape_id))
         return;
     auto frame = window;
     while (true) {
@@ -141,6 +130,8 @@ void DesktopLayer::passClicks(xcb_window_t frame) {
 }
 
 void DesktopLayer::raiseCovered() {
+    if (m_members.empty())
+        return;
     const auto stacking = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
     const auto desktops = foreignDesktops(stacking);
     const auto highestForeign = std::find_if(stacking.rbegin(), stacking.rend(),

@@ -3,7 +3,9 @@
 #include "platform/linux/x11/XConnection.h"
 
 #include <QRect>
+#include <xcb/shape.h>
 
+#include <array>
 #include <map>
 #include <set>
 #include <vector>
@@ -36,15 +38,14 @@ private:
     };
 
     void setState(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers);
-    void handle(const xcb_generic_event_t& event);
+    void shapeChanged(const xcb_shape_notify_event_t& event);
     void reparented(xcb_window_t window);
     void passClicks(xcb_window_t frame);
     void raiseCovered();
     std::set<xcb_window_t> foreignDesktops(const std::vector<xcb_window_t>& windows) const;
 
     XConnection& m_x;
-    Observation m_events;
-    std::uint8_t m_shapeNotify = 0;
+    std::array<Observation, 3> m_events;
     std::map<xcb_window_t, Member> m_members;
 };
 

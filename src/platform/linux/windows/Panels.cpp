@@ -123,7 +123,14 @@ PanelWatch::PanelWatch(XConnection& x, QPoint point, std::function<void()> left)
         return;
     m_panel = panel.window;
     m_edge = QRegion(screen->geometry()).subtracted(areaBeside(panel.place, screen->geometry()));
-    m_events = x.onEvent([this](const auto& event) { handle(event); });
+    m_moves = x.on(XEvents::configureNotify, [this](const auto& event) {
+        if (event.window == m_panel)
+            panelMoved();
+    });
+    m_end = x.on(XEvents::destroyNotify, [this](const auto& event) {
+        if (event.window == m_panel)
+            leave();
+    });
     select(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
 }
 
@@ -139,21 +146,14 @@ void PanelWatch::select(std::uint32_t mask) {
 }
 
 // One that hides itself slides out of the screen and comes back.
-void PanelWatch::handle(const xcb_generic_event_t& event) {
-    const auto type = event.response_type & 0x7F;
-    if (type == XCB_DESTROY_NOTIFY) {
-        if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_panel)
-            leave();
-    } else if (type == XCB_CONFIGURE_NOTIFY &&
-               reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == m_panel) {
-        const auto pixels = placeOf(m_x, m_panel);
-        m_x.deliverQueuedEvents();
-        QRegion visible;
-        for (const auto* screen : QGuiApplication::screens())
-            visible += partOfScreen(pixels, *screen);
-        if (!visible.subtracted(m_edge).isEmpty())
-            leave();
-    }
+void PanelWatch::panelMoved() {
+    const auto pixels = placeOf(m_x, m_panel);
+    m_x.deliverQueuedEvents();
+    QRegion visible;
+    for (const auto* screen : QGuiApplication::screens())
+        visible += partOfScreen(pixels, *screen);
+    if (!visible.subtracted(m_edge).isEmpty())
+        leave();
 }
 
 // Nothing of this object is touched any more once it has told.

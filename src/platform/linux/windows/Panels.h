@@ -35,14 +35,14 @@ public:
 
 private:
     void select(std::uint32_t mask);
-    void handle(const xcb_generic_event_t& event);
+    void panelMoved();
     void leave();
 
     XConnection& m_x;
     std::function<void()> m_left;
     xcb_window_t m_panel = XCB_NONE;
     QRegion m_edge; // of the screen, as thick as the panel
-    Observation m_events;
+    Observation m_moves, m_end;
 };
 
 } // namespace tavro

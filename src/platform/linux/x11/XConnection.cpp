@@ -26,7 +26,6 @@ constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
     {&XAtoms::netWmName, "_NET_WM_NAME"},
     {&XAtoms::netWmPid, "_NET_WM_PID"},
     {&XAtoms::netWmState, "_NET_WM_STATE"},
-    {&XAtoms::netWmStateAbove, "_NET_WM_STATE_ABOVE"},
     {&XAtoms::netWmStateBelow, "_NET_WM_STATE_BELOW"},
     {&XAtoms::netWmStateHidden, "_NET_WM_STATE_HIDDEN"},
     {&XAtoms::netWmStateSkipPager, "_NET_WM_STATE_SKIP_PAGER"},
@@ -43,7 +42,6 @@ constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
     {&XAtoms::kdeNetWmDesktopFile, "_KDE_NET_WM_DESKTOP_FILE"},
     {&XAtoms::manager, "MANAGER"},
     {&XAtoms::tavroHidden, "_TAVROPRO_HIDDEN"},
-    {&XAtoms::utf8String, "UTF8_STRING"},
     {&XAtoms::wmChangeState, "WM_CHANGE_STATE"},
     {&XAtoms::wmClientLeader, "WM_CLIENT_LEADER"},
     {&XAtoms::xrootpmapId, "_XROOTPMAP_ID"},
@@ -127,8 +125,32 @@ bool XConnection::hasCompositingManager() const {
     return reply && reply->owner != XCB_NONE;
 }
 
-Observation XConnection::onEvent(std::function<void(const xcb_generic_event_t&)> observer) {
-    return m_observers.add(std::move(observer));
+bool XConnection::has(xcb_extension_t& extension) const {
+    const auto* data = xcb_get_extension_data(m_connection, &extension);
+    deliverQueuedEvents();
+    return data && data->present;
+}
+
+Observation XConnection::observe(std::uint8_t number, xcb_extension_t* extension, Observer observer) {
+    if (extension && !has(*extension))
+        return {};
+    const int first = extension ? xcb_get_extension_data(m_connection, extension)->first_event : 0;
+    return m_observers[first + number].add(std::move(observer));
+}
+
+Observation XConnection::onPropertyChange(xcb_window_t window, xcb_atom_t property,
+                                          std::function<void()> handler) {
+    return on(XEvents::propertyNotify, [window, property, handler = std::move(handler)](const auto& event) {
+        if (event.window == window && event.atom == property)
+            handler();
+    });
+}
+
+Observation XConnection::onNewManager(xcb_atom_t selection, std::function<void()> handler) {
+    return on(XEvents::clientMessage, [this, selection, handler = std::move(handler)](const auto& event) {
+        if (event.type == m_atoms.manager && event.data.data32[1] == selection)
+            handler();
+    });
 }
 
 void XConnection::flush() {
@@ -161,10 +183,13 @@ void XConnection::deliverQueuedEvents() const {
 void XConnection::processEvents() {
     m_deliveryScheduled = false;
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+        constexpr int sentByAClient = 0x80;
         if (event->response_type == 0)
             report(reinterpret_cast<const xcb_generic_error_t&>(*event));
-        else
-            m_observers.tell(*event);
+        m_requestBeforeEvent = event->full_sequence;
+        if (const auto list = m_observers.find(event->response_type & ~sentByAClient);
+            list != m_observers.end())
+            list->second.tell(*event);
     }
     // The toolkit's connection has broken as well, reports it and ends the process.
     if (xcb_connection_has_error(m_connection))

@@ -7,9 +7,11 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 class QSocketNotifier;
@@ -29,12 +31,31 @@ using XReply = std::unique_ptr<T, FreeDeleter>;
 /// The atoms in use, fetched together. Names as in EWMH, ICCCM and the system-tray protocol.
 struct XAtoms {
     xcb_atom_t netActiveWindow, netClientListStacking, netCurrentDesktop, netWmAllowedActions,
-        netWmActionMinimize, netWmDesktop, netWmName, netWmPid, netWmState, netWmStateAbove, netWmStateBelow,
-        netWmStateHidden, netWmStateSkipPager, netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType,
-        netWmWindowTypeDesktop, netWmWindowTypeDock, netWmWindowTypeMenu, netWmWindowTypeNotification,
-        netWmWindowTypeSplash, netWmWindowTypeToolbar, gtkApplicationId, kdeNetWmDesktopFile, manager,
-        netSystemTray, netWmCm, tavroHidden, utf8String, wmChangeState, wmClientLeader, xrootpmapId;
+        netWmActionMinimize, netWmDesktop, netWmName, netWmPid, netWmState, netWmStateBelow, netWmStateHidden,
+        netWmStateSkipPager, netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType, netWmWindowTypeDesktop,
+        netWmWindowTypeDock, netWmWindowTypeMenu, netWmWindowTypeNotification, netWmWindowTypeSplash,
+        netWmWindowTypeToolbar, gtkApplicationId, kdeNetWmDesktopFile, manager, netSystemTray, netWmCm,
+        tavroHidden, wmChangeState, wmClientLeader, xrootpmapId;
 };
+
+/// A kind of event: what it holds, and its number, which for an extension's is counted from the first of
+/// that.
+template <class Event>
+struct XEventKind {
+    std::uint8_t number;
+    xcb_extension_t* extension = nullptr;
+};
+
+namespace XEvents {
+inline constexpr XEventKind<xcb_key_press_event_t> keyPress{XCB_KEY_PRESS};
+inline constexpr XEventKind<xcb_key_release_event_t> keyRelease{XCB_KEY_RELEASE};
+inline constexpr XEventKind<xcb_destroy_notify_event_t> destroyNotify{XCB_DESTROY_NOTIFY};
+inline constexpr XEventKind<xcb_reparent_notify_event_t> reparentNotify{XCB_REPARENT_NOTIFY};
+inline constexpr XEventKind<xcb_configure_notify_event_t> configureNotify{XCB_CONFIGURE_NOTIFY};
+inline constexpr XEventKind<xcb_property_notify_event_t> propertyNotify{XCB_PROPERTY_NOTIFY};
+inline constexpr XEventKind<xcb_client_message_event_t> clientMessage{XCB_CLIENT_MESSAGE};
+inline constexpr XEventKind<xcb_mapping_notify_event_t> mappingNotify{XCB_MAPPING_NOTIFY};
+} // namespace XEvents
 
 /// A connection of our own to the X server, beside the toolkit's: for what concerns other programs' windows
 /// and the root window. Requests are sent in order; a window that died meanwhile is not an error.
@@ -58,8 +79,23 @@ public:
     /// Whether somebody blends translucent windows with what lies below them.
     bool hasCompositingManager() const;
 
-    /// Each event that arrives from now on.
-    [[nodiscard]] Observation onEvent(std::function<void(const xcb_generic_event_t&)> observer);
+    /// Each event of a kind that arrives from now on; none where the server lacks the extension.
+    template <class Event>
+    [[nodiscard]] Observation on(XEventKind<Event> kind,
+                                 std::function<void(const std::type_identity_t<Event>&)> handler) {
+        return observe(kind.number, kind.extension,
+                       [handler = std::move(handler)](const xcb_generic_event_t& event) {
+                           handler(reinterpret_cast<const Event&>(event));
+                       });
+    }
+    /// Each change of a property, and its end. Other windows than the root have to be asked to tell.
+    [[nodiscard]] Observation onPropertyChange(xcb_window_t window, xcb_atom_t property,
+                                               std::function<void()> handler);
+    /// Each time a client says that it manages the screen's resource of that selection from now on (ICCCM).
+    [[nodiscard]] Observation onNewManager(xcb_atom_t selection, std::function<void()> handler);
+    /// The last request that the server had read when it sent the event that is being told.
+    std::uint32_t requestBeforeEvent() const { return m_requestBeforeEvent; }
+    bool has(xcb_extension_t& extension) const;
     /// Sends what was requested so far.
     void flush();
     /// Waits for events and delivers them; false when none came in that time.
@@ -84,7 +120,10 @@ public:
 
 private:
     XConnection(xcb_connection_t* connection, int screenNumber, Log& log);
+    using Observer = std::function<void(const xcb_generic_event_t&)>;
+
     void fetchAtoms();
+    Observation observe(std::uint8_t number, xcb_extension_t* extension, Observer observer);
     void processEvents();
     void report(const xcb_generic_error_t& error) const;
 
@@ -95,7 +134,8 @@ private:
     XAtoms m_atoms{};
     std::unique_ptr<QSocketNotifier> m_notifier;
     mutable bool m_deliveryScheduled = false;
-    ObserverList<const xcb_generic_event_t&> m_observers;
+    std::uint32_t m_requestBeforeEvent = 0;
+    std::map<int, ObserverList<const xcb_generic_event_t&>> m_observers; // by the event's number
 };
 
 } // namespace tavro
