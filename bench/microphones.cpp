@@ -13,7 +13,7 @@
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/StreamLog.h"
 #include "platform/process/Process.h"
-#include "platform/windows/Window.h"
+#include "platform/windows/OverlayWindow.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "audio/AlertMuteView.h"
 
 #include "platform/process/Process.h"
-#include "platform/windows/Window.h"
+#include "platform/windows/OverlayWindow.h"
 
 namespace tavro {
 

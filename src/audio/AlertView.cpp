@@ -34,25 +34,27 @@ Screen mainDisplayScreen() {
 AlertView::AlertView(bool mutestate)
     : screenSize(mainDisplayBounds())
     , mutestate(mutestate) {
-    window = machine().windowServer().createWindow(initialContent, initialStyle, BackingStore::buffered, true,
-                                                   mainDisplayScreen());
+    window = machine().windowServer().createOverlayWindow({.contentRect = initialContent,
+                                                           .styleMask = initialStyle,
+                                                           .defer = true,
+                                                           .screen = mainDisplayScreen()});
     if (window)
         showWindow();
 }
 
 void AlertView::showWindow() const {
-    window->setTitleHidden(true);
+    window->setAttribute(WindowAttribute::titleHidden, true);
     window->setStyleMask(initialStyle & ~WindowStyleMask::titled);
     window->setBackgroundColor(Color::white(0, 0));
-    window->setMovableByWindowBackground(true);
-    window->setIgnoresMouseEvents(true);
+    window->setAttribute(WindowAttribute::movableByWindowBackground, true);
+    window->setAttribute(WindowAttribute::ignoresMouseEvents, true);
     window->setLevel(WindowLevel::floating);
     window->setCollectionBehavior(WindowCollectionBehavior::canJoinAllSpaces |
                                   WindowCollectionBehavior::stationary);
     window->orderFrontRegardless();
-    window->setCanHide(false);
+    window->setAttribute(WindowAttribute::canHide, false);
     window->setFrame(frame(), true);
-    window->setHasShadow(false);
+    window->setAttribute(WindowAttribute::hasShadow, false);
     window->setContentView(std::make_shared<HostingView<AlertView>>(*this));
 }
 

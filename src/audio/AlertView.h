@@ -7,7 +7,7 @@
 
 namespace tavro {
 
-class Window;
+class OverlayWindow;
 
 /// One indicator of the microphone's state: a click-through window low on the main display. The record is
 /// also what the window's content is computed from; copies share the window.
@@ -18,7 +18,7 @@ struct AlertView {
     AlertContent body() const;
 
     /// Null when the window server refused one.
-    std::shared_ptr<Window> window;
+    std::shared_ptr<OverlayWindow> window;
     /// The bounds of the main display.
     Rect screenSize;
     /// Whether it announces the microphone as muted.

@@ -49,8 +49,8 @@ std::optional<Image> mainScreenWallpaper() {
 CoverWindow::CoverWindow(std::optional<std::filesystem::path> path, const Screen& screen)
     : displayFrame(screen.frame)
     , wallpaperPath(std::move(path)) {
-    window = machine().windowServer().createWindow(screen.frame, WindowStyleMask::titled,
-                                                   BackingStore::buffered, false, screen);
+    window = machine().windowServer().createOverlayWindow(
+        {.contentRect = screen.frame, .styleMask = WindowStyleMask::titled, .screen = screen});
     displayID = screenDisplayID(screen);
     if (!window)
         return;
@@ -66,9 +66,9 @@ void CoverWindow::configureWindow(const Screen& screen) const {
     window->setLevel(machine().windowServer().levelForKey(WindowLevelKey::desktopIcon) + 1);
     window->setCollectionBehavior(coverBehavior);
     window->setStyleMask(WindowStyleMask::borderless);
-    window->setCanHide(false);
-    window->setHasShadow(false);
-    window->setIgnoresMouseEvents(true);
+    window->setAttribute(WindowAttribute::canHide, false);
+    window->setAttribute(WindowAttribute::hasShadow, false);
+    window->setAttribute(WindowAttribute::ignoresMouseEvents, true);
     window->setBackgroundColor(Color::white(0.0, 0.01));
     window->setFrame(screen.frame, true);
 }

@@ -11,7 +11,7 @@
 
 namespace tavro {
 
-class Window;
+class OverlayWindow;
 struct Screen;
 
 /// One screen's cover: a click-through window one level above the desktop icons that shows the wallpaper.
@@ -30,7 +30,7 @@ struct CoverWindow {
     /// Whether an entry of the window list is the system's wallpaper window.
     static bool isWallpaperWindow(const PropertyList::Dictionary& entry);
 
-    std::shared_ptr<Window> window;
+    std::shared_ptr<OverlayWindow> window;
     std::optional<Rect> displayFrame;
     const std::optional<std::filesystem::path> wallpaperPath;
     std::optional<DisplayID> displayID;

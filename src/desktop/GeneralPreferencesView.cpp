@@ -8,7 +8,7 @@
 #include "platform/storage/FileManager.h"
 #include "platform/storage/Images.h"
 #include "platform/storage/UserDefaults.h"
-#include "platform/windows/OpenPanel.h"
+#include "platform/windows/OpenPanels.h"
 
 namespace tavro {
 

@@ -5,8 +5,8 @@
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
 #include "platform/storage/UserDefaults.h"
+#include "platform/windows/OverlayWindow.h"
 #include "platform/windows/Screens.h"
-#include "platform/windows/Window.h"
 
 namespace tavro {
 

@@ -13,12 +13,13 @@ WindowServer& windowServer() {
     return Process::current().machine().windowServer();
 }
 
-std::shared_ptr<Window> makeWindow() {
+std::shared_ptr<TitledWindow> makeWindow() {
     const auto screen = Process::current().machine().screens().mainScreen();
     constexpr unsigned style = WindowStyleMask::titled | WindowStyleMask::closable |
                                WindowStyleMask::miniaturizable | WindowStyleMask::fullSizeContentView;
-    return windowServer().createWindow({{0, 0}, PreferenceView::contentSize}, style, BackingStore::buffered,
-                                       false, screen.value_or(Screen()));
+    return windowServer().createTitledWindow({.contentRect = {{0, 0}, PreferenceView::contentSize},
+                                              .styleMask = style,
+                                              .screen = screen.value_or(Screen())});
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/windows/Window.h"
+#include "platform/windows/Geometry.h"
+#include "platform/windows/TitledWindow.h"
 #include "preferences/PreferenceState.h"
 
 #include <memory>
@@ -31,7 +32,7 @@ struct PreferenceView {
     std::shared_ptr<PreferenceViewWindowDelegate> prefsWindowDelegate;
     std::shared_ptr<PreferenceState> state;
     /// Null when the window server refused one, and in the content's own copy.
-    std::shared_ptr<Window> window;
+    std::shared_ptr<TitledWindow> window;
 
 private:
     void addToolbar();

@@ -15,22 +15,21 @@ protected:
     using Entries = PropertyList::Array;
 
     WindowList& list() { return machine().windowList(); }
-    std::shared_ptr<Window> createWindow(const Screen& screen) {
-        return machine().windowServer().createWindow(place, WindowStyleMask::titled, BackingStore::buffered,
-                                                     false, screen);
+    static WindowSettings settings(const Screen& screen) {
+        return {.contentRect = place, .styleMask = WindowStyleMask::titled, .screen = screen};
     }
     /// A window over a whole screen, one level above the desktop's icons, not ordered front yet.
-    std::shared_ptr<Window> createCover(const Screen& screen) {
-        auto window = createWindow(screen);
+    std::shared_ptr<OverlayWindow> createCover(const Screen& screen) {
+        auto window = machine().windowServer().createOverlayWindow(settings(screen));
         window->setLevel(machine().windowServer().levelForKey(WindowLevelKey::desktopIcon) + 1);
         window->setCollectionBehavior(
             WindowCollectionBehavior::canJoinAllSpaces | WindowCollectionBehavior::stationary |
             WindowCollectionBehavior::ignoresCycle | WindowCollectionBehavior::fullScreenAuxiliary |
             WindowCollectionBehavior::fullScreenDisallowsTiling);
         window->setStyleMask(WindowStyleMask::borderless);
-        window->setCanHide(false);
-        window->setHasShadow(false);
-        window->setIgnoresMouseEvents(true);
+        window->setAttribute(WindowAttribute::canHide, false);
+        window->setAttribute(WindowAttribute::hasShadow, false);
+        window->setAttribute(WindowAttribute::ignoresMouseEvents, true);
         window->setFrame(screen.frame, true);
         return window;
     }
@@ -80,9 +79,9 @@ protected:
 };
 
 TEST_F(WindowServerContract, NumbersArePositiveAndUniqueAndFitIn32Bits) {
-    const auto screen = firstScreen();
-    const auto first = createWindow(screen);
-    const auto second = createWindow(screen);
+    const std::shared_ptr<Window> first = createCover(firstScreen());
+    const std::shared_ptr<Window> second =
+        machine().windowServer().createTitledWindow(settings(firstScreen()));
     for (const auto& window : {first, second}) {
         ASSERT_NE(window, nullptr);
         EXPECT_GT(window->windowNumber(), 0);

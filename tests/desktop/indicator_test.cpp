@@ -3,7 +3,7 @@
 
 #include "audio/AlertView.h"
 #include "platform/menubar/ControlStrip.h"
-#include "platform/windows/Window.h"
+#include "platform/windows/OverlayWindow.h"
 
 #include <QApplication>
 

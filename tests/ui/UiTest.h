@@ -5,7 +5,6 @@
 #include "app/Constants.h"
 #include "platform/linux/windows/QtTitledWindow.h"
 #include "platform/simulated/windows/SimulatedPopover.h"
-#include "platform/windows/Window.h"
 #include "popover/ContentView.h"
 #include "preferences/Toolbar.h"
 #include "ui/ViewPainting.h"
@@ -87,7 +86,7 @@ protected:
     /// The preferences' window as it comes on the Linux machine; gone with the test.
     QWidget& preferences() {
         const auto before = QApplication::topLevelWidgets();
-        m_window = std::make_unique<QtTitledWindow>(Rect{{0, 0}, PreferenceView::contentSize}, m_views);
+        m_window = std::make_unique<QtTitledWindow>(PreferenceView::contentSize, m_views);
         launch.delegate.openPreferenceWindow();
         const auto& record = *launch.delegate.preferenceView;
         m_window->setContentView(std::make_shared<HostingView<PreferenceView>>(record));

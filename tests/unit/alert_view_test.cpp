@@ -2,7 +2,7 @@
 
 #include "audio/AlertMuteView.h"
 #include "audio/ToggleMicMute.h"
-#include "platform/simulated/windows/SimulatedWindow.h"
+#include "platform/simulated/windows/SimulatedOverlayWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ protected:
     std::string shownText() {
         if (!alert() || !isVisible(number(*alert()->window)))
             return "";
-        const auto& window = static_cast<const SimulatedWindow&>(*alert()->window);
+        const auto& window = static_cast<const SimulatedOverlayWindow&>(*alert()->window);
         return std::dynamic_pointer_cast<const HostingView<AlertView>>(window.contentView())
             ->record.body()
             .text;
@@ -53,7 +53,7 @@ TEST_F(AlertViewTest, ConstructionConfiguresTheWindowInThisOrder) {
                                                          "window.setHasShadow false",
                                                          "window.setContentView",
                                                      }));
-    const auto& window = static_cast<const SimulatedWindow&>(*alert()->window);
+    const auto& window = static_cast<const SimulatedOverlayWindow&>(*alert()->window);
     const auto view = std::dynamic_pointer_cast<const HostingView<AlertView>>(window.contentView());
     ASSERT_NE(view, nullptr);
     const AlertView& made = *alert();

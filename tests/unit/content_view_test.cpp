@@ -2,7 +2,7 @@
 
 #include "app/Constants.h"
 #include "platform/simulated/windows/SimulatedPopover.h"
-#include "platform/simulated/windows/SimulatedWindow.h"
+#include "platform/simulated/windows/SimulatedTitledWindow.h"
 #include "platform/windows/Popover.h"
 #include "popover/ContentView.h"
 
@@ -97,8 +97,8 @@ TEST_F(BannerTest, TheBannerTellsOfANewerVersionOnlyAndLeadsToItsPage) {
 
 class PreferencesTest : public ContentViewTest {
 protected:
-    SimulatedWindow& window() {
-        return static_cast<SimulatedWindow&>(*launch.delegate.preferenceView->window);
+    SimulatedTitledWindow& window() {
+        return static_cast<SimulatedTitledWindow&>(*launch.delegate.preferenceView->window);
     }
 };
 

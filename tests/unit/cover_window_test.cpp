@@ -2,7 +2,7 @@
 
 #include "desktop/CoverWindow.h"
 #include "desktop/support/TemporaryFolder.h"
-#include "platform/simulated/windows/SimulatedWindow.h"
+#include "platform/simulated/windows/SimulatedOverlayWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -88,7 +88,7 @@ TEST_F(CoverWindowTest, ConstructionConfiguresTheWindowInThisOrder) {
                                          "window.orderFront",
                                          "window.makeKeyAndOrderFront",
                                      }));
-    const auto& window = static_cast<const SimulatedWindow&>(*cover.window);
+    const auto& window = static_cast<const SimulatedOverlayWindow&>(*cover.window);
     const auto view = std::dynamic_pointer_cast<const HostingView<CoverWindow>>(window.contentView());
     ASSERT_NE(view, nullptr);
     const CoverWindow& made = cover;

@@ -1,21 +1,21 @@
 #pragma once
 
+#include "platform/windows/OverlayWindow.h"
 #include "platform/windows/Popover.h"
-#include "platform/windows/Screens.h"
-#include "platform/windows/Window.h"
+#include "platform/windows/TitledWindow.h"
+#include "platform/windows/WindowSettings.h"
 
 namespace tavro {
 
 /// By the platform's numbers.
 enum class WindowLevelKey { normal = 4, desktopIcon = 18 };
 
-/// Makes windows.
+/// Makes windows, not shown yet; null where the server refuses one.
 class WindowServer {
 public:
     virtual ~WindowServer() = default;
-    /// A window on this screen, not shown yet; null when the server refuses one.
-    virtual std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
-                                                 bool defer, const Screen& screen) = 0;
+    virtual std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) = 0;
+    virtual std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) = 0;
     virtual std::shared_ptr<Popover> createPopover() = 0;
     virtual int levelForKey(WindowLevelKey key) const = 0;
 };

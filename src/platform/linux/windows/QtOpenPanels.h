@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/OpenPanel.h"
+#include "platform/windows/OpenPanels.h"
 
 #include <QString>
 

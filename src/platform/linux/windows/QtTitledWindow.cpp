@@ -1,6 +1,5 @@
 #include "platform/linux/windows/QtTitledWindow.h"
 
-#include "platform/linux/windows/QtScreens.h"
 #include "toolkit/Icons.h"
 #include "toolkit/KeepOnScreen.h"
 #include "toolkit/WindowRole.h"
@@ -52,10 +51,9 @@ private:
     const QSize m_contentSize;
 };
 
-QtTitledWindow::QtTitledWindow(Rect contentRect, const Views& views)
+QtTitledWindow::QtTitledWindow(Size contentSize, const Views& views)
     : m_views(views)
-    , m_frame(
-          std::make_unique<Frame>(*this, QSizeF(contentRect.size.width, contentRect.size.height).toSize()))
+    , m_frame(std::make_unique<Frame>(*this, QSizeF(contentSize.width, contentSize.height).toSize()))
     , m_stack(new QVBoxLayout(m_frame.get())) {
     m_stack->setContentsMargins(0, 0, 0, 0);
     m_stack->setSpacing(0);
@@ -67,14 +65,18 @@ std::int64_t QtTitledWindow::windowNumber() const {
     return m_frame ? static_cast<std::int64_t>(m_frame->winId()) : 0;
 }
 
+// The toolkit takes a window off the screen whose flags change.
+void QtTitledWindow::setLevel(int level) {
+    if (!m_frame)
+        return;
+    const bool isShown = m_frame->isVisible();
+    m_frame->setWindowFlag(Qt::WindowStaysOnTopHint, level >= WindowLevel::floating);
+    m_frame->setVisible(isShown);
+}
+
 void QtTitledWindow::setTitle(const std::string& title) {
     if (m_frame)
         m_frame->setWindowTitle(QString::fromStdString(title));
-}
-
-void QtTitledWindow::setFrame(Rect frame, bool) {
-    if (m_frame)
-        m_frame->setGeometry(QtScreens::coordinates().toToolkit(frame).toRect());
 }
 
 void QtTitledWindow::center() {

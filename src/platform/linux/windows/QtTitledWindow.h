@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/windows/Window.h"
+#include "platform/windows/Geometry.h"
+#include "platform/windows/TitledWindow.h"
 #include "toolkit/Views.h"
 
 #include <QVBoxLayout>
@@ -10,32 +11,22 @@ namespace tavro {
 
 /// An ordinary window of the desktop with widgets in it, which takes input. Title bars belong to the window
 /// manager, so what would stand in one stands at the top of the content.
-class QtTitledWindow final : public Window {
+class QtTitledWindow final : public TitledWindow {
 public:
-    QtTitledWindow(Rect contentRect, const Views& views);
+    QtTitledWindow(Size contentSize, const Views& views);
     ~QtTitledWindow() override;
 
     std::int64_t windowNumber() const override;
-    // It is what a user expects of a window in all these respects.
-    void setLevel(int) override {}
-    void setCollectionBehavior(unsigned) override {}
-    void setStyleMask(unsigned) override {}
-    void setTitleHidden(bool) override {}
-    void setMovableByWindowBackground(bool) override {}
-    void setCanHide(bool) override {}
-    void setHasShadow(bool) override {}
-    void setIgnoresMouseEvents(bool) override {}
-    void setBackgroundColor(Color) override {}
-    void setTitle(const std::string& title) override;
-    void setFrame(Rect frame, bool display) override;
-    void center() override;
+    void setLevel(int level) override;
     void setContentView(std::shared_ptr<const View> view) override;
-    void addTitlebarAccessory(std::shared_ptr<const View> view) override;
-    void setDelegate(std::weak_ptr<WindowDelegate> delegate) override { m_delegate = std::move(delegate); }
     void orderFrontRegardless() override { orderFront(); }
     void orderFront() override;
     void makeKeyAndOrderFront() override;
     void close() override;
+    void setTitle(const std::string& title) override;
+    void center() override;
+    void addTitlebarAccessory(std::shared_ptr<const View> view) override;
+    void setDelegate(std::weak_ptr<WindowDelegate> delegate) override { m_delegate = std::move(delegate); }
 
 private:
     class Frame;

@@ -1,8 +1,8 @@
 #include "platform/linux/windows/QtWindowServer.h"
 
+#include "platform/linux/windows/QtOverlayWindow.h"
 #include "platform/linux/windows/QtPopover.h"
 #include "platform/linux/windows/QtTitledWindow.h"
-#include "platform/linux/windows/QtWindow.h"
 
 namespace tavro {
 
@@ -11,14 +11,15 @@ QtWindowServer::QtWindowServer(XConnection& x, Views views)
     , m_desktopLayer(x)
     , m_views(std::move(views)) {}
 
-std::shared_ptr<Window> QtWindowServer::createWindow(Rect contentRect, unsigned styleMask, BackingStore, bool,
-                                                     const Screen&) {
-    if (styleMask & WindowStyleMask::closable)
-        return std::make_shared<QtTitledWindow>(contentRect, m_views);
-    auto window = std::make_shared<QtWindow>(m_x, m_desktopLayer, m_views.paint);
-    window->setStyleMask(styleMask);
-    window->setFrame(contentRect, false);
+std::shared_ptr<OverlayWindow> QtWindowServer::createOverlayWindow(const WindowSettings& settings) {
+    auto window = std::make_shared<QtOverlayWindow>(m_x, m_desktopLayer, m_views.paint);
+    window->setStyleMask(settings.styleMask);
+    window->setFrame(settings.contentRect, false);
     return window;
+}
+
+std::shared_ptr<TitledWindow> QtWindowServer::createTitledWindow(const WindowSettings& settings) {
+    return std::make_shared<QtTitledWindow>(settings.contentRect.size, m_views);
 }
 
 std::shared_ptr<Popover> QtWindowServer::createPopover() {

@@ -13,8 +13,8 @@ class QtWindowServer final : public WindowServer {
 public:
     QtWindowServer(XConnection& x, Views views);
 
-    std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
-                                         bool defer, const Screen& screen) override;
+    std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) override;
+    std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) override;
     std::shared_ptr<Popover> createPopover() override;
     int levelForKey(WindowLevelKey key) const override;
 

@@ -2,7 +2,7 @@
 
 #include "platform/simulated/process/Journal.h"
 #include "platform/simulated/process/SimulatedMainQueue.h"
-#include "platform/windows/OpenPanel.h"
+#include "platform/windows/OpenPanels.h"
 
 namespace tavro {
 

@@ -1,7 +1,8 @@
 #include "platform/simulated/windows/SimulatedWindowServer.h"
 
+#include "platform/simulated/windows/SimulatedOverlayWindow.h"
 #include "platform/simulated/windows/SimulatedPopover.h"
-#include "platform/simulated/windows/SimulatedWindow.h"
+#include "platform/simulated/windows/SimulatedTitledWindow.h"
 
 #include <algorithm>
 #include <ranges>
@@ -27,16 +28,24 @@ SimulatedWindowServer::SimulatedWindowServer(SystemVersion version, Journal& jou
     rebuildDesktop();
 }
 
-std::shared_ptr<Window> SimulatedWindowServer::createWindow(Rect contentRect, unsigned styleMask,
-                                                            BackingStore backing, bool defer, const Screen&) {
+template <class SimulatedKind>
+std::shared_ptr<SimulatedKind> SimulatedWindowServer::createWindow(const WindowSettings& settings) {
     if (std::exchange(m_failNextWindow, false))
         return nullptr;
-    ServerWindow window{ApplicationID::self, "TavroPRO", "", contentRect};
+    ServerWindow window{ApplicationID::self, "TavroPRO", "", settings.contentRect};
     window.isOrdered = false;
     const auto number = add(std::move(window));
-    m_journal.record("windowServer.createWindow", static_cast<std::uint32_t>(number), contentRect, styleMask,
-                     static_cast<int>(backing), defer);
-    return std::make_shared<SimulatedWindow>(number, *this, m_journal);
+    m_journal.record("windowServer.createWindow", static_cast<std::uint32_t>(number), settings.contentRect,
+                     settings.styleMask, static_cast<int>(settings.backing), settings.defer);
+    return std::make_shared<SimulatedKind>(number, *this, m_journal);
+}
+
+std::shared_ptr<OverlayWindow> SimulatedWindowServer::createOverlayWindow(const WindowSettings& settings) {
+    return createWindow<SimulatedOverlayWindow>(settings);
+}
+
+std::shared_ptr<TitledWindow> SimulatedWindowServer::createTitledWindow(const WindowSettings& settings) {
+    return createWindow<SimulatedTitledWindow>(settings);
 }
 
 std::shared_ptr<Popover> SimulatedWindowServer::createPopover() {

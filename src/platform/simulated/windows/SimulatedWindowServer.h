@@ -38,8 +38,9 @@ public:
 
     SimulatedWindowServer(SystemVersion version, Journal& journal, SimulatedScreens& screens);
 
-    std::shared_ptr<Window> createWindow(Rect contentRect, unsigned styleMask, BackingStore backing,
-                                         bool defer, const Screen& screen) override;
+    // In the journal both are "createWindow".
+    std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) override;
+    std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) override;
     std::shared_ptr<Popover> createPopover() override;
     int levelForKey(WindowLevelKey key) const override;
 
@@ -64,6 +65,8 @@ public:
     const ServerWindow* windowAt(Point point) const;
 
 private:
+    template <class SimulatedKind>
+    std::shared_ptr<SimulatedKind> createWindow(const WindowSettings& settings);
     void insert(ServerWindow window);
     std::optional<ServerWindow> extract(WindowNumber number);
     void rebuildDesktop();

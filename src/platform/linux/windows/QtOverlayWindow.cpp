@@ -1,4 +1,4 @@
-#include "platform/linux/windows/QtWindow.h"
+#include "platform/linux/windows/QtOverlayWindow.h"
 
 #include "platform/linux/windows/DesktopLayer.h"
 #include "platform/linux/windows/QtScreens.h"
@@ -16,7 +16,7 @@
 namespace tavro {
 
 /// Keeps what was painted, so that what other windows uncover is shown again without the view.
-class QtWindow::Surface final : public QWindow {
+class QtOverlayWindow::Surface final : public QWindow {
 public:
     explicit Surface(const ViewPainter& painter)
         : m_painter(painter) {
@@ -96,28 +96,35 @@ private:
     bool m_isPainted = false;
 };
 
-QtWindow::QtWindow(XConnection& x, DesktopLayer& desktopLayer, const ViewPainter& painter)
+QtOverlayWindow::QtOverlayWindow(XConnection& x, DesktopLayer& desktopLayer, const ViewPainter& painter)
     : m_x(x)
     , m_desktopLayer(desktopLayer)
     , m_surface(std::make_unique<Surface>(painter))
     , m_number(static_cast<std::int64_t>(m_surface->winId())) {}
 
-QtWindow::~QtWindow() {
+QtOverlayWindow::~QtOverlayWindow() {
     close();
 }
 
-std::int64_t QtWindow::windowNumber() const {
+std::int64_t QtOverlayWindow::windowNumber() const {
     return m_number;
 }
 
-void QtWindow::setBackgroundColor(Color color) {
+void QtOverlayWindow::setAttribute(WindowAttribute attribute, bool isSo) {
+    if (isSo)
+        m_attributes.insert(attribute);
+    else
+        m_attributes.erase(attribute);
+}
+
+void QtOverlayWindow::setBackgroundColor(Color color) {
     if (m_surface)
         m_surface->setBackground(toolkitColor(color));
 }
 
 // Before it shows, the window is still one of the window manager's, which would be asked to move it, and
 // might do so after we have moved it again.
-void QtWindow::setFrame(Rect frame, bool) {
+void QtOverlayWindow::setFrame(Rect frame, bool) {
     m_frame = frame;
     if (m_surface)
         m_surface->setExactSize({frame.size.width, frame.size.height});
@@ -126,13 +133,13 @@ void QtWindow::setFrame(Rect frame, bool) {
     updateShape();
 }
 
-void QtWindow::setContentView(std::shared_ptr<const View> view) {
+void QtOverlayWindow::setContentView(std::shared_ptr<const View> view) {
     if (m_surface)
         m_surface->setContent(std::move(view));
     updateShape();
 }
 
-void QtWindow::orderFront() {
+void QtOverlayWindow::orderFront() {
     if (!m_surface)
         return;
     if (m_surface->isVisible())
@@ -145,28 +152,28 @@ void QtWindow::orderFront() {
             m_surface.get(), [this] { show(); }, Qt::QueuedConnection);
 }
 
-void QtWindow::makeKeyAndOrderFront() {
+void QtOverlayWindow::makeKeyAndOrderFront() {
     orderFront();
     if (m_surface && !isInDesktopLayer() && !isFloating())
         m_surface->requestActivate();
 }
 
-void QtWindow::close() {
+void QtOverlayWindow::close() {
     if (!m_surface)
         return;
     m_desktopLayer.remove(static_cast<xcb_window_t>(m_number));
     m_surface.reset();
 }
 
-bool QtWindow::isInDesktopLayer() const {
+bool QtOverlayWindow::isInDesktopLayer() const {
     return m_level <= DesktopLayer::iconLevel + 1;
 }
 
-void QtWindow::show() {
+void QtOverlayWindow::show() {
     auto flags = m_surface->flags();
     flags.setFlag(Qt::FramelessWindowHint, !(m_styleMask & WindowStyleMask::titled));
-    flags.setFlag(Qt::NoDropShadowWindowHint, !m_hasShadow);
-    flags.setFlag(Qt::WindowTransparentForInput, m_ignoresMouseEvents);
+    flags.setFlag(Qt::NoDropShadowWindowHint, !is(WindowAttribute::hasShadow));
+    flags.setFlag(Qt::WindowTransparentForInput, is(WindowAttribute::ignoresMouseEvents));
     flags.setFlag(Qt::WindowDoesNotAcceptFocus, isInDesktopLayer() || isFloating());
     flags.setFlag(Qt::BypassWindowManagerHint, isFloating());
     m_surface->setFlags(flags);
@@ -174,7 +181,8 @@ void QtWindow::show() {
     const auto number = static_cast<xcb_window_t>(m_number);
     if (isInDesktopLayer())
         m_desktopLayer.add(number, m_behavior & WindowCollectionBehavior::canJoinAllSpaces,
-                           m_behavior & WindowCollectionBehavior::ignoresCycle, m_ignoresMouseEvents);
+                           m_behavior & WindowCollectionBehavior::ignoresCycle,
+                           is(WindowAttribute::ignoresMouseEvents));
     m_surface->setVisible(true);
     if (isInDesktopLayer())
         m_desktopLayer.shown(number, exactPlace());
@@ -185,7 +193,7 @@ void QtWindow::show() {
 
 // What the toolkit paints is rounded to points: it may miss the last pixel of the screen, where what lies
 // below shows, or reach into the next screen, where the window is cut.
-QRect QtWindow::exactPlace() const {
+QRect QtOverlayWindow::exactPlace() const {
     const auto scale = m_surface->devicePixelRatio();
     const auto pixels = QtScreens::framePixels(m_frame);
     if (scale == 1 || pixels.isEmpty())
@@ -194,7 +202,7 @@ QRect QtWindow::exactPlace() const {
 }
 
 // Without a compositing manager what is transparent shows as black, and has to be cut away.
-void QtWindow::updateShape() {
+void QtOverlayWindow::updateShape() {
     if (m_surface && m_surface->isVisible() && isFloating() && !m_x.hasCompositingManager())
         m_surface->setMask(m_surface->paintedRegion());
 }
