@@ -4,11 +4,11 @@
 #include "desktop/CoverWindow.h"
 #include "platform/windows/View.h"
 #include "preferences/PreferenceView.h"
-#include "ui/AlertPainting.h"
-#include "ui/ContentWidget.h"
-#include "ui/CoverPainting.h"
-#include "ui/PreferenceWidget.h"
-#include "ui/ToolbarWidget.h"
+#include "ui/painting/AlertPainting.h"
+#include "ui/painting/CoverPainting.h"
+#include "ui/popover/ContentWidget.h"
+#include "ui/preferences/PreferenceWidget.h"
+#include "ui/preferences/ToolbarWidget.h"
 
 namespace tavro {
 

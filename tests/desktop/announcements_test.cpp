@@ -1,7 +1,7 @@
 #include "UiTest.h"
 
 #include "LaunchAtLogin/LaunchAtLogin.h"
-#include "ui/Recorder.h"
+#include "ui/preferences/Recorder.h"
 
 #include <QAccessible>
 #include <QProcess>

@@ -2,7 +2,7 @@
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "platform/input/KeyboardLayout.h"
-#include "ui/RecorderCocoa.h"
+#include "ui/preferences/RecorderCocoa.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

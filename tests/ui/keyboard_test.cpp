@@ -3,9 +3,9 @@
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "LaunchAtLogin/LaunchAtLogin.h"
 #include "platform/simulated/storage/SimulatedImages.h"
-#include "ui/CustomToogleButton.h"
-#include "ui/Recorder.h"
-#include "ui/RecorderCocoa.h"
+#include "ui/popover/CustomToogleButton.h"
+#include "ui/preferences/Recorder.h"
+#include "ui/preferences/RecorderCocoa.h"
 
 #include <QPointer>
 #include <QTest>

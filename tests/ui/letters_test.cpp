@@ -2,11 +2,11 @@
 
 #include "audio/AlertContent.h"
 #include "platform/simulated/storage/SimulatedImages.h"
-#include "ui/AlertPainting.h"
-#include "ui/CustomToogleButton.h"
-#include "ui/InAppAlertButton.h"
-#include "ui/Recorder.h"
-#include "ui/SimpleToogleButton.h"
+#include "ui/painting/AlertPainting.h"
+#include "ui/popover/CustomToogleButton.h"
+#include "ui/popover/InAppAlertButton.h"
+#include "ui/popover/SimpleToogleButton.h"
+#include "ui/preferences/Recorder.h"
 
 #include <QLabel>
 #include <QLineEdit>

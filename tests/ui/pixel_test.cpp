@@ -2,11 +2,11 @@
 
 #include "audio/AlertView.h"
 #include "platform/simulated/storage/SimulatedImages.h"
-#include "ui/CustomToogleButton.h"
-#include "ui/Divider.h"
-#include "ui/InAppAlertButton.h"
-#include "ui/SimpleToogleButton.h"
-#include "ui/WallpaperPreview.h"
+#include "ui/controls/Divider.h"
+#include "ui/popover/CustomToogleButton.h"
+#include "ui/popover/InAppAlertButton.h"
+#include "ui/popover/SimpleToogleButton.h"
+#include "ui/preferences/WallpaperPreview.h"
 
 #include <QVariantAnimation>
 

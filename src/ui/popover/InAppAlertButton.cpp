@@ -1,4 +1,4 @@
-#include "ui/InAppAlertButton.h"
+#include "ui/popover/InAppAlertButton.h"
 
 #include "toolkit/Colors.h"
 #include "toolkit/Translation.h"

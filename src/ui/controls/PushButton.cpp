@@ -1,4 +1,4 @@
-#include "ui/PushButton.h"
+#include "ui/controls/PushButton.h"
 
 #include <QKeyEvent>
 

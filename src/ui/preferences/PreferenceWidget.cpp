@@ -1,4 +1,4 @@
-#include "ui/PreferenceWidget.h"
+#include "ui/preferences/PreferenceWidget.h"
 
 #include "KeyboardShortcuts/Name.h"
 #include "LaunchAtLogin/LaunchAtLogin.h"
@@ -8,11 +8,11 @@
 #include "platform/storage/Images.h"
 #include "preferences/PreferenceView.h"
 #include "toolkit/Translation.h"
-#include "ui/Divider.h"
-#include "ui/PushButton.h"
-#include "ui/Recorder.h"
-#include "ui/RowLabel.h"
-#include "ui/WallpaperPreview.h"
+#include "ui/controls/Divider.h"
+#include "ui/controls/PushButton.h"
+#include "ui/preferences/Recorder.h"
+#include "ui/preferences/RowLabel.h"
+#include "ui/preferences/WallpaperPreview.h"
 
 #include <QCheckBox>
 #include <QVBoxLayout>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "popover/CustomToogleStyle.h"
-#include "ui/ToogleButton.h"
+#include "ui/controls/ToogleButton.h"
 
 #include <QVariantAnimation>
 

@@ -1,4 +1,4 @@
-#include "ui/CustomToogleButton.h"
+#include "ui/popover/CustomToogleButton.h"
 
 #include "popover/ContentView.h"
 #include "toolkit/Colors.h"

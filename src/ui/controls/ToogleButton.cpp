@@ -1,7 +1,7 @@
-#include "ui/ToogleButton.h"
+#include "ui/controls/ToogleButton.h"
 
-#include "ui/PushButton.h"
-#include "ui/TextPainting.h"
+#include "ui/controls/PushButton.h"
+#include "ui/painting/TextPainting.h"
 
 #include <QFocusEvent>
 #include <QPainter>

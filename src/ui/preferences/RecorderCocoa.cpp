@@ -1,4 +1,4 @@
-#include "ui/RecorderCocoa.h"
+#include "ui/preferences/RecorderCocoa.h"
 
 #include "toolkit/Coordinates.h"
 #include "toolkit/Translation.h"

@@ -1,4 +1,4 @@
-#include "ui/CoverPainting.h"
+#include "ui/painting/CoverPainting.h"
 
 #include "toolkit/Pixels.h"
 #include "toolkit/Translation.h"

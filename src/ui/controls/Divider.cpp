@@ -1,4 +1,4 @@
-#include "ui/Divider.h"
+#include "ui/controls/Divider.h"
 
 #include <QPainter>
 

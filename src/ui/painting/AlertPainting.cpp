@@ -1,9 +1,9 @@
-#include "ui/AlertPainting.h"
+#include "ui/painting/AlertPainting.h"
 
 #include "toolkit/Colors.h"
 #include "toolkit/Icons.h"
 #include "toolkit/Translation.h"
-#include "ui/TextPainting.h"
+#include "ui/painting/TextPainting.h"
 
 #include <QFontMetricsF>
 #include <QIcon>

@@ -1,4 +1,4 @@
-#include "ui/SimpleToogleButton.h"
+#include "ui/popover/SimpleToogleButton.h"
 
 #include "popover/SimpleToogleStyle.h"
 #include "toolkit/Icons.h"

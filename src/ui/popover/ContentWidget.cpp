@@ -1,10 +1,10 @@
-#include "ui/ContentWidget.h"
+#include "ui/popover/ContentWidget.h"
 
 #include "toolkit/Translation.h"
-#include "ui/CustomToogleButton.h"
-#include "ui/Divider.h"
-#include "ui/InAppAlertButton.h"
-#include "ui/SimpleToogleButton.h"
+#include "ui/controls/Divider.h"
+#include "ui/popover/CustomToogleButton.h"
+#include "ui/popover/InAppAlertButton.h"
+#include "ui/popover/SimpleToogleButton.h"
 
 #include <QVBoxLayout>
 

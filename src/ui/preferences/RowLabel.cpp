@@ -1,4 +1,4 @@
-#include "ui/RowLabel.h"
+#include "ui/preferences/RowLabel.h"
 
 #include <QFontMetrics>
 

@@ -1,6 +1,6 @@
-#include "ui/ToolbarWidget.h"
+#include "ui/preferences/ToolbarWidget.h"
 
-#include "ui/PushButton.h"
+#include "ui/controls/PushButton.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "popover/InAppAlert.h"
-#include "ui/ToogleButton.h"
+#include "ui/controls/ToogleButton.h"
 
 namespace tavro {
 

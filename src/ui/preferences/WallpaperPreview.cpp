@@ -1,4 +1,4 @@
-#include "ui/WallpaperPreview.h"
+#include "ui/preferences/WallpaperPreview.h"
 
 #include "preferences/PreferenceView.h"
 #include "toolkit/Pixels.h"

@@ -1,6 +1,6 @@
-#include "ui/Recorder.h"
+#include "ui/preferences/Recorder.h"
 
-#include "ui/RecorderCocoa.h"
+#include "ui/preferences/RecorderCocoa.h"
 
 #include <QVBoxLayout>
 

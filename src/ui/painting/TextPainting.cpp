@@ -1,4 +1,4 @@
-#include "ui/TextPainting.h"
+#include "ui/painting/TextPainting.h"
 
 #include <QFontInfo>
 #include <QFontMetricsF>

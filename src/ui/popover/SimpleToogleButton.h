@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/ToogleButton.h"
+#include "ui/controls/ToogleButton.h"
 
 namespace tavro {
 
