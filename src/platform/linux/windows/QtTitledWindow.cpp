@@ -71,7 +71,8 @@ void QtTitledWindow::setLevel(int level) {
         return;
     const bool isShown = m_frame->isVisible();
     m_frame->setWindowFlag(Qt::WindowStaysOnTopHint, level >= WindowLevel::floating);
-    m_frame->setVisible(isShown);
+    if (isShown)
+        m_frame->show();
 }
 
 void QtTitledWindow::setTitle(const std::string& title) {
