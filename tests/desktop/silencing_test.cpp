@@ -108,7 +108,8 @@ class Silencing : public testing::Test {
 protected:
     Journal journal;
     SimulatedLog log{journal};
-    DesktopSilencing silencing{log};
+    BoundedBus bus;
+    DesktopSilencing silencing{bus, log};
 };
 
 std::chrono::steady_clock::duration time(const std::function<void()>& call) {
@@ -213,7 +214,7 @@ TEST_F(Plasma, AnInhibitionIsHeldOnceAndGivenBack) {
 }
 
 TEST_F(Plasma, AnInhibitionEndsWithTheConnectionThatAskedForIt) {
-    auto dying = std::make_unique<DesktopSilencing>(log);
+    auto dying = std::make_unique<DesktopSilencing>(bus, log);
     EXPECT_TRUE(dying->setOn(true));
     plasma.methods.erase("UnInhibit"); // as when nobody is left to call it
     dying.reset();

@@ -9,17 +9,21 @@ namespace {
 
 constexpr auto properties = "org.freedesktop.DBus.Properties";
 constexpr auto makoMode = "do-not-disturb";
+constexpr auto xfceChannel = "xfce4-notifyd";
+constexpr auto xfceProperty = "/do-not-disturb";
+
+Result<bool, std::string> boolean(const QVariant& value) {
+    if (value.metaType() != QMetaType::fromType<bool>())
+        return std::string("the notification server's state is not a Boolean");
+    return value.toBool();
+}
 
 /// A Boolean, plain or in a variant.
 Result<bool, std::string> boolean(const BusReply& reply) {
     if (!reply)
         return reply.error().description;
-    auto value = reply->value(0);
-    if (value.canConvert<QDBusVariant>())
-        value = value.value<QDBusVariant>().variant();
-    if (value.metaType() != QMetaType::fromType<bool>())
-        return std::string("the notification server's state is not a Boolean");
-    return value.toBool();
+    const auto value = reply->value(0);
+    return boolean(value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value);
 }
 
 std::optional<std::string> failure(const BusReply& reply) {
@@ -28,11 +32,6 @@ std::optional<std::string> failure(const BusReply& reply) {
 
 QVariant variant(bool value) {
     return QVariant::fromValue(QDBusVariant(value));
-}
-
-BusReply callXfconf(BoundedBus& bus, const char* method, const QVariantList& value = {}) {
-    return bus.call("org.xfce.Xfconf", "/org/xfce/Xfconf", "org.xfce.Xfconf", method,
-                    QVariantList{"xfce4-notifyd", "/do-not-disturb"} + value);
 }
 
 BusReply callDunst(BoundedBus& bus, const char* method, const QVariantList& value = {}) {
@@ -52,14 +51,15 @@ BusReply callSway(BoundedBus& bus, const char* method, const QVariantList& argum
 } // namespace
 
 Result<bool, std::string> XfceNotificationSwitch::isOn() {
-    const auto reply = callXfconf(m_bus, "GetProperty");
-    if (!reply && reply.error().name.endsWith("PropertyNotFound"))
-        return false;
-    return boolean(reply);
+    const auto value = m_xfconf.get(xfceChannel, xfceProperty);
+    if (!value)
+        return value.error().description;
+    return value->isValid() ? boolean(*value) : false;
 }
 
 std::optional<std::string> XfceNotificationSwitch::setOn(bool isOn) {
-    return failure(callXfconf(m_bus, "SetProperty", {variant(isOn)}));
+    const auto failure = m_xfconf.set(xfceChannel, xfceProperty, isOn);
+    return failure ? std::optional(failure->description) : std::nullopt;
 }
 
 Result<bool, std::string> DunstNotificationSwitch::isOn() {

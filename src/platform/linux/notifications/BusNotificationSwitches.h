@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/bus/BoundedBus.h"
+#include "platform/linux/bus/Xfconf.h"
 #include "platform/linux/notifications/NotificationSwitch.h"
 
 namespace tavro {
@@ -9,12 +10,12 @@ namespace tavro {
 class XfceNotificationSwitch final : public NotificationSwitch {
 public:
     explicit XfceNotificationSwitch(BoundedBus& bus)
-        : m_bus(bus) {}
+        : m_xfconf(bus) {}
     Result<bool, std::string> isOn() override;
     std::optional<std::string> setOn(bool isOn) override;
 
 private:
-    BoundedBus& m_bus;
+    Xfconf m_xfconf;
 };
 
 /// dunst: a property of the server, which keeps it until it ends itself.

@@ -16,8 +16,9 @@ class Log;
 /// It is asked that once; another owner of the name is another server.
 class DesktopSilencing final : public NotificationSilencing {
 public:
-    explicit DesktopSilencing(Log& log)
-        : m_log(log) {}
+    DesktopSilencing(BoundedBus& bus, Log& log)
+        : m_bus(bus)
+        , m_log(log) {}
 
     std::optional<bool> isOn() override;
     bool setOn(bool isOn) override;
@@ -28,8 +29,8 @@ private:
     QString owner();
     void report(const std::string& why);
 
+    BoundedBus& m_bus;
     Log& m_log;
-    BoundedBus m_bus;
     QString m_owner;
     std::unique_ptr<NotificationSwitch> m_switch;
     std::string m_reported; // last, and nothing has worked since

@@ -4,8 +4,7 @@
 
 namespace tavro {
 
-/// A Boolean of GSettings, for GNOME and MATE, by the tool `gsettings`: its process can be given up when the
-/// store does not answer, and a schema that is not installed ends only that one. Stays when we die.
+/// A Boolean of GSettings, for GNOME and MATE. Stays when we die.
 class SettingsNotificationSwitch final : public NotificationSwitch {
 public:
     struct Key {

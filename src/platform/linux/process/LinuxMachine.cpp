@@ -31,7 +31,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_keyboard(*m_x, m_mainQueue)
     , m_eventMonitors(m_keyboard)
     , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
-    , m_notificationSilencing(log)
+    , m_notificationSilencing(m_bus, log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())
     , m_images(helper("tavropro-heif"), log)

@@ -2,6 +2,7 @@
 
 #include "platform/linux/applications/XWorkspace.h"
 #include "platform/linux/audio/PulseAudioHardware.h"
+#include "platform/linux/bus/BoundedBus.h"
 #include "platform/linux/desktops/DesktopAppearance.h"
 #include "platform/linux/input/QtEventMonitors.h"
 #include "platform/linux/input/XHotKeyCenter.h"
@@ -69,6 +70,7 @@ private:
     const Bundle m_bundle;
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
+    BoundedBus m_bus; // one for all, so that a silent service is waited for once
     DesktopAppearance m_appearance;
     XKeyboard m_keyboard;
     QtEventMonitors m_eventMonitors;

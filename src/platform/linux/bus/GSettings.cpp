@@ -1,0 +1,84 @@
+#include "platform/linux/bus/GSettings.h"
+
+#include "platform/linux/bus/GVariantText.h"
+
+#include <QProcess>
+#include <QProcessEnvironment>
+
+#include <memory>
+#include <vector>
+
+namespace tavro {
+
+namespace {
+
+/// Ends a process that is still running, and does not wait for its end.
+struct GiveUp {
+    void operator()(QProcess* process) const {
+        if (process->state() == QProcess::NotRunning) {
+            delete process;
+            return;
+        }
+        QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+        process->kill();
+    }
+};
+
+using Tool = std::unique_ptr<QProcess, GiveUp>;
+
+Tool start(const QStringList& arguments) {
+    Tool tool(new QProcess);
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("CHARSET", "UTF-8"); // of what GLib prints; a locale's own may lack letters
+    tool->setProcessEnvironment(environment);
+    tool->start("gsettings", arguments, QIODevice::ReadOnly);
+    return tool;
+}
+
+Result<QString, std::string> finish(QProcess& tool, const QDeadlineTimer& deadline) {
+    if (!tool.waitForFinished(static_cast<int>(deadline.remainingTime())))
+        return std::string(tool.state() == QProcess::NotRunning ? "gsettings cannot be run"
+                                                                : "gsettings does not answer");
+    if (tool.exitStatus() != QProcess::NormalExit || tool.exitCode() != 0)
+        return tool.readAllStandardError().simplified().toStdString();
+    return QString::fromUtf8(tool.readAllStandardOutput());
+}
+
+/// From lines "SCHEMA KEY VALUE", among them those of the schema's children.
+QVariantMap settingsOf(const QString& schema, const QString& lines) {
+    QVariantMap settings;
+    for (const auto& line : lines.split('\n'))
+        if (line.section(' ', 0, 0) == schema)
+            settings[line.section(' ', 1, 1)] = parseGVariant(line.section(' ', 2));
+    return settings;
+}
+
+} // namespace
+
+std::map<QString, QVariantMap> GSettings::list(const QStringList& schemas) {
+    constexpr qsizetype atOnce = 8;
+    std::map<QString, QVariantMap> settings;
+    for (qsizetype next = 0; next < schemas.size() && !m_deadline.hasExpired(); next += atOnce) {
+        std::vector<std::pair<QString, Tool>> tools;
+        for (const auto& schema : schemas.mid(next, atOnce))
+            tools.emplace_back(schema, start({"list-recursively", schema}));
+        for (const auto& [schema, tool] : tools)
+            if (const auto lines = finish(*tool, m_deadline))
+                settings[schema] = settingsOf(schema.section(':', 0, 0), *lines);
+    }
+    return settings;
+}
+
+Result<QVariant, std::string> GSettings::get(const QString& schema, const QString& key) {
+    const auto value = finish(*start({"get", schema, key}), m_deadline);
+    if (!value)
+        return value.error();
+    return parseGVariant(value->trimmed());
+}
+
+std::optional<std::string> GSettings::set(const QString& schema, const QString& key, bool value) {
+    const auto done = finish(*start({"set", schema, key, value ? "true" : "false"}), m_deadline);
+    return done ? std::nullopt : std::optional(done.error());
+}
+
+} // namespace tavro
