@@ -109,7 +109,8 @@ protected:
     Journal journal;
     SimulatedLog log{journal};
     BoundedBus bus;
-    DesktopSilencing silencing{bus, log};
+    const GSettings settings;
+    DesktopSilencing silencing{bus, settings, log};
 };
 
 std::chrono::steady_clock::duration time(const std::function<void()>& call) {
@@ -214,7 +215,7 @@ TEST_F(Plasma, AnInhibitionIsHeldOnceAndGivenBack) {
 }
 
 TEST_F(Plasma, AnInhibitionEndsWithTheConnectionThatAskedForIt) {
-    auto dying = std::make_unique<DesktopSilencing>(bus, log);
+    auto dying = std::make_unique<DesktopSilencing>(bus, settings, log);
     EXPECT_TRUE(dying->setOn(true));
     plasma.methods.erase("UnInhibit"); // as when nobody is left to call it
     dying.reset();

@@ -1,7 +1,7 @@
 #include "platform/linux/applications/XWorkspace.h"
 
 #include "platform/linux/applications/XRunningApplication.h"
-#include "platform/linux/desktops/DesktopWallpaper.h"
+#include "platform/linux/desktops/Desktop.h"
 #include "platform/linux/windows/QtScreens.h"
 
 #include <QDesktopServices>
@@ -13,9 +13,10 @@
 
 namespace tavro {
 
-XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, MainQueue& queue, Log& log)
+XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, Desktop& desktop, MainQueue& queue, Log& log)
     : m_x(x)
     , m_screens(screens)
+    , m_desktop(desktop)
     , m_hidden(std::make_shared<HiddenWindows>(x, queue, log))
     , m_followingActive(queue, [this] { activeWindowChanged(); })
     , m_activations(
@@ -47,7 +48,7 @@ std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
 }
 
 std::optional<std::filesystem::path> XWorkspace::desktopImageURL(const Screen& screen) const {
-    return desktopWallpaper(m_screens.connector(screen));
+    return m_desktop.wallpaper(m_screens.connector(screen));
 }
 
 void XWorkspace::open(const std::string& url) {

@@ -5,6 +5,7 @@
 
 namespace tavro {
 
+class Desktop;
 class Log;
 class MainQueue;
 class QtScreens;
@@ -12,7 +13,7 @@ class QtScreens;
 /// Client windows grouped by application, as EWMH describes them.
 class XWorkspace final : public Workspace {
 public:
-    XWorkspace(XConnection& x, const QtScreens& screens, MainQueue& queue, Log& log);
+    XWorkspace(XConnection& x, const QtScreens& screens, Desktop& desktop, MainQueue& queue, Log& log);
     ~XWorkspace() override;
 
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
@@ -30,6 +31,7 @@ private:
 
     XConnection& m_x;
     const QtScreens& m_screens;
+    Desktop& m_desktop;
     NotificationCenter m_notificationCenter;
     std::shared_ptr<HiddenWindows> m_hidden;
     /// The last window in front that is another program's.

@@ -43,7 +43,7 @@ BusReply BoundedBus::call(const QDBusMessage& message) {
         m_connection.send(message);
         return silence(service);
     }
-    const auto reply = m_connection.call(message, QDBus::Block, milliseconds);
+    const auto reply = m_connection.call(message, QDBus::Block, static_cast<int>(m_bound.count()));
     if (reply.type() == QDBusMessage::ReplyMessage)
         return reply.arguments();
     const auto failure = failureOf(reply, service);

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSet>
 
+#include <chrono>
 #include <string>
 
 namespace tavro {
@@ -34,21 +35,25 @@ using BusReply = Result<QVariantList, BusFailure>;
 /// something.
 class BoundedBus final : public QObject {
 public:
-    static constexpr int milliseconds = 500;
+    static constexpr std::chrono::milliseconds standardBound{500};
 
-    explicit BoundedBus(QDBusConnection connection = QDBusConnection::sessionBus())
-        : m_connection(std::move(connection)) {}
+    explicit BoundedBus(QDBusConnection connection = QDBusConnection::sessionBus(),
+                        std::chrono::milliseconds bound = standardBound)
+        : m_connection(std::move(connection))
+        , m_bound(bound) {}
 
     BusReply call(const QDBusMessage& message);
     BusReply call(const QString& service, const QString& path, const QString& interface,
                   const QString& method, const QVariantList& arguments = {});
 
     bool waitsFor(const QString& service) const { return !m_silent.contains(service); }
+    std::chrono::milliseconds bound() const { return m_bound; }
 
 private:
     void stopWaitingFor(const QString& service);
 
     QDBusConnection m_connection;
+    const std::chrono::milliseconds m_bound;
     QSet<QString> m_silent;
 };
 

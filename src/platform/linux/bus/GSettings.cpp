@@ -55,29 +55,29 @@ QVariantMap settingsOf(const QString& schema, const QString& lines) {
 
 } // namespace
 
-std::map<QString, QVariantMap> GSettings::list(const QStringList& schemas) {
+GSettings::Settings GSettings::list(const QStringList& schemas, const QDeadlineTimer& deadline) const {
     constexpr qsizetype atOnce = 8;
-    std::map<QString, QVariantMap> settings;
-    for (qsizetype next = 0; next < schemas.size() && !m_deadline.hasExpired(); next += atOnce) {
+    Settings settings;
+    for (qsizetype next = 0; next < schemas.size() && !deadline.hasExpired(); next += atOnce) {
         std::vector<std::pair<QString, Tool>> tools;
         for (const auto& schema : schemas.mid(next, atOnce))
             tools.emplace_back(schema, start({"list-recursively", schema}));
         for (const auto& [schema, tool] : tools)
-            if (const auto lines = finish(*tool, m_deadline))
+            if (const auto lines = finish(*tool, deadline))
                 settings[schema] = settingsOf(schema.section(':', 0, 0), *lines);
     }
     return settings;
 }
 
-Result<QVariant, std::string> GSettings::get(const QString& schema, const QString& key) {
-    const auto value = finish(*start({"get", schema, key}), m_deadline);
+Result<QVariant, std::string> GSettings::get(const QString& schema, const QString& key) const {
+    const auto value = finish(*start({"get", schema, key}), deadline());
     if (!value)
         return value.error();
     return parseGVariant(value->trimmed());
 }
 
-std::optional<std::string> GSettings::set(const QString& schema, const QString& key, bool value) {
-    const auto done = finish(*start({"set", schema, key, value ? "true" : "false"}), m_deadline);
+std::optional<std::string> GSettings::set(const QString& schema, const QString& key, bool value) const {
+    const auto done = finish(*start({"set", schema, key, value ? "true" : "false"}), deadline());
     return done ? std::nullopt : std::optional(done.error());
 }
 

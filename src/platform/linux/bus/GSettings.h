@@ -6,30 +6,39 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
 
 namespace tavro {
 
-/// One question to GSettings, through the tool `gsettings`: a process can be given up when the store does not
-/// answer, and a schema that is not installed ends only that one, where the library would end ours. All that
-/// one object is asked holds up the main thread for one bound; make another for the next question.
+/// GSettings, through the tool `gsettings`: a process can be given up when the store does not answer, and a
+/// schema that is not installed ends only that one, where the library would end ours. A question holds up the
+/// main thread for a bounded time.
 ///
 /// Values are what `parseGVariant` makes of them. Failures are one line that says why.
 class GSettings {
 public:
-    static constexpr int milliseconds = 500;
+    static constexpr std::chrono::milliseconds standardBound{500};
+    /// By the schema and the key.
+    using Settings = std::map<QString, QVariantMap>;
 
-    /// The settings by their keys, for each schema; "SCHEMA:PATH" names one that has no path of its own. What
-    /// is not installed, or not told in time, is absent.
-    std::map<QString, QVariantMap> list(const QStringList& schemas);
-    Result<QVariant, std::string> get(const QString& schema, const QString& key);
+    explicit GSettings(std::chrono::milliseconds bound = standardBound)
+        : m_bound(bound) {}
+
+    /// All of each schema; "SCHEMA:PATH" names one that has no path of its own. What is not installed, or not
+    /// told in time, is absent.
+    Settings list(const QStringList& schemas, const QDeadlineTimer& deadline) const;
+    Settings list(const QStringList& schemas) const { return list(schemas, deadline()); }
+    Result<QVariant, std::string> get(const QString& schema, const QString& key) const;
     /// None on success.
-    std::optional<std::string> set(const QString& schema, const QString& key, bool value);
+    std::optional<std::string> set(const QString& schema, const QString& key, bool value) const;
+    /// The end of a question that begins now, for one of several parts.
+    QDeadlineTimer deadline() const { return QDeadlineTimer(m_bound); }
 
 private:
-    QDeadlineTimer m_deadline{milliseconds};
+    const std::chrono::milliseconds m_bound;
 };
 
 } // namespace tavro

@@ -11,13 +11,14 @@
 
 namespace tavro {
 
+class Desktop;
 class Log;
 
 /// Hot keys as passive grabs on the root window: of the key at its place, with Super for Command and Alt for
 /// Option.
 class XHotKeyCenter final : public HotKeyCenter {
 public:
-    XHotKeyCenter(XConnection& x, XKeyboard& keyboard, MainQueue& queue, Log& log);
+    XHotKeyCenter(XConnection& x, XKeyboard& keyboard, Desktop& desktop, MainQueue& queue, Log& log);
 
     EventTargetRef getEventDispatcherTarget() override;
     OSStatus installEventHandler(EventTargetRef target, EventHandler handler,
@@ -56,6 +57,7 @@ private:
 
     XConnection& m_x;
     XKeyboard& m_keyboard;
+    Desktop& m_desktop;
     MainQueue& m_queue;
     Log& m_log;
     XKeyboard::Modifiers m_takenWith;

@@ -14,24 +14,24 @@ namespace {
 constexpr auto service = "org.freedesktop.Notifications";
 
 template <class Switch>
-std::unique_ptr<NotificationSwitch> onBus(BoundedBus& bus) {
+std::unique_ptr<NotificationSwitch> onBus(BoundedBus& bus, const GSettings&) {
     return std::make_unique<Switch>(bus);
 }
 
-std::unique_ptr<NotificationSwitch> gnome(BoundedBus&) {
+std::unique_ptr<NotificationSwitch> gnome(BoundedBus&, const GSettings& settings) {
     return std::make_unique<SettingsNotificationSwitch>(
-        SettingsNotificationSwitch::Key{"org.gnome.desktop.notifications", "show-banners", false});
+        settings, SettingsNotificationSwitch::Key{"org.gnome.desktop.notifications", "show-banners", false});
 }
 
-std::unique_ptr<NotificationSwitch> mate(BoundedBus&) {
+std::unique_ptr<NotificationSwitch> mate(BoundedBus&, const GSettings& settings) {
     return std::make_unique<SettingsNotificationSwitch>(
-        SettingsNotificationSwitch::Key{"org.mate.NotificationDaemon", "do-not-disturb", true});
+        settings, SettingsNotificationSwitch::Key{"org.mate.NotificationDaemon", "do-not-disturb", true});
 }
 
 struct Server {
     const char* name;
     const char* vendor; // empty where the name says it
-    std::unique_ptr<NotificationSwitch> (*make)(BoundedBus&);
+    std::unique_ptr<NotificationSwitch> (*make)(BoundedBus&, const GSettings&);
 };
 
 constexpr Server servers[] = {
@@ -96,7 +96,7 @@ Result<std::unique_ptr<NotificationSwitch>, std::string> DesktopSilencing::ident
     const auto vendor = reply->value(1).toString();
     for (const auto& server : servers)
         if (name == server.name && (vendor == server.vendor || !*server.vendor))
-            return server.make(m_bus);
+            return server.make(m_bus, m_settings);
     return "the notification server \"" + name.simplified().toStdString() +
            "\" has no switch that is known here";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/bus/BoundedBus.h"
+#include "platform/linux/bus/GSettings.h"
 #include "platform/linux/notifications/NotificationSwitch.h"
 #include "platform/notifications/NotificationSilencing.h"
 
@@ -16,8 +17,9 @@ class Log;
 /// It is asked that once; another owner of the name is another server.
 class DesktopSilencing final : public NotificationSilencing {
 public:
-    DesktopSilencing(BoundedBus& bus, Log& log)
+    DesktopSilencing(BoundedBus& bus, const GSettings& settings, Log& log)
         : m_bus(bus)
+        , m_settings(settings)
         , m_log(log) {}
 
     std::optional<bool> isOn() override;
@@ -30,6 +32,7 @@ private:
     void report(const std::string& why);
 
     BoundedBus& m_bus;
+    const GSettings& m_settings;
     Log& m_log;
     QString m_owner;
     std::unique_ptr<NotificationSwitch> m_switch;

@@ -15,8 +15,8 @@ constexpr auto connectionName = "tavropro-inhibition";
 /// A connection, and the inhibition that was asked for on it.
 class PlasmaInhibition::Held {
 public:
-    Held()
-        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)) {}
+    explicit Held(std::chrono::milliseconds bound)
+        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName), bound) {}
     Held(const Held&) = delete;
     Held& operator=(const Held&) = delete;
     ~Held() { QDBusConnection::disconnectFromBus(connectionName); }
@@ -72,7 +72,7 @@ std::optional<std::string> PlasmaInhibition::setOn(bool isOn) {
 std::optional<std::string> PlasmaInhibition::inhibit() {
     if (!m_bus.waitsFor(service))
         return isOn().error();
-    auto held = std::make_unique<Held>();
+    auto held = std::make_unique<Held>(m_bus.bound());
     const auto failure = held->inhibit();
     if (!failure || failure->kind == BusFailure::Kind::silent) // then it may come later
         m_held = std::move(held);

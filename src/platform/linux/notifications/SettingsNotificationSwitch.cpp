@@ -1,18 +1,16 @@
 #include "platform/linux/notifications/SettingsNotificationSwitch.h"
 
-#include "platform/linux/bus/GSettings.h"
-
 namespace tavro {
 
 Result<bool, std::string> SettingsNotificationSwitch::isOn() {
-    const auto value = GSettings().get(m_key.schema, m_key.name);
+    const auto value = m_settings.get(m_key.schema, m_key.name);
     if (!value)
         return value.error();
     return value->toBool() == m_key.valueWhenOn;
 }
 
 std::optional<std::string> SettingsNotificationSwitch::setOn(bool isOn) {
-    return GSettings().set(m_key.schema, m_key.name, isOn == m_key.valueWhenOn);
+    return m_settings.set(m_key.schema, m_key.name, isOn == m_key.valueWhenOn);
 }
 
 } // namespace tavro

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/bus/GSettings.h"
 #include "platform/linux/notifications/NotificationSwitch.h"
 
 namespace tavro {
@@ -13,12 +14,14 @@ public:
         bool valueWhenOn;
     };
 
-    explicit SettingsNotificationSwitch(Key key)
-        : m_key(key) {}
+    SettingsNotificationSwitch(const GSettings& settings, Key key)
+        : m_settings(settings)
+        , m_key(key) {}
     Result<bool, std::string> isOn() override;
     std::optional<std::string> setOn(bool isOn) override;
 
 private:
+    const GSettings& m_settings;
     Key m_key;
 };
 

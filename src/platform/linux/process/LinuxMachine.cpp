@@ -27,11 +27,12 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_log(log)
     , m_bundle{"com.vantrelo.TavroPRO", {{"CFBundleShortVersionString", TAVRO_VERSION}}}
     , m_audioHardware(m_mainQueue, log)
+    , m_desktop(runningDesktop(m_bus, m_settings))
     , m_appearance(*m_x)
     , m_keyboard(*m_x, m_mainQueue)
     , m_eventMonitors(m_keyboard)
-    , m_hotKeyCenter(*m_x, m_keyboard, m_mainQueue, log)
-    , m_notificationSilencing(m_bus, log)
+    , m_hotKeyCenter(*m_x, m_keyboard, *m_desktop, m_mainQueue, log)
+    , m_notificationSilencing(m_bus, m_settings, log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())
     , m_images(helper("tavropro-heif"), log)
@@ -39,7 +40,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_urlSession(makeURLSession(log))
     , m_windowList(*m_x)
     , m_windowServer(*m_x, std::move(views))
-    , m_workspace(*m_x, m_screens, m_mainQueue, log)
+    , m_workspace(*m_x, m_screens, *m_desktop, m_mainQueue, log)
     , m_application(signals,
                     [this] {
                         m_workspace.finish();

@@ -3,7 +3,9 @@
 #include "platform/linux/applications/XWorkspace.h"
 #include "platform/linux/audio/PulseAudioHardware.h"
 #include "platform/linux/bus/BoundedBus.h"
+#include "platform/linux/bus/GSettings.h"
 #include "platform/linux/desktops/DesktopAppearance.h"
+#include "platform/linux/desktops/RunningDesktop.h"
 #include "platform/linux/input/QtEventMonitors.h"
 #include "platform/linux/input/XHotKeyCenter.h"
 #include "platform/linux/input/XKeyboard.h"
@@ -70,7 +72,9 @@ private:
     const Bundle m_bundle;
     QtMainQueue m_mainQueue;
     PulseAudioHardware m_audioHardware; // early, so that the server answers while the rest starts
-    BoundedBus m_bus; // one for all, so that a silent service is waited for once
+    BoundedBus m_bus;                   // one for all, so that a silent service is waited for once
+    const GSettings m_settings;
+    const std::unique_ptr<Desktop> m_desktop;
     DesktopAppearance m_appearance;
     XKeyboard m_keyboard;
     QtEventMonitors m_eventMonitors;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <QVariantMap>
 #include <xkbcommon/xkbcommon.h>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -20,11 +22,10 @@ struct DesktopShortcut {
 /// In the writing of XFCE, GNOME and MATE: "<Primary><Alt>Delete". None for what cannot be read, or takes a
 /// modifier that hot keys do not have.
 std::optional<DesktopShortcut> parseAccelerator(const QString& text);
+/// Those of every text, and every list of texts, among settings by schema and key.
+std::vector<DesktopShortcut> parseAccelerators(const std::map<QString, QVariantMap>& settings);
+
 /// In the writing of KDE: "Ctrl+Alt+Del".
 std::optional<DesktopShortcut> parseKeySequence(const QString& text);
-
-/// What the running desktop uses itself, by its settings of this moment. Entries that cannot be read are left
-/// out.
-std::vector<DesktopShortcut> desktopShortcuts();
 
 } // namespace tavro

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/linux/bus/Xfconf.h"
+#include "platform/linux/desktops/Desktop.h"
+
+namespace tavro {
+
+/// XFCE: xfconf, over the bus.
+class Xfce final : public Desktop {
+public:
+    explicit Xfce(BoundedBus& bus)
+        : m_xfconf(bus) {}
+    std::optional<std::filesystem::path> wallpaper(const std::string& connector) override;
+    std::vector<DesktopShortcut> shortcuts() override;
+
+private:
+    Xfconf m_xfconf;
+};
+
+} // namespace tavro
