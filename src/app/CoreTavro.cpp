@@ -58,6 +58,7 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
 
 void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
     Process::current().machine().log().print("Turn Off --------------");
+    HideApps::stopHiding(); // also where its option was switched off meanwhile
     for (const auto& option : options) {
         if (option.id == "hideApps" && option.isOn)
             HideApps::showAll();

@@ -1,5 +1,6 @@
 #include "app/HideApps.h"
 
+#include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
@@ -36,6 +37,10 @@ void HideApps::hideOthers() {
     for (const auto& application : applications)
         if (!lastActiveApp() || !application->isEqual(*lastActiveApp()))
             application->hide();
+}
+
+void HideApps::stopHiding() {
+    workspace().stopHiding();
 }
 
 void HideApps::showAll() {

@@ -15,6 +15,8 @@ public:
     static void rememberFrontmost();
     /// Without an application in front, all are asked to hide.
     static void hideOthers();
+    /// Hides nothing more of the others; what is hidden stays so.
+    static void stopHiding();
     /// Shows all, then brings the application that is in front now back to the front.
     static void showAll();
 

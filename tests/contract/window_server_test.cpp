@@ -1,5 +1,6 @@
 #include "Rig.h"
 
+#include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"
 #include "platform/windows/WindowList.h"
 #include "platform/windows/WindowServer.h"

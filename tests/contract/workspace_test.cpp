@@ -1,6 +1,9 @@
 #include "Rig.h"
 
+#include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"
+#include "platform/process/Application.h"
+#include "platform/windows/WindowServer.h"
 
 #include <algorithm>
 
@@ -118,6 +121,29 @@ TEST_F(WorkspaceContract, UnhidingLeavesWindowsAloneThatNobodyHid) {
     ASSERT_TRUE(shows({}));
     editor->unhide();
     EXPECT_TRUE(shows({"letter"}));
+}
+
+TEST_F(WorkspaceContract, AnOrdinaryWindowOfThisProgramCountsLikeAnyOther) {
+    const auto editor = open("Tavro-Editor", "notes");
+    ASSERT_TRUE(editor);
+    const auto window = machine().windowServer().createWindow(
+        place, WindowStyleMask::titled | WindowStyleMask::closable, BackingStore::buffered, false, {});
+    const auto isShown = [&] { return rig->shownFrame(WindowNumber(window->windowNumber())).has_value(); };
+    window->makeKeyAndOrderFront();
+    machine().application().activate(true);
+    const auto self = frontmostOtherThan(editor);
+    ASSERT_TRUE(self);
+    editor->hide();
+    EXPECT_TRUE(shows({}));
+    EXPECT_TRUE(isShown());
+    editor->unhide();
+    editor->activate(ApplicationActivationOption::ignoringOtherApps);
+    EXPECT_TRUE(isFrontmost(editor));
+    self->hide();
+    EXPECT_TRUE(waitUntil([&] { return !isShown(); }));
+    self->unhide();
+    EXPECT_TRUE(waitUntil(isShown));
+    window->close();
 }
 
 TEST_F(WorkspaceContract, RequestsToAnApplicationThatHasGoneAreIgnored) {

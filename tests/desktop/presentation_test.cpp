@@ -39,6 +39,11 @@ protected:
         EXPECT_THAT(places, testing::UnorderedElementsAreArray(server.screens()));
     }
 
+    void arriveAt(std::uint32_t workspace) {
+        server.switchWorkspace(workspace);
+        ASSERT_TRUE(server.eventually("the arrival", [&] { return server.workspace() == workspace; }));
+    }
+
     /// On and off with windows of three applications, bottom to top. The last one's application is the one
     /// that stays; a small letter stands for a window that the user has minimised.
     void toggleWith(const std::string& arrangement, TavroProcess& tavro) {
@@ -186,7 +191,7 @@ TEST_F(Presentation, CoversStayWhateverIsDoneToTheDesktop) {
 }
 
 TEST_F(Presentation, TurningOffBringsBackTheStackingOrderAndTheFocus) {
-    for (const auto* arrangement : {"AB", "BAB", "ABAB", "BAABCBA", "AbCBA", "aBCcBA", "BbA"}) {
+    for (const auto* arrangement : {"ABAB", "BAABCBA", "aBCcBA"}) {
         SCOPED_TRACE(arrangement);
         auto tavro = launch();
         toggleWith(arrangement, *tavro);
@@ -208,6 +213,9 @@ TEST_F(Presentation, AWindowTheUserBringsBackIsTheUsersAgain) {
     server.activate(window);
     ASSERT_TRUE(server.eventually("the window without a mark",
                                   [&] { return !server.isMinimised(window) && !isMarked(window); }));
+    for (const std::uint32_t workspace : {1u, 0u})
+        arriveAt(workspace);
+    EXPECT_FALSE(server.isMinimised(window)) << "hidden again on return";
     server.minimise(window);
     server.activate(front);
     ASSERT_TRUE(
@@ -243,27 +251,23 @@ TEST_F(Presentation, WindowsOfAnotherWorkspaceAreHiddenAndRestoredOnArrival) {
         EXPECT_FALSE(isMarked(window)) << "touched while on another workspace";
         EXPECT_EQ(server.workspace(), 0u);
 
-        const auto arrive = [&](std::uint32_t workspace) {
-            server.switchWorkspace(workspace);
-            ASSERT_TRUE(server.eventually("the arrival", [&] { return server.workspace() == workspace; }));
-        };
-        arrive(1);
+        arriveAt(1);
         EXPECT_TRUE(server.eventually("the window hidden on arrival",
                                       [&] { return isMarked(window) && server.isMinimised(window); }));
         EXPECT_TRUE(everyScreenIsCovered());
         if (!turnsOffThere)
-            arrive(0);
+            arriveAt(0);
         toggle(*tavro);
         if (!turnsOffThere) {
             EXPECT_TRUE(isMarked(window)) << "restored while on another workspace";
-            arrive(1);
+            arriveAt(1);
         }
         EXPECT_TRUE(server.eventually("the window back in its place", [&] {
             return server.isViewable(window) && !server.isMinimised(window);
         }));
         EXPECT_EQ(server.values(window, "_NET_WM_DESKTOP"), std::vector{1u});
         EXPECT_EQ(server.workspace(), 1u);
-        arrive(0);
+        arriveAt(0);
         elsewhere.destroy(window);
         // Who has the focus on arrival is the window manager's choice, and may change until all have come
         // back.
@@ -274,4 +278,35 @@ TEST_F(Presentation, WindowsOfAnotherWorkspaceAreHiddenAndRestoredOnArrival) {
         }));
         quit(tavro);
     }
+}
+
+TEST_F(Presentation, TheEndOnAnotherWorkspaceBringsTheWindowsBackWhereTheyWere) {
+    const auto windows = server.applicationWindows();
+    auto tavro = launch();
+    toggle(*tavro);
+    ASSERT_TRUE(server.eventually("the others hidden", [&] { return areMinimised(windowsBesides("Chat")); }));
+    arriveAt(1);
+    quit(tavro);
+    EXPECT_EQ(server.workspace(), 1u);
+    for (const auto window : windows) {
+        EXPECT_FALSE(server.isMinimised(window));
+        EXPECT_EQ(server.values(window, "_NET_WM_DESKTOP"), std::vector{0u});
+    }
+}
+
+TEST_F(Presentation, PreferencesInFrontStayAndComeBackToTheFront) {
+    const auto windows = server.applicationWindows();
+    auto tavro = launch();
+    openPreferences();
+    ASSERT_TRUE(server.eventually("the preferences in front",
+                                  [&] { return std::ranges::count(windows, server.active()) == 0; }));
+    const auto preferences = server.active();
+    toggle(*tavro);
+    EXPECT_TRUE(server.eventually("all others hidden", [&] { return areMinimised(windows); }));
+    EXPECT_FALSE(server.isMinimised(preferences));
+    toggle(*tavro);
+    auto stacking = windows;
+    stacking.push_back(preferences);
+    EXPECT_TRUE(isRestored(stacking, preferences));
+    quit(tavro);
 }

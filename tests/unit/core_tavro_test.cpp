@@ -165,12 +165,14 @@ TEST_F(CoreTavroTest, OptionsThatChangeMeanwhileCountAsTheyAreAtTheEnd) {
         journalOfSwitch();
         EXPECT_EQ(HideDesktop::shared().managedWindows.size(), coversWhileOn);
         EXPECT_EQ(isVisible(editor), isVisibleWhileOn);
+        EXPECT_EQ(mac.workspace().isHiding(), !isVisibleWhileOn);
         settings.setOptionIsOn(index, !before);
         if (isVisibleWhileOn)
             mac.workspace().userHides(owner(editor));
         journalOfSwitch();
         EXPECT_TRUE(HideDesktop::shared().managedWindows.empty());
         EXPECT_EQ(isVisible(editor), isVisibleAfter);
+        EXPECT_FALSE(mac.workspace().isHiding());
     }
 }
 

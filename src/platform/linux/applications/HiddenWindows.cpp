@@ -1,242 +1,261 @@
 #include "platform/linux/applications/HiddenWindows.h"
 
-#include "platform/process/Log.h"
-#include "platform/process/MainQueue.h"
-
 #include <algorithm>
 
 namespace tavro {
 
 namespace {
-constexpr std::uint32_t iconicState = 3; // ICCCM, WM_CHANGE_STATE
-constexpr std::uint32_t fromPager = 2; // EWMH, source indication: the only one that all window managers obey
-constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{10}, margin{50};
+constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{10};
 } // namespace
 
-HiddenWindows::HiddenWindows(XConnection& x, MainQueue& queue, Log& log)
-    : m_x(x)
-    , m_queue(queue)
-    , m_log(log)
-    , m_restoring(queue, [this] { restoreMarked(); })
-    , m_keepingInFront(queue, [this] { keepInFront(); })
-    , m_followingStates(queue, [this] { followStates(); })
-    , m_workspace(x.value(x.request(x.root(), x.atoms().netCurrentDesktop)).value_or(0))
-    , m_events{
-          x.on(XEvents::destroyNotify, [this](const auto& event) { m_minimised.erase(event.window); }),
-          x.on(XEvents::propertyNotify, [this](const auto& event) { stateChanged(event); }),
-          x.onPropertyChange(x.root(), x.atoms().netCurrentDesktop, [this] { arrived(); }),
-          x.onPropertyChange(x.root(), x.atoms().netActiveWindow,
-                             [this] {
-                                 if (isSettling())
-                                     m_keepingInFront.schedule();
-                             }),
-      } {}
-
-std::shared_ptr<const ClientList> HiddenWindows::readClients() {
-    if (!m_clients)
-        m_queue.async([this] { m_clients.reset(); });
-    m_clients = std::make_shared<const ClientList>(ClientList::read(m_x));
-    return m_clients;
-}
-
-std::shared_ptr<const ClientList> HiddenWindows::clients() {
-    return m_clients ? m_clients : readClients();
-}
-
-void HiddenWindows::hide(const std::string& application) {
-    const auto list = clients();
+void HiddenWindows::hide(const std::string& application, const ClientList& list, Time now) {
+    if (!std::exchange(m_isHiding, true)) {
+        m_stacking.clear();
+        std::ranges::transform(list.windows, std::back_inserter(m_stacking), &ClientWindow::id);
+    }
     m_broughtBack.clear();
-    if (m_hiddenApplications.empty()) {
-        m_stackingAtHide.clear();
-        std::ranges::transform(list->windows, std::back_inserter(m_stackingAtHide), &ClientWindow::id);
-    }
-    m_hiddenApplications.insert(application);
-    m_unhiddenApplications.erase(application);
-    std::uint32_t place = 0;
-    for (const auto& window : list->windows) {
-        const bool isVisible = list->isOnCurrentWorkspace(window) && !window.isMinimised;
-        if (window.application == application && window.isApplicationWindow && isVisible)
-            minimise(window, place);
-        ++place;
-    }
-    m_x.flush();
+    m_unhidden.erase(application);
+    for (const auto& window : list.windows)
+        if (window.application == application && window.isApplicationWindow)
+            hide(window, list, now);
 }
 
-void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t place) {
-    if (!window.canMinimise) {
-        m_log.diagnose("A window of \"" + window.application + "\" cannot be minimised and stays");
+void HiddenWindows::hide(const ClientWindow& window, const ClientList& list, Time now) {
+    auto* entry = find(window.id);
+    if (entry && entry->isHidden() && (window.isMinimised || entry->unseen > 0)) {
+        entry->stage = Stage::hidden;
         return;
     }
-    watch(window.id, true);
+    // The list still says minimised of one that we have just asked back.
+    const bool returns = entry && entry->stage == Stage::returning && now < entry->returnsUntil;
+    if (!returns)
+        forget(window.id);
+    if (window.isMinimised && !returns)
+        return;
+    if (list.isOnCurrentWorkspace(window))
+        minimise(window, list.moment);
+    else
+        follow(window, list.moment, Stage::due).unseen = 0;
+}
+
+void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t moment) {
+    if (!window.canMinimise) {
+        m_complaints.push_back("A window of \"" + window.application + "\" cannot be minimised and stays");
+        return forget(window.id);
+    }
+    auto& entry = follow(window, moment, Stage::hidden);
+    ++entry.unseen;
     // The mark first: from here on a crash cannot lose the window.
-    xcb_change_property(m_x.raw(), XCB_PROP_MODE_REPLACE, window.id, m_x.atoms().tavroHidden,
-                        XCB_ATOM_CARDINAL, 32, 1, &place);
-    m_x.tellWindowManager(window.id, m_x.atoms().wmChangeState, {iconicState});
-    m_minimised.emplace(window.id, false);
+    send(What::mark, window.id, place(window.id));
+    send(What::minimise, window.id);
 }
 
 void HiddenWindows::unhide(const std::string& application) {
-    m_hiddenApplications.erase(application);
-    m_unhiddenApplications.insert(application);
-    m_restoring.schedule();
+    m_unhidden.insert(application);
+}
+
+void HiddenWindows::stopHiding() {
+    m_isHiding = false;
+    const auto entries = m_entries;
+    for (const auto& [window, entry] : entries)
+        if (entry.stage == Stage::due)
+            forget(window);
 }
 
 // Activation raises: done from the bottom to the top it gives the former stacking order. The windows that
 // stayed are raised in their turn, or those that come back would all end above them.
-void HiddenWindows::restoreMarked() {
-    const auto list = readClients();
-    m_workspace = list->currentWorkspace; // the user may have moved before the notice of it arrives
+void HiddenWindows::restore(const ClientList& list, Time now) {
+    m_workspace = list.currentWorkspace; // the user may have moved before the notice of it arrives
     std::multimap<std::uint32_t, const ClientWindow*> byPlace;
-    bool anyMarked = false;
-    for (const auto& window : list->windows) {
-        const auto known = std::ranges::find(m_stackingAtHide, window.id);
-        if (!list->isOnCurrentWorkspace(window) || (!window.hiddenMark && known == m_stackingAtHide.end()))
-            continue;
-        const auto place = static_cast<std::uint32_t>(known - m_stackingAtHide.begin());
-        byPlace.emplace(window.hiddenMark.value_or(place), &window);
-        anyMarked = anyMarked || window.hiddenMark;
+    bool anyComesBack = false;
+    for (const auto& window : list.windows) {
+        const auto* entry = find(window.id);
+        const bool isUnhidden = m_unhidden.contains(window.application);
+        const bool isHidden = entry ? entry->isHidden() : window.hiddenMark.has_value();
+        const bool comesBack = isHidden && (isUnhidden || (entry && entry->stage == Stage::waiting));
+        const bool isHere = list.isOnCurrentWorkspace(window);
+        if (entry && entry->stage == Stage::due && isUnhidden)
+            forget(window.id);
+        else if (comesBack && !isHere)
+            follow(window, list.moment, Stage::waiting);
+        else if (isHere && (comesBack || (!isHidden && std::ranges::count(m_stacking, window.id) > 0)))
+            byPlace.emplace(window.hiddenMark ? *window.hiddenMark : place(window.id), &window);
+        anyComesBack |= comesBack && isHere;
     }
-    if (!anyMarked)
-        return;
-    for (const auto& [place, window] : byPlace) {
-        if (window->hiddenMark)
-            restore(*window);
-        else
-            raise(*window);
-    }
-    m_x.flush();
+    m_unhidden.clear();
+    if (anyComesBack)
+        putInOrder(byPlace, list.moment, now);
+    m_isHiding = m_isHiding && std::ranges::any_of(m_entries, [](const auto& entry) {
+                     return entry.second.stage == Stage::due || entry.second.stage == Stage::hidden;
+                 });
 }
 
-void HiddenWindows::restore(const ClientWindow& window) {
-    if (!m_unhiddenApplications.contains(window.application))
-        return;
+void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace,
+                               std::uint32_t moment, Time now) {
+    for (const auto& [place, window] : byPlace) {
+        const auto* entry = find(window->id);
+        if (entry ? entry->isHidden() : window->hiddenMark.has_value())
+            bringBack(*window, moment, now);
+        else if (window->isApplicationWindow && !window->isMinimised)
+            send(What::raise, window->id);
+    }
+}
+
+void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment, Time now) {
+    const auto* known = find(window.id);
     // One that this process has just asked to minimise may not be so yet; of one that a process before has
     // marked only the state tells whether the user has brought it back meanwhile.
-    const bool isOurs = window.isMinimised || m_minimised.contains(window.id);
-    removeMark(window.id);
+    const bool isOurs = window.isMinimised || (known && known->unseen > 0);
+    send(What::unmark, window.id);
     if (!isOurs)
-        return;
-    activate(window.id);
+        return forget(window.id);
     m_broughtBack.insert(window.id);
     m_lastBroughtBack = window.id;
+    auto& entry = follow(window, moment, Stage::returning);
+    ++entry.unseen;
+    entry.returnsUntil = now + settlingTime();
+    send(What::activate, window.id);
 }
 
-void HiddenWindows::raise(const ClientWindow& window) const {
-    if (!window.isApplicationWindow || window.isMinimised)
-        return;
-    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-    xcb_configure_window(m_x.raw(), window.id, XCB_CONFIG_WINDOW_STACK_MODE, &above);
-}
-
-void HiddenWindows::bringToFront(xcb_window_t window) {
-    restore();
+void HiddenWindows::bringToFront(xcb_window_t window, Time now) {
     m_front = window;
-    const auto settling = longestSettling + settlingOfEach * m_broughtBack.size();
-    m_settlingEnds = std::chrono::steady_clock::now() + settling;
-    activate(window);
-    for (const auto delay : {settling / 5, settling / 2, settling - margin})
-        m_queue.asyncAfter(delay, [weak = weak_from_this()] {
-            if (const auto self = weak.lock())
-                self->keepInFront();
-        });
+    m_settlingEnds = now + settlingTime();
+    send(What::activate, window);
+}
+
+xcb_window_t HiddenWindows::front(xcb_window_t active, Time now) const {
+    return isSettling(now) && m_broughtBack.contains(active) ? m_front : active;
+}
+
+void HiddenWindows::settled(Time now) {
+    const auto entries = m_entries;
+    for (const auto& [window, entry] : entries)
+        if (entry.stage == Stage::returning && now >= entry.returnsUntil)
+            forget(window);
+}
+
+HiddenWindows::Duration HiddenWindows::settlingTime() const {
+    return longestSettling + settlingOfEach * m_broughtBack.size();
+}
+
+void HiddenWindows::bringBackInPlace(What way, const ClientList& list) {
+    for (const auto& window : list.windows)
+        if (const auto* entry = find(window.id); entry && entry->stage == Stage::waiting)
+            send(way, window.id);
+}
+
+bool HiddenWindows::haveReturned(const ClientList& list) {
+    bool allHave = true;
+    for (const auto& window : list.windows) {
+        const auto* entry = find(window.id);
+        if (!entry || entry->stage != Stage::waiting)
+            continue;
+        if (window.isMinimised) {
+            allHave = false;
+            continue;
+        }
+        if (window.workspace != entry->workspace)
+            send(What::moveTo, window.id, entry->workspace);
+        send(What::unmark, window.id);
+        forget(window.id);
+    }
+    return allHave;
+}
+
+void HiddenWindows::arrived(const ClientList& list, Time now) {
+    if (std::exchange(m_workspace, list.currentWorkspace) == list.currentWorkspace)
+        return;
+    bool anyWaits = false;
+    for (const auto& window : list.windows) {
+        const auto* entry = find(window.id);
+        if (!entry || !list.isOnCurrentWorkspace(window))
+            continue;
+        anyWaits |= entry->stage == Stage::waiting;
+        if (entry->stage != Stage::due)
+            continue;
+        if (window.isMinimised || window.workspace != entry->workspace)
+            forget(window.id); // the user has put it away, or brought it along
+        else
+            minimise(window, list.moment);
+    }
+    if (!anyWaits)
+        return;
+    restore(list, now);
+    if (const auto* active = list.find(list.active); active && active->isApplicationWindow)
+        bringToFront(active->id, now);
 }
 
 // A window manager that learns of a change of focus later than it was asked for takes the window in front for
 // the one that has it still, and leaves the focus where it was last. So the request is made again as long as
 // one of those brought back has the focus, until the uppermost of them has had it and the front window has it
 // again.
-void HiddenWindows::keepInFront() {
-    if (!isSettling())
+void HiddenWindows::activeIs(xcb_window_t window, Time now) {
+    if (!isSettling(now))
         return;
-    const auto active = activeWindow();
-    if (active == m_lastBroughtBack)
+    if (window == m_lastBroughtBack)
         m_lastBroughtBack = XCB_NONE;
-    if (m_broughtBack.contains(active))
-        activate(m_front);
-    else if (active == m_front && m_lastBroughtBack == XCB_NONE)
+    if (m_broughtBack.contains(window))
+        send(What::activate, m_front);
+    else if (window == m_front && m_lastBroughtBack == XCB_NONE)
         m_broughtBack.clear();
 }
 
-xcb_window_t HiddenWindows::activeWindow() const {
-    return m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
-}
-
-bool HiddenWindows::isSettling() const {
-    return !m_broughtBack.empty() && std::chrono::steady_clock::now() < m_settlingEnds;
-}
-
-void HiddenWindows::settle() {
-    for (keepInFront(); isSettling(); keepInFront())
-        m_x.waitForEvents(margin);
-    m_broughtBack.clear();
-}
-
-void HiddenWindows::activate(xcb_window_t window) const {
-    m_x.tellWindowManager(window, m_x.atoms().netActiveWindow, {fromPager, XCB_CURRENT_TIME, XCB_NONE});
-    xcb_flush(m_x.raw());
-}
-
-void HiddenWindows::removeMark(xcb_window_t window) {
-    watch(window, false);
-    xcb_delete_property(m_x.raw(), window, m_x.atoms().tavroHidden);
-    m_minimised.erase(window);
-}
-
-void HiddenWindows::watch(xcb_window_t window, bool changes) const {
-    const std::uint32_t mask =
-        changes ? XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
-    xcb_change_window_attributes(m_x.raw(), window, XCB_CW_EVENT_MASK, &mask);
-}
-
-void HiddenWindows::stateChanged(const xcb_property_notify_event_t& event) {
-    if (event.atom != m_x.atoms().netWmState || !m_minimised.contains(event.window))
-        return;
-    m_changedStates.insert(event.window);
-    m_followingStates.schedule();
-}
-
-/// Follows the hidden windows, so that one that the user has brought back meanwhile is the user's again.
-void HiddenWindows::followStates() {
-    std::vector<std::pair<xcb_window_t, xcb_get_property_cookie_t>> requests;
-    for (const auto window : std::exchange(m_changedStates, {}))
-        requests.emplace_back(window, m_x.request(window, m_x.atoms().netWmState));
-    for (const auto& [window, request] : requests) {
-        const auto state = m_x.values(request);
-        stateIs(window, std::ranges::find(state, m_x.atoms().netWmStateHidden) != state.end());
-    }
-    m_x.flush();
-}
-
 void HiddenWindows::stateIs(xcb_window_t window, bool isMinimised) {
-    const auto entry = m_minimised.find(window);
-    if (entry == m_minimised.end())
+    auto* entry = find(window);
+    if (!entry || entry->stage == Stage::due)
         return;
-    if (isMinimised)
-        entry->second = true;
-    else if (entry->second)
-        removeMark(window);
+    const bool isLastUnseen = entry->unseen % 2 == 1;
+    if (entry->unseen > 0 && isMinimised == (entry->isHidden() == isLastUnseen))
+        --entry->unseen;
+    else if (entry->unseen == 0 && !isMinimised)
+        send(What::unmark, window); // the user has brought it back
+    else
+        return;
+    if (entry->unseen == 0 && !isMinimised)
+        forget(window);
 }
 
-/// The user came to a workspace.
-void HiddenWindows::arrived() {
-    const auto list = readClients();
-    if (std::exchange(m_workspace, list->currentWorkspace) == list->currentWorkspace)
-        return;
-    const auto applications = m_hiddenApplications;
-    for (const auto& application : applications)
-        hide(application);
-    const auto waits = [&](const auto& window) {
-        return window.hiddenMark && list->isOnCurrentWorkspace(window) &&
-               m_unhiddenApplications.contains(window.application);
-    };
-    if (std::ranges::none_of(list->windows, waits))
-        return;
-    m_restoring.schedule();
-    const auto* active = list->find(list->active);
-    if (active && active->isApplicationWindow)
-        bringToFront(active->id);
+void HiddenWindows::destroyed(xcb_window_t window, std::uint32_t moment) {
+    const auto* entry = find(window);
+    const bool isOlder = entry && static_cast<std::int32_t>(moment - entry->moment) < 0;
+    if (isOlder)
+        send(What::watch, window); // which was the one before it
     else
-        restore();
+        m_entries.erase(window);
+}
+
+void HiddenWindows::send(What what, xcb_window_t window, std::uint32_t value) {
+    m_commands.push_back({what, window, value});
+}
+
+HiddenWindows::Entry* HiddenWindows::find(xcb_window_t window) {
+    const auto found = m_entries.find(window);
+    return found == m_entries.end() ? nullptr : &found->second;
+}
+
+HiddenWindows::Entry& HiddenWindows::follow(const ClientWindow& window, std::uint32_t moment, Stage stage) {
+    const auto [found, isNew] = m_entries.try_emplace(window.id);
+    if (isNew)
+        send(What::watch, window.id);
+    auto& entry = found->second;
+    entry.stage = stage;
+    entry.moment = moment;
+    entry.workspace = window.workspace;
+    return entry;
+}
+
+void HiddenWindows::forget(xcb_window_t window) {
+    if (m_entries.erase(window) > 0)
+        send(What::unwatch, window);
+}
+
+/// One that came later stands above those that were there.
+std::uint32_t HiddenWindows::place(xcb_window_t window) {
+    const auto known = std::ranges::find(m_stacking, window);
+    const auto index = static_cast<std::uint32_t>(known - m_stacking.begin());
+    if (known == m_stacking.end())
+        m_stacking.push_back(window);
+    return index;
 }
 
 } // namespace tavro

@@ -1,84 +1,139 @@
 #pragma once
 
-#include "platform/linux/process/OncePerTurn.h"
 #include "platform/linux/x11/ClientList.h"
 
 #include <array>
 #include <chrono>
 #include <map>
-#include <memory>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tavro {
 
-class Log;
-class MainQueue;
-
 /// What hiding applications means for their windows: those that are not minimised are marked and minimised;
-/// the marked ones come back.
+/// the marked ones come back. It knows no server: requests and what the server tells go in as calls, commands
+/// come out.
 ///
 /// The mark is a property of the window and holds its place in the stacking order, so that a process that
 /// starts after ours has died can still bring it back. Windows of another workspace are left alone (window
 /// managers move them here, or move the user there) and treated the same when the user arrives there.
-class HiddenWindows : public std::enable_shared_from_this<HiddenWindows> {
+///
+/// The window manager carries out requests in their order, and later. Until a window was seen as it was asked
+/// to be, what is told of it may be older than the request, and is not what the user did. From then on it is:
+/// a window that comes back without us is the user's, and stays so.
+class HiddenWindows {
 public:
-    HiddenWindows(XConnection& x, MainQueue& queue, Log& log);
+    using Time = std::chrono::steady_clock::time_point;
+    using Duration = std::chrono::milliseconds;
 
-    /// Reads the windows anew; the list holds for the rest of this turn of the main queue.
-    std::shared_ptr<const ClientList> readClients();
-    /// The list of this turn, read where there is none yet.
-    std::shared_ptr<const ClientList> clients();
+    struct Command {
+        enum class What {
+            watch, // its state and its end
+            unwatch,
+            mark, // with the value as its place in the stacking order
+            unmark,
+            minimise,
+            activate,
+            raise,
+            clearHidden, // ask for a state that is not minimised, which moves nobody
+            map,         // which some window managers want instead, and may bring it to the user's workspace
+            moveTo,      // the workspace of the value
+        };
+        What what;
+        xcb_window_t window;
+        std::uint32_t value = 0;
+        bool operator==(const Command&) const = default;
+    };
 
-    void hide(const std::string& application);
-    /// The windows come back with those of all other applications unhidden in this turn of the main queue.
+    /// `workspace`: where the user is.
+    explicit HiddenWindows(std::uint32_t workspace)
+        : m_workspace(workspace) {}
+
+    void hide(const std::string& application, const ClientList& list, Time now);
+    /// With the next `restore`.
     void unhide(const std::string& application);
-    /// Now, not at the end of the turn.
-    void restore() { m_restoring.doNow(); }
-    /// Brings back what is waiting to, and then a window to the front with the focus.
-    void bringToFront(xcb_window_t window);
-    /// Returns when the window manager has come to rest after that, at the latest when it should have.
-    void settle();
+    /// Nothing more is hidden on arrival at another workspace. What is hidden stays so.
+    void stopHiding();
+    /// Brings back the windows of all applications unhidden meanwhile, in their former stacking order.
+    void restore(const ClientList& list, Time now);
+    /// Makes a window the one in front of those brought back.
+    void bringToFront(xcb_window_t window, Time now);
+
+    /// The process ends: what waits for the user on other workspaces comes back there, by one way after the
+    /// other: each is tried on all that wait.
+    static constexpr std::array waysInPlace{Command::What::clearHidden, Command::What::map};
+    void bringBackInPlace(Command::What way, const ClientList& list);
+    /// Whether all that waited stand where they belong again.
+    bool haveReturned(const ClientList& list);
+
+    /// The user may have come to another workspace.
+    void arrived(const ClientList& list, Time now);
+    void activeIs(xcb_window_t window, Time now);
+    void stateIs(xcb_window_t window, bool isMinimised);
+    /// `moment`: the request before which the server told so.
+    void destroyed(xcb_window_t window, std::uint32_t moment);
+
+    /// Whether its state matters.
+    bool follows(xcb_window_t window) const { return m_entries.contains(window); }
+    /// Whether the window manager may still let go of the window that is to be in front.
+    bool isSettling(Time now) const { return !m_broughtBack.empty() && now < m_settlingEnds; }
+    /// How long it may at the most.
+    Duration settlingTime() const;
+    /// That time has passed.
+    void settled(Time now);
+    /// The window in front, or about to be while the window manager still shows the others.
+    xcb_window_t front(xcb_window_t active, Time now) const;
+
+    /// What is to be sent since the last call, in this order.
+    std::vector<Command> takeCommands() { return std::exchange(m_commands, {}); }
+    std::vector<std::string> takeComplaints() { return std::exchange(m_complaints, {}); }
 
 private:
-    void stateChanged(const xcb_property_notify_event_t& event);
-    void arrived();
-    void followStates();
-    void stateIs(xcb_window_t window, bool isMinimised);
-    void minimise(const ClientWindow& window, std::uint32_t place);
-    void restoreMarked();
-    void restore(const ClientWindow& window);
-    void raise(const ClientWindow& window) const;
-    void activate(xcb_window_t window) const;
-    void keepInFront();
-    bool isSettling() const;
-    xcb_window_t activeWindow() const;
-    void removeMark(xcb_window_t window);
-    void watch(xcb_window_t window, bool changes) const;
+    using What = Command::What;
 
-    XConnection& m_x;
-    MainQueue& m_queue;
-    Log& m_log;
-    std::shared_ptr<const ClientList> m_clients;
-    std::set<std::string> m_hiddenApplications;
-    /// Those asked to come back since; the marked windows of theirs on other workspaces still have to.
-    std::set<std::string> m_unhiddenApplications;
-    OncePerTurn m_restoring;
-    OncePerTurn m_keepingInFront;
-    OncePerTurn m_followingStates;
-    std::set<xcb_window_t> m_changedStates;
-    /// The windows that this process has hidden, and whether the window manager has done so yet.
-    std::map<xcb_window_t, bool> m_minimised;
+    enum class Stage {
+        due,       // to be hidden when the user arrives at its workspace
+        hidden,    // marked, and asked to minimise
+        waiting,   // hidden, and to come back when the user arrives at its workspace
+        returning, // asked to come back, and not seen to have done so
+    };
+    struct Entry {
+        Stage stage = Stage::due;
+        std::uint32_t moment = 0; // of the list in which it was last seen: its number may become another's
+        std::uint32_t workspace = 0;
+        /// The requests whose effects were not seen yet: each the opposite of the one before.
+        int unseen = 0;
+        Time returnsUntil;
+        bool isHidden() const { return stage == Stage::hidden || stage == Stage::waiting; }
+    };
+
+    void send(What what, xcb_window_t window, std::uint32_t value = 0);
+    Entry* find(xcb_window_t window);
+    Entry& follow(const ClientWindow& window, std::uint32_t moment, Stage stage);
+    void forget(xcb_window_t window);
+    std::uint32_t place(xcb_window_t window);
+    void hide(const ClientWindow& window, const ClientList& list, Time now);
+    void minimise(const ClientWindow& window, std::uint32_t moment);
+    void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, std::uint32_t moment,
+                    Time now);
+    void bringBack(const ClientWindow& window, std::uint32_t moment, Time now);
+
+    std::map<xcb_window_t, Entry> m_entries;
+    bool m_isHiding = false;
     /// The stacking order, bottom to top, when the first application was hidden.
-    std::vector<xcb_window_t> m_stackingAtHide;
-    /// The window that is to be in front of those brought back.
+    std::vector<xcb_window_t> m_stacking;
+    /// The applications unhidden since the last restoring.
+    std::set<std::string> m_unhidden;
+    std::uint32_t m_workspace;
     xcb_window_t m_front = XCB_NONE;
     std::set<xcb_window_t> m_broughtBack;
     /// The uppermost of those until it has had the focus.
     xcb_window_t m_lastBroughtBack = XCB_NONE;
-    std::chrono::steady_clock::time_point m_settlingEnds;
-    std::uint32_t m_workspace = 0;
-    std::array<Observation, 4> m_events;
+    Time m_settlingEnds;
+    std::vector<Command> m_commands;
+    std::vector<std::string> m_complaints;
 };
 
 } // namespace tavro

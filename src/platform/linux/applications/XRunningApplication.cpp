@@ -3,7 +3,7 @@
 namespace tavro {
 
 XRunningApplication::XRunningApplication(std::string name, xcb_window_t front,
-                                         std::shared_ptr<HiddenWindows> hidden)
+                                         std::shared_ptr<XHiddenWindows> hidden)
     : m_name(std::move(name))
     , m_front(front)
     , m_hidden(std::move(hidden)) {}
@@ -17,19 +17,11 @@ void XRunningApplication::unhide() {
 }
 
 void XRunningApplication::activate(unsigned) {
-    const auto window = m_front != XCB_NONE ? m_front : uppermostWindow();
-    if (window != XCB_NONE)
-        m_hidden->bringToFront(window);
-}
-
-xcb_window_t XRunningApplication::uppermostWindow() const {
-    const auto clients = m_hidden->clients();
-    auto uppermost = xcb_window_t{XCB_NONE};
-    for (const auto& window : clients->windows)
-        if (window.application == m_name && window.isApplicationWindow && !window.isMinimised &&
-            clients->isOnCurrentWorkspace(window))
-            uppermost = window.id;
-    return uppermost;
+    const auto* uppermost = m_hidden->clients()->uppermost(m_name);
+    if (m_front != XCB_NONE)
+        m_hidden->bringToFront(m_front);
+    else if (uppermost)
+        m_hidden->bringToFront(uppermost->id);
 }
 
 bool XRunningApplication::isEqual(const RunningApplication& other) const {

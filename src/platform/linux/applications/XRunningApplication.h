@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/applications/Workspace.h"
-#include "platform/linux/applications/HiddenWindows.h"
+#include "platform/applications/RunningApplication.h"
+#include "platform/linux/applications/XHiddenWindows.h"
 
 namespace tavro {
 
@@ -9,7 +9,7 @@ namespace tavro {
 class XRunningApplication final : public RunningApplication {
 public:
     /// `front`: the application's window in front, or none.
-    XRunningApplication(std::string name, xcb_window_t front, std::shared_ptr<HiddenWindows> hidden);
+    XRunningApplication(std::string name, xcb_window_t front, std::shared_ptr<XHiddenWindows> hidden);
 
     void hide() override;
     void unhide() override;
@@ -17,11 +17,9 @@ public:
     bool isEqual(const RunningApplication& other) const override;
 
 private:
-    xcb_window_t uppermostWindow() const;
-
     std::string m_name;
     xcb_window_t m_front;
-    std::shared_ptr<HiddenWindows> m_hidden;
+    std::shared_ptr<XHiddenWindows> m_hidden;
 };
 
 } // namespace tavro

@@ -17,7 +17,7 @@ XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, Desktop& deskto
     : m_x(x)
     , m_screens(screens)
     , m_desktop(desktop)
-    , m_hidden(std::make_shared<HiddenWindows>(x, queue, log))
+    , m_hidden(std::make_shared<XHiddenWindows>(x, queue, log))
     , m_followingActive(queue, [this] { activeWindowChanged(); })
     , m_activations(
           x.onPropertyChange(x.root(), x.atoms().netActiveWindow, [this] { m_followingActive.schedule(); })) {
@@ -39,9 +39,13 @@ std::vector<std::shared_ptr<RunningApplication>> XWorkspace::runningApplications
 
 std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
     const auto clients = m_hidden->readClients();
+    const auto active = m_hidden->front(clients->active);
     // When a window of ours has gone, it takes a moment until the one below is active.
-    const bool isOurs = clients->active == XCB_NONE ? m_ownIsActive : !standsInFront(clients->active);
-    const auto* front = clients->find(isOurs ? m_front : clients->active);
+    const bool hasOwnGone = active == XCB_NONE && m_ownIsActive;
+    const bool isPassing = active != XCB_NONE && !standsInFront(active);
+    const auto* front = clients->find(hasOwnGone || isPassing ? m_front : active);
+    if (!front && hasOwnGone)
+        front = clients->uppermost();
     if (!front)
         return nullptr;
     return std::make_shared<XRunningApplication>(front->application, front->id, m_hidden);
@@ -55,10 +59,12 @@ void XWorkspace::open(const std::string& url) {
     QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
 }
 
+void XWorkspace::stopHiding() {
+    m_hidden->stopHiding();
+}
+
 void XWorkspace::finish() {
-    m_hidden->restore();
-    m_hidden->settle();
-    m_x.roundTrip();
+    m_hidden->finish();
 }
 
 void XWorkspace::activeWindowChanged() {
@@ -74,10 +80,10 @@ void XWorkspace::activeWindowChanged() {
         m_notificationCenter.post(workspaceDidActivateApplication);
 }
 
-/// Our own windows and panels take the focus without being what the user works in.
+/// Our popover and panels take the focus without being what the user works in.
 bool XWorkspace::standsInFront(xcb_window_t window) const {
-    if (QWidget::find(window))
-        return false;
+    if (const auto* own = QWidget::find(window))
+        return own->windowType() != Qt::Tool;
     const auto types = m_x.values(m_x.request(window, m_x.atoms().netWmWindowType));
     return std::ranges::find(types, m_x.atoms().netWmWindowTypeDock) == types.end();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/applications/Workspace.h"
-#include "platform/linux/applications/HiddenWindows.h"
+#include "platform/linux/applications/XHiddenWindows.h"
 
 namespace tavro {
 
@@ -18,11 +18,13 @@ public:
 
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
     std::shared_ptr<RunningApplication> frontmostApplication() const override;
+    void stopHiding() override;
     std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const override;
     void open(const std::string& url) override;
     NotificationCenter& notificationCenter() override { return m_notificationCenter; }
 
-    /// Returns when the server has all that was asked of it; before the process ends.
+    /// Brings back what was unhidden, and returns when the server has all that was asked of it; before the
+    /// process ends.
     void finish();
 
 private:
@@ -33,11 +35,11 @@ private:
     const QtScreens& m_screens;
     Desktop& m_desktop;
     NotificationCenter m_notificationCenter;
-    std::shared_ptr<HiddenWindows> m_hidden;
-    /// The last window in front that is another program's.
+    std::shared_ptr<XHiddenWindows> m_hidden;
+    /// The last window that stood in front.
     xcb_window_t m_front = XCB_NONE;
     std::string m_frontApplication;
-    bool m_ownIsActive = false; // the last that was
+    bool m_ownIsActive = false; // the last window that was active is this program's
     OncePerTurn m_followingActive;
     Observation m_activations;
 };

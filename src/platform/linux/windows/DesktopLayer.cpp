@@ -9,9 +9,6 @@ namespace tavro {
 
 namespace {
 
-/// Two programs that each insist on being the upper one must not fight for ever.
-constexpr int mostRaises = 100;
-
 constexpr XEventKind<xcb_shape_notify_event_t> shapeNotify{XCB_SHAPE_NOTIFY, &xcb_shape_id};
 
 // Properties of our own windows go through the toolkit's connection: it has made them, and it maps them next.
@@ -47,13 +44,13 @@ DesktopLayer::DesktopLayer(XConnection& x)
     , m_events{
           x.on(XEvents::reparentNotify, [this](const auto& event) { reparented(event.window); }),
           x.on(shapeNotify, [this](const auto& event) { shapeChanged(event); }),
-          x.onPropertyChange(x.root(), x.atoms().netClientListStacking, [this] { raiseCovered(); }),
+          x.onPropertyChange(x.root(), x.atoms().netClientListStacking, [this] { restacked(); }),
       } {}
 
 // The toolkit maps the window over its own connection, and a busy server may read that one first: then nobody
 // would tell of the window manager's frame.
 void DesktopLayer::add(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers, bool passesClicks) {
-    m_members[window] = {passesClicks, XCB_NONE, mostRaises};
+    m_covers.add(window, passesClicks);
     setAtoms(window, m_x.atoms().netWmWindowType, {m_x.atoms().netWmWindowTypeDesktop});
     setState(window, onAllWorkspaces, skipsSwitchers);
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -88,77 +85,73 @@ void DesktopLayer::shown(xcb_window_t window, const QRect& pixels) const {
 }
 
 void DesktopLayer::remove(xcb_window_t window) {
-    m_members.erase(window);
+    m_covers.remove(window);
 }
 
 void DesktopLayer::shapeChanged(const xcb_shape_notify_event_t& event) {
     const bool takesClicks = !event.shaped || (event.extents_width > 0 && event.extents_height > 0);
     if (event.shape_kind == XCB_SHAPE_SK_INPUT && takesClicks)
-        passClicks(event.affected_window);
+        m_covers.takesClicks(event.affected_window);
+    send();
 }
 
-// The window manager's frame takes the clicks that its window lets through, so it is emptied as well: it is
-// the ancestor that is a child of the root.
 void DesktopLayer::reparented(xcb_window_t window) {
-    const auto member = m_members.find(window);
-    if (member == m_members.end() || !member->second.passesClicks || !m_x.has(xcb_shape_id))
+    if (!m_covers.contains(window) || !m_x.has(xcb_shape_id))
         return;
-    auto frame = window;
-    while (true) {
+    if (const auto frame = frameOf(window); frame != XCB_NONE)
+        m_covers.framed(window, frame);
+    send();
+}
+
+/// The ancestor that is a child of the root; none where that is the window itself.
+xcb_window_t DesktopLayer::frameOf(xcb_window_t window) const {
+    for (auto frame = window;;) {
         const XReply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(m_x.raw(), xcb_query_tree(m_x.raw(), frame), nullptr));
+        m_x.deliverQueuedEvents();
         if (!tree || tree->parent == XCB_NONE)
-            return;
+            return XCB_NONE;
         if (tree->parent == tree->root)
-            break;
+            return frame == window ? xcb_window_t{XCB_NONE} : frame;
         frame = tree->parent;
     }
-    if (frame == window)
-        return;
-    member->second.frame = frame;
-    xcb_shape_select_input(m_x.raw(), frame, true);
-    passClicks(frame);
 }
 
-void DesktopLayer::passClicks(xcb_window_t frame) {
-    const auto isFrame = [frame](const auto& member) { return member.second.frame == frame; };
-    if (std::ranges::none_of(m_members, isFrame))
+void DesktopLayer::restacked() {
+    if (m_covers.isEmpty())
         return;
-    xcb_shape_rectangles(m_x.raw(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, frame,
-                         0, 0, 0, nullptr);
-    m_x.flush();
+    m_covers.restacked(readStacking());
+    send();
 }
 
-void DesktopLayer::raiseCovered() {
-    if (m_members.empty())
-        return;
-    const auto stacking = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
-    const auto desktops = foreignDesktops(stacking);
-    const auto highestForeign = std::find_if(stacking.rbegin(), stacking.rend(),
-                                             [&desktops](auto window) { return desktops.contains(window); });
-    for (auto window = highestForeign; window != stacking.rend(); ++window) {
-        const auto member = m_members.find(*window);
-        if (member == m_members.end() || member->second.raisesLeft-- <= 0)
-            continue;
-        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-        xcb_configure_window(m_x.raw(), *window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
-    }
-    m_x.flush();
-}
-
-// One round trip, however many windows there are.
-std::set<xcb_window_t> DesktopLayer::foreignDesktops(const std::vector<xcb_window_t>& windows) const {
-    std::vector<std::pair<xcb_window_t, xcb_get_property_cookie_t>> requests;
+// One round trip more than for the order, however many windows there are.
+std::vector<Covers::StackedWindow> DesktopLayer::readStacking() const {
+    const auto windows = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
+    std::vector<xcb_get_property_cookie_t> requests;
     for (const auto window : windows)
-        if (!m_members.contains(window))
-            requests.emplace_back(window, m_x.request(window, m_x.atoms().netWmWindowType));
-    std::set<xcb_window_t> desktops;
-    for (const auto& [window, request] : requests) {
-        const auto types = m_x.values(request);
-        if (std::ranges::find(types, m_x.atoms().netWmWindowTypeDesktop) != types.end())
-            desktops.insert(window);
+        requests.push_back(m_x.request(window, m_x.atoms().netWmWindowType));
+    std::vector<Covers::StackedWindow> stacking;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const auto types = m_x.values(requests[i]);
+        const bool isDesktop = std::ranges::count(types, m_x.atoms().netWmWindowTypeDesktop) > 0;
+        stacking.push_back({windows[i], isDesktop});
     }
-    return desktops;
+    return stacking;
+}
+
+void DesktopLayer::send() {
+    using What = Covers::Command::What;
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    for (const auto& [what, window] : m_covers.takeCommands()) {
+        if (what == What::watchFrame)
+            xcb_shape_select_input(m_x.raw(), window, true);
+        else if (what == What::passClicks)
+            xcb_shape_rectangles(m_x.raw(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                                 window, 0, 0, 0, nullptr);
+        else
+            xcb_configure_window(m_x.raw(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    }
+    m_x.flush();
 }
 
 } // namespace tavro

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "platform/linux/windows/Covers.h"
 #include "platform/linux/x11/XConnection.h"
 
 #include <QRect>
 #include <xcb/shape.h>
 
 #include <array>
-#include <map>
-#include <set>
 #include <vector>
 
 namespace tavro {
@@ -16,7 +15,8 @@ namespace tavro {
 ///
 /// EWMH's type DESKTOP with the state BELOW is what window managers put above other desktop windows and keep
 /// at its exact rectangle, on every workspace, and out of "show desktop". Where another desktop window rises
-/// above one of ours (a restarted icon desktop), ours is raised again.
+/// above one of ours (a restarted icon desktop), ours is raised again. What is to be done, and when, is
+/// decided by the model; how, here.
 class DesktopLayer {
 public:
     /// The level of desktop icons.
@@ -31,22 +31,17 @@ public:
     void remove(xcb_window_t window);
 
 private:
-    struct Member {
-        bool passesClicks = false;
-        xcb_window_t frame = XCB_NONE;
-        int raisesLeft = 0;
-    };
-
     void setState(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers);
     void shapeChanged(const xcb_shape_notify_event_t& event);
     void reparented(xcb_window_t window);
-    void passClicks(xcb_window_t frame);
-    void raiseCovered();
-    std::set<xcb_window_t> foreignDesktops(const std::vector<xcb_window_t>& windows) const;
+    void restacked();
+    xcb_window_t frameOf(xcb_window_t window) const;
+    std::vector<Covers::StackedWindow> readStacking() const;
+    void send();
 
     XConnection& m_x;
+    Covers m_covers;
     std::array<Observation, 3> m_events;
-    std::map<xcb_window_t, Member> m_members;
 };
 
 } // namespace tavro

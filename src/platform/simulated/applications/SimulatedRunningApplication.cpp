@@ -10,6 +10,7 @@ SimulatedRunningApplication::SimulatedRunningApplication(ApplicationID id, std::
 
 void SimulatedRunningApplication::hide() {
     m_workspace.m_journal.record("runningApplication.hide", m_name);
+    m_workspace.m_isHiding = true;
     m_workspace.hide(m_id);
 }
 

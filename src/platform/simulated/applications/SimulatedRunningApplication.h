@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/applications/RunningApplication.h"
 #include "platform/simulated/applications/SimulatedWorkspace.h"
 
 namespace tavro {

@@ -21,6 +21,7 @@ public:
 
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
     std::shared_ptr<RunningApplication> frontmostApplication() const override;
+    void stopHiding() override { m_isHiding = false; }
     std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const override;
     void open(const std::string& url) override { m_journal.record("workspace.open", url); }
     NotificationCenter& notificationCenter() override { return m_notificationCenter; }
@@ -39,6 +40,8 @@ public:
     void setDesktopImage(const Screen& screen, std::filesystem::path file);
 
     bool isHidden(ApplicationID application) const;
+    /// Whether the program under test has asked to hide, and not to stop it since.
+    bool isHiding() const { return m_isHiding; }
     std::optional<ApplicationID> frontmost() const { return m_frontmost; }
 
     /// The program under test starts, ends, hears that it is not in front any more.
@@ -69,6 +72,7 @@ private:
     ObserverList<> m_selfResignsActive;
     std::vector<Application> m_applications{{ApplicationID::system, "Dock"}};
     std::optional<ApplicationID> m_frontmost;
+    bool m_isHiding = false;
     std::vector<std::pair<Screen, std::filesystem::path>> m_desktopImages;
     int m_lastID = static_cast<int>(ApplicationID::self);
 };

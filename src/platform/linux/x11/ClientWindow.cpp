@@ -1,0 +1,56 @@
+#include "platform/linux/x11/ClientWindow.h"
+
+#include "platform/linux/x11/XConnection.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tavro {
+
+namespace {
+
+bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
+    return std::ranges::find(values, value) != values.end();
+}
+
+bool isPartOfTheDesktop(const std::vector<std::uint32_t>& types, const XAtoms& atoms) {
+    const std::array others{atoms.netWmWindowTypeDesktop,      atoms.netWmWindowTypeDock,
+                            atoms.netWmWindowTypeNotification, atoms.netWmWindowTypeSplash,
+                            atoms.netWmWindowTypeMenu,         atoms.netWmWindowTypeToolbar};
+    return std::ranges::find_first_of(types, others) != types.end();
+}
+
+std::string numbered(const char* kind, std::optional<std::uint32_t> number) {
+    return number ? kind + std::string(" ") + std::to_string(*number) : std::string();
+}
+
+} // namespace
+
+ClientWindow ClientWindow::from(xcb_window_t id, const ClientProperties& properties, const XAtoms& atoms) {
+    const bool isTransient = properties.transientFor.value_or(XCB_NONE) != XCB_NONE;
+    ClientWindow window;
+    window.id = id;
+    window.application = applicationOf(id, properties.application);
+    window.workspace = properties.workspace.value_or(allWorkspaces);
+    window.isMinimised = contains(properties.state, atoms.netWmStateHidden);
+    window.isApplicationWindow = !isTransient && !contains(properties.state, atoms.netWmStateSkipTaskbar) &&
+                                 !isPartOfTheDesktop(properties.types, atoms);
+    window.canMinimise =
+        properties.actions.empty() || contains(properties.actions, atoms.netWmActionMinimize);
+    window.hiddenMark = properties.hiddenMark;
+    return window;
+}
+
+std::string className(const std::string& wmClass) {
+    const auto end = wmClass.find('\0');
+    return end == std::string::npos ? wmClass : std::string(wmClass.c_str() + end + 1);
+}
+
+std::string applicationOf(xcb_window_t window, const ApplicationHints& hints) {
+    const std::array names{hints.gtkApplication, hints.desktopFile, className(hints.wmClass),
+                           numbered("leader", hints.leader), numbered("pid", hints.pid)};
+    const auto name = std::ranges::find_if(names, [](const auto& text) { return !text.empty(); });
+    return name == names.end() ? numbered("window", window) : *name;
+}
+
+} // namespace tavro

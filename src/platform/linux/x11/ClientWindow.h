@@ -1,0 +1,52 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tavro {
+
+struct XAtoms;
+
+/// What tells the application of a window, as the window's properties say it; empty where they say nothing.
+struct ApplicationHints {
+    std::string gtkApplication, desktopFile, wmClass;
+    std::optional<std::uint32_t> leader, pid;
+};
+
+/// The rest of what the properties of a managed window say.
+struct ClientProperties {
+    ApplicationHints application;
+    std::vector<std::uint32_t> state, types, actions;
+    std::optional<std::uint32_t> workspace, transientFor, hiddenMark;
+};
+
+/// A managed window as it was when the list was read.
+struct ClientWindow {
+    static constexpr std::uint32_t allWorkspaces = 0xFFFFFFFF;
+
+    static ClientWindow from(xcb_window_t id, const ClientProperties& properties, const XAtoms& atoms);
+
+    xcb_window_t id = XCB_NONE;
+    /// Which application it belongs to.
+    std::string application;
+    std::uint32_t workspace = 0;
+    /// Minimised (`_NET_WM_STATE_HIDDEN`; WM_STATE also says iconic for windows of other workspaces).
+    bool isMinimised = false;
+    /// An application window of its own: no desktop, panel, notification or transient.
+    bool isApplicationWindow = false;
+    bool canMinimise = false;
+    /// Our mark on a window that we have hidden: where it stood in the stacking order.
+    std::optional<std::uint32_t> hiddenMark;
+};
+
+/// The second string of the property WM_CLASS (ICCCM): the class.
+std::string className(const std::string& wmClass);
+
+/// The application by the strongest hint; the window itself where there is none.
+std::string applicationOf(xcb_window_t window, const ApplicationHints& hints);
+
+} // namespace tavro
