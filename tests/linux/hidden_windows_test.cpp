@@ -138,6 +138,8 @@ private:
                 m_model.destroyed(window, moment);
         if (verb == "busy" || verb == "calm")
             m_isBusy = verb == "busy";
+        if (verb == "some")
+            m_allowance = std::stoi(object);
         if (verb == "clears" || verb == "maps" || verb == "neither")
             m_wayInPlace = verb;
     }
@@ -194,7 +196,7 @@ private:
         }
     }
     void carryOut() {
-        for (take(); !m_isBusy && !m_requests.empty(); take()) {
+        for (take(); !m_requests.empty() && (!m_isBusy || m_allowance-- > 0); take()) {
             const auto request = m_requests.front();
             m_requests.erase(m_requests.begin());
             if (auto* window = find(request.window))
@@ -264,6 +266,7 @@ private:
 
     const bool m_tellsAtOnce;
     bool m_isBusy = false;
+    int m_allowance = 0; // of requests, while it is busy
     std::string m_wayInPlace = "clears";
     ClientList m_list;
     HiddenWindows m_model{1};
@@ -329,6 +332,7 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
         {"asked, not yet seen: on again", "A1 B1 A2 B2*", "on; busy; off; on; calm", "B1 B2* | a1! a2!"},
         {"asked, not yet seen: off after that", "A1 B1 A2 B2*", "on; busy; off; on; calm; off", ""},
         {"asked, not yet seen: all at once", "A1 B1 A2 B2*", "busy; on; off; on; off; calm", ""},
+        {"asked, half done: the order", "A1 B1 A2 B2*", "on; busy; off; some 1; on; calm; off", ""},
         {"asked, not yet seen: another in front on the way", "A1 A2 B1*", "on; busy; off; focus A1; on; calm",
          "B1* | a1! a2!"},
         {"asked long ago: put away by the user", "A1 B1*",

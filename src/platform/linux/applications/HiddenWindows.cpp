@@ -9,15 +9,21 @@ constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{10};
 } // namespace
 
 void HiddenWindows::hide(const std::string& application, const ClientList& list, Time now) {
-    if (!std::exchange(m_isHiding, true)) {
-        m_stacking.clear();
-        std::ranges::transform(list.windows, std::back_inserter(m_stacking), &ClientWindow::id);
-    }
+    if (!std::exchange(m_isHiding, true))
+        recordStacking(list, now);
     m_broughtBack.clear();
     m_unhidden.erase(application);
     for (const auto& window : list.windows)
         if (window.application == application && window.isApplicationWindow)
             hide(window, list, now);
+}
+
+// While windows still come back, the order is on its way to the one that we have asked for.
+void HiddenWindows::recordStacking(const ClientList& list, Time now) {
+    if (std::ranges::none_of(m_entries, [&](const auto& entry) { return isReturning(entry.second, now); }))
+        m_stacking.clear();
+    for (const auto& window : list.windows)
+        place(window.id);
 }
 
 void HiddenWindows::hide(const ClientWindow& window, const ClientList& list, Time now) {
@@ -27,7 +33,7 @@ void HiddenWindows::hide(const ClientWindow& window, const ClientList& list, Tim
         return;
     }
     // The list still says minimised of one that we have just asked back.
-    const bool returns = entry && entry->stage == Stage::returning && now < entry->returnsUntil;
+    const bool returns = entry && isReturning(*entry, now);
     if (!returns)
         forget(window.id);
     if (window.isMinimised && !returns)
@@ -43,8 +49,7 @@ void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t moment) {
         m_complaints.push_back("A window of \"" + window.application + "\" cannot be minimised and stays");
         return forget(window.id);
     }
-    auto& entry = follow(window, moment, Stage::hidden);
-    ++entry.unseen;
+    ++follow(window, moment, Stage::hidden).unseen;
     // The mark first: from here on a crash cannot lose the window.
     send(What::mark, window.id, place(window.id));
     send(What::minimise, window.id);
@@ -95,13 +100,14 @@ void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWi
     for (const auto& [place, window] : byPlace) {
         const auto* entry = find(window->id);
         if (entry ? entry->isHidden() : window->hiddenMark.has_value())
-            bringBack(*window, moment, now);
+            bringBack(*window, moment);
         else if (window->isApplicationWindow && !window->isMinimised)
             send(What::raise, window->id);
     }
+    m_returnsUntil = now + settlingTime();
 }
 
-void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment, Time now) {
+void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment) {
     const auto* known = find(window.id);
     // One that this process has just asked to minimise may not be so yet; of one that a process before has
     // marked only the state tells whether the user has brought it back meanwhile.
@@ -111,9 +117,7 @@ void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment, 
         return forget(window.id);
     m_broughtBack.insert(window.id);
     m_lastBroughtBack = window.id;
-    auto& entry = follow(window, moment, Stage::returning);
-    ++entry.unseen;
-    entry.returnsUntil = now + settlingTime();
+    ++follow(window, moment, Stage::returning).unseen;
     send(What::activate, window.id);
 }
 
@@ -130,7 +134,7 @@ xcb_window_t HiddenWindows::front(xcb_window_t active, Time now) const {
 void HiddenWindows::settled(Time now) {
     const auto entries = m_entries;
     for (const auto& [window, entry] : entries)
-        if (entry.stage == Stage::returning && now >= entry.returnsUntil)
+        if (entry.stage == Stage::returning && !isReturning(entry, now))
             forget(window);
 }
 

@@ -105,7 +105,6 @@ private:
         std::uint32_t workspace = 0;
         /// The requests whose effects were not seen yet: each the opposite of the one before.
         int unseen = 0;
-        Time returnsUntil;
         bool isHidden() const { return stage == Stage::hidden || stage == Stage::waiting; }
     };
 
@@ -114,11 +113,15 @@ private:
     Entry& follow(const ClientWindow& window, std::uint32_t moment, Stage stage);
     void forget(xcb_window_t window);
     std::uint32_t place(xcb_window_t window);
+    void recordStacking(const ClientList& list, Time now);
     void hide(const ClientWindow& window, const ClientList& list, Time now);
     void minimise(const ClientWindow& window, std::uint32_t moment);
     void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, std::uint32_t moment,
                     Time now);
-    void bringBack(const ClientWindow& window, std::uint32_t moment, Time now);
+    void bringBack(const ClientWindow& window, std::uint32_t moment);
+    bool isReturning(const Entry& entry, Time now) const {
+        return entry.stage == Stage::returning && now < m_returnsUntil;
+    }
 
     std::map<xcb_window_t, Entry> m_entries;
     bool m_isHiding = false;
@@ -127,6 +130,8 @@ private:
     /// The applications unhidden since the last restoring.
     std::set<std::string> m_unhidden;
     std::uint32_t m_workspace;
+    /// When the window manager should have brought back all that it was asked to.
+    Time m_returnsUntil;
     xcb_window_t m_front = XCB_NONE;
     std::set<xcb_window_t> m_broughtBack;
     /// The uppermost of those until it has had the focus.
