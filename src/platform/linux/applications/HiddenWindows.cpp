@@ -8,40 +8,35 @@ namespace {
 constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{10};
 } // namespace
 
-void HiddenWindows::hide(const std::string& application, const ClientList& list, Time now) {
+void HiddenWindows::hide(const std::string& application, const ClientList& list) {
     if (!std::exchange(m_isHiding, true))
-        recordStacking(list, now);
+        recordStacking(list);
     m_broughtBack.clear();
     m_unhidden.erase(application);
     for (const auto& window : list.windows)
         if (window.application == application && window.isApplicationWindow)
-            hide(window, list, now);
+            hide(window, list);
 }
 
 // While windows still come back, the order is on its way to the one that we have asked for.
-void HiddenWindows::recordStacking(const ClientList& list, Time now) {
-    if (std::ranges::none_of(m_entries, [&](const auto& entry) { return isReturning(entry.second, now); }))
+void HiddenWindows::recordStacking(const ClientList& list) {
+    const auto isReturning = [](const auto& entry) { return entry.second.stage == Stage::returning; };
+    if (std::ranges::none_of(m_entries, isReturning))
         m_stacking.clear();
     for (const auto& window : list.windows)
         place(window.id);
 }
 
-void HiddenWindows::hide(const ClientWindow& window, const ClientList& list, Time now) {
+void HiddenWindows::hide(const ClientWindow& window, const ClientList& list) {
     auto* entry = find(window.id);
-    if (entry && entry->isHidden() && (window.isMinimised || entry->unseen > 0)) {
-        entry->stage = Stage::hidden;
-        return;
-    }
     // The list still says minimised of one that we have just asked back.
-    const bool returns = entry && isReturning(*entry, now);
-    if (!returns)
-        forget(window.id);
-    if (window.isMinimised && !returns)
-        return;
-    if (list.isOnCurrentWorkspace(window))
+    const bool isReturning = entry && entry->stage == Stage::returning;
+    if (entry && entry->isHidden())
+        entry->stage = Stage::hidden;
+    else if (isReturning || (!window.isMinimised && list.isOnCurrentWorkspace(window)))
         minimise(window, list.moment);
-    else
-        follow(window, list.moment, Stage::due).unseen = 0;
+    else if (!window.isMinimised)
+        follow(window, list.moment, Stage::due);
 }
 
 void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t moment) {
@@ -70,12 +65,12 @@ void HiddenWindows::stopHiding() {
 // Activation raises: done from the bottom to the top it gives the former stacking order. The windows that
 // stayed are raised in their turn, or those that come back would all end above them.
 void HiddenWindows::restore(const ClientList& list, Time now) {
-    m_workspace = list.currentWorkspace; // the user may have moved before the notice of it arrives
+    const auto unhidden = std::exchange(m_unhidden, {});
     std::multimap<std::uint32_t, const ClientWindow*> byPlace;
     bool anyComesBack = false;
     for (const auto& window : list.windows) {
         const auto* entry = find(window.id);
-        const bool isUnhidden = m_unhidden.contains(window.application);
+        const bool isUnhidden = unhidden.contains(window.application);
         const bool isHidden = entry ? entry->isHidden() : window.hiddenMark.has_value();
         const bool comesBack = isHidden && (isUnhidden || (entry && entry->stage == Stage::waiting));
         const bool isHere = list.isOnCurrentWorkspace(window);
@@ -87,7 +82,6 @@ void HiddenWindows::restore(const ClientList& list, Time now) {
             byPlace.emplace(window.hiddenMark ? *window.hiddenMark : place(window.id), &window);
         anyComesBack |= comesBack && isHere;
     }
-    m_unhidden.clear();
     if (anyComesBack)
         putInOrder(byPlace, list.moment, now);
     m_isHiding = m_isHiding && std::ranges::any_of(m_entries, [](const auto& entry) {
@@ -134,7 +128,7 @@ xcb_window_t HiddenWindows::front(xcb_window_t active, Time now) const {
 void HiddenWindows::settled(Time now) {
     const auto entries = m_entries;
     for (const auto& [window, entry] : entries)
-        if (entry.stage == Stage::returning && !isReturning(entry, now))
+        if (entry.stage == Stage::returning && now >= m_returnsUntil)
             forget(window);
 }
 
@@ -167,8 +161,6 @@ bool HiddenWindows::haveReturned(const ClientList& list) {
 }
 
 void HiddenWindows::arrived(const ClientList& list, Time now) {
-    if (std::exchange(m_workspace, list.currentWorkspace) == list.currentWorkspace)
-        return;
     bool anyWaits = false;
     for (const auto& window : list.windows) {
         const auto* entry = find(window.id);

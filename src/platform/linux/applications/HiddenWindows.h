@@ -47,11 +47,7 @@ public:
         bool operator==(const Command&) const = default;
     };
 
-    /// `workspace`: where the user is.
-    explicit HiddenWindows(std::uint32_t workspace)
-        : m_workspace(workspace) {}
-
-    void hide(const std::string& application, const ClientList& list, Time now);
+    void hide(const std::string& application, const ClientList& list);
     /// With the next `restore`.
     void unhide(const std::string& application);
     /// Nothing more is hidden on arrival at another workspace. What is hidden stays so.
@@ -68,7 +64,7 @@ public:
     /// Whether all that waited stand where they belong again.
     bool haveReturned(const ClientList& list);
 
-    /// The user may have come to another workspace.
+    /// The user has come to another workspace.
     void arrived(const ClientList& list, Time now);
     void activeIs(xcb_window_t window, Time now);
     void stateIs(xcb_window_t window, bool isMinimised);
@@ -113,15 +109,12 @@ private:
     Entry& follow(const ClientWindow& window, std::uint32_t moment, Stage stage);
     void forget(xcb_window_t window);
     std::uint32_t place(xcb_window_t window);
-    void recordStacking(const ClientList& list, Time now);
-    void hide(const ClientWindow& window, const ClientList& list, Time now);
+    void recordStacking(const ClientList& list);
+    void hide(const ClientWindow& window, const ClientList& list);
     void minimise(const ClientWindow& window, std::uint32_t moment);
     void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, std::uint32_t moment,
                     Time now);
     void bringBack(const ClientWindow& window, std::uint32_t moment);
-    bool isReturning(const Entry& entry, Time now) const {
-        return entry.stage == Stage::returning && now < m_returnsUntil;
-    }
 
     std::map<xcb_window_t, Entry> m_entries;
     bool m_isHiding = false;
@@ -129,7 +122,6 @@ private:
     std::vector<xcb_window_t> m_stacking;
     /// The applications unhidden since the last restoring.
     std::set<std::string> m_unhidden;
-    std::uint32_t m_workspace;
     /// When the window manager should have brought back all that it was asked to.
     Time m_returnsUntil;
     xcb_window_t m_front = XCB_NONE;

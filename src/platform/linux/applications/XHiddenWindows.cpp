@@ -24,7 +24,6 @@ XHiddenWindows::XHiddenWindows(XConnection& x, MainQueue& queue, Log& log)
     : m_x(x)
     , m_queue(queue)
     , m_log(log)
-    , m_model(x.value(x.request(x.root(), x.atoms().netCurrentDesktop)).value_or(0))
     , m_restoring(queue, [this] { restore(); })
     , m_lookingAtFront(queue, [this] { lookAtFront(); })
     , m_followingStates(queue, [this] { followStates(); })
@@ -64,7 +63,7 @@ std::shared_ptr<const ClientList> XHiddenWindows::clients() {
 }
 
 void XHiddenWindows::hide(const std::string& application) {
-    m_model.hide(application, *clients(), now());
+    m_model.hide(application, *clients());
     send();
 }
 
