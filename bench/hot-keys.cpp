@@ -7,6 +7,7 @@
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/StreamLog.h"
 #include "platform/process/Process.h"
+#include "support/Input.h"
 
 #include <QApplication>
 
@@ -16,42 +17,36 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <initializer_list>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
-#include <xcb/xtest.h>
 
 namespace {
 
 using bench::Clock;
 using Microseconds = std::chrono::duration<double, std::micro>;
 
-constexpr std::uint8_t shiftKeycode = 50, mKeycode = 58, superKeycode = 133;
-
-/// Real key events, by XTEST.
+/// The microphones' shortcut, by XTEST.
 class Keys {
 public:
-    ~Keys() { xcb_disconnect(m_connection); }
-
     Clock::time_point press() {
-        send(XCB_KEY_PRESS, {superKeycode, shiftKeycode});
+        m_input.press(Key::super);
+        m_input.press(Key::shift);
         const auto start = Clock::now();
-        send(XCB_KEY_PRESS, {mKeycode});
+        m_input.press(Key::m);
         return start;
     }
-    void release() { send(XCB_KEY_RELEASE, {mKeycode, shiftKeycode, superKeycode}); }
-
-private:
-    void send(std::uint8_t type, std::initializer_list<std::uint8_t> keycodes) {
-        for (const auto keycode : keycodes)
-            xcb_test_fake_input(m_connection, type, keycode, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-        xcb_flush(m_connection);
+    void release() {
+        for (const auto key : {Key::m, Key::shift, Key::super})
+            m_input.release(key);
     }
 
-    xcb_connection_t* m_connection = xcb_connect(nullptr, nullptr);
+private:
+    using Key = Input::Key;
+    XClient m_server;
+    Input m_input{m_server};
 };
 
 void report(const char* name, std::vector<Microseconds> times) {

@@ -14,6 +14,8 @@
 #include "platform/linux/process/StreamLog.h"
 #include "platform/process/Process.h"
 #include "platform/windows/OverlayWindow.h"
+#include "support/WaitUntil.h"
+#include "support/XClient.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>
@@ -23,7 +25,6 @@
 #include <cstdlib>
 #include <functional>
 #include <iostream>
-#include <memory>
 #include <set>
 #include <stdexcept>
 
@@ -43,45 +44,25 @@ void run(const std::string& command) {
         throw std::runtime_error(command);
 }
 
-void waitUntil(const char* what, const std::function<bool()>& condition) {
-    const auto end = Clock::now() + std::chrono::seconds(20);
-    while (!condition()) {
-        if (Clock::now() > end)
-            throw std::runtime_error(std::string("there was still lacking: ") + what);
-        QCoreApplication::processEvents();
-    }
+void await(const char* what, const std::function<bool()>& condition) {
+    if (!waitUntil(condition, [] { QCoreApplication::processEvents(); }))
+        throw std::runtime_error(std::string("there was still lacking: ") + what);
 }
 
-/// The windows that show now and that no window manager handles, over a connection of the bench's own.
-class PopUps {
-public:
-    PopUps()
-        : m_connection(xcb_connect(nullptr, nullptr), &xcb_disconnect) {}
-
-    std::set<xcb_window_t> shown() const {
-        std::set<xcb_window_t> windows;
-        auto* x = m_connection.get();
-        const auto root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-        const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(x, xcb_query_tree(x, root), nullptr),
-                                                 &std::free);
-        const std::span children(xcb_query_tree_children(tree.get()), tree->children_len);
-        std::vector<xcb_get_window_attributes_cookie_t> cookies;
-        for (const auto window : children)
-            cookies.push_back(xcb_get_window_attributes(x, window));
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            const Reply<xcb_get_window_attributes_reply_t> attributes(
-                xcb_get_window_attributes_reply(x, cookies[i], nullptr), &std::free);
-            if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE)
-                windows.insert(children[i]);
-        }
-        return windows;
+/// The windows that show now; asked for all at once, since this is part of what is measured.
+std::set<xcb_window_t> shownWindows(const XClient& server) {
+    std::set<xcb_window_t> shown;
+    const auto windows = server.topLevelWindows();
+    std::vector<xcb_get_window_attributes_cookie_t> cookies;
+    for (const auto window : windows)
+        cookies.push_back(xcb_get_window_attributes(server.raw(), window));
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const auto answer = owned(xcb_get_window_attributes_reply(server.raw(), cookies[i], nullptr));
+        if (answer && answer->map_state == XCB_MAP_STATE_VIEWABLE)
+            shown.insert(windows[i]);
     }
-
-private:
-    template <class T>
-    using Reply = std::unique_ptr<T, decltype(&std::free)>;
-    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> m_connection;
-};
+    return shown;
+}
 
 class Bench {
 public:
@@ -105,7 +86,7 @@ private:
         for (; m_plugged < count; ++m_plugged)
             run("pactl load-module module-null-source source_name=usb_" + std::to_string(m_plugged) +
                 " >/dev/null");
-        waitUntil("the microphones", [&] { return tavro::AudioDevice::inputDevices().size() == count; });
+        await("the microphones", [&] { return tavro::AudioDevice::inputDevices().size() == count; });
     }
 
     template <class Work>
@@ -129,14 +110,14 @@ private:
     void measureToggles(std::size_t count) {
         std::vector<double> muted, shown;
         for (int round = 0; round < m_rounds; ++round) {
-            const auto before = m_popUps.shown();
+            const auto before = shownWindows(m_server);
             const auto begin = Clock::now();
             tavro::toggleMicMute();
             muted.push_back(Microseconds(Clock::now() - begin).count());
-            waitUntil("the indicator", [&] { return m_popUps.shown() != before; });
+            await("the indicator", [&] { return shownWindows(m_server) != before; });
             shown.push_back(Microseconds(Clock::now() - begin).count());
             tavro::AlertMuteView::shared().closeAlert();
-            waitUntil("its end", [&] { return m_popUps.shown() == before; });
+            await("its end", [&] { return shownWindows(m_server) == before; });
         }
         print(count, "muted", muted);
         print(count, "indicator", shown);
@@ -147,17 +128,17 @@ private:
         std::vector<double> muted, shown;
         for (int round = 0; round < std::min(m_rounds, atMostRounds); ++round) {
             const bool mute = round % 2 == 0;
-            const auto before = m_popUps.shown();
+            const auto before = shownWindows(m_server);
             bench::Child script({m_script, mute ? "1" : "0"}, "/dev/null");
-            waitUntil("the last microphone", [&] {
+            await("the last microphone", [&] {
                 return std::ranges::all_of(tavro::AudioDevice::inputDevices(),
                                            [mute](const auto& device) { return device.mute == mute; });
             });
             muted.push_back(Microseconds(Clock::now() - script.start()).count());
-            waitUntil("the notification", [&] { return m_popUps.shown() != before; });
+            await("the notification", [&] { return shownWindows(m_server) != before; });
             shown.push_back(Microseconds(Clock::now() - script.start()).count());
             script.join();
-            waitUntil("its end", [&] { return m_popUps.shown() == before; });
+            await("its end", [&] { return shownWindows(m_server) == before; });
         }
         print(count, "script-muted", muted);
         print(count, "script-indicator", shown);
@@ -166,7 +147,7 @@ private:
     const std::string m_script;
     const int m_rounds;
     std::size_t m_plugged = 2; // the session's own
-    PopUps m_popUps;
+    XClient m_server;
 };
 
 } // namespace

@@ -23,8 +23,6 @@ namespace {
 
 using namespace bench;
 
-constexpr std::uint8_t middleButton = 2;
-
 std::string sessionFile(const char* name) {
     const auto* folder = std::getenv("TAVRO_SESSION_DIR");
     if (!folder)
@@ -61,11 +59,8 @@ public:
     }
 
     pid_t id() const { return m_process.id(); }
-    void pointAtItem() {
-        m_desktop.movePointer(m_item.x, m_item.y);
-        m_desktop.settle();
-    }
-    Clock::time_point click() { return m_desktop.click(middleButton); }
+    void pointAtItem() { m_desktop.movePointer(m_item); }
+    Clock::time_point click() { return m_desktop.click(m_item); }
     /// So that it costs nothing while something else is measured.
     void halt() { m_process.signal(SIGSTOP); }
     void resume() {
@@ -75,9 +70,9 @@ public:
 
 private:
     Desktop& m_desktop;
-    Picture m_panels;
+    Pixels m_panels;
     Child m_process;
-    Area m_item;
+    Point m_item;
 };
 
 class Race {

@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/audio/AudioHardware.h"
 
@@ -19,8 +19,8 @@ protected:
 
     AudioHardware& hardware() { return machine().audioHardware(); }
 
-    Device addInput(const std::string& name) { return await(rig->addInputDevice(name)); }
-    Device addOutput(const std::string& name) { return await(rig->addOutputDevice(name)); }
+    Device addInput(const std::string& name) { return await(testMachine->addInputDevice(name)); }
+    Device addOutput(const std::string& name) { return await(testMachine->addOutputDevice(name)); }
     Device await(const std::string& uid) {
         EXPECT_TRUE(waitUntil([&] { return idOf(uid) != 0; })) << uid;
         return {uid, idOf(uid)};
@@ -139,7 +139,7 @@ TEST_F(AudioHardwareContract, NumbersStayWithTheirDevicesAndAreNotUsedAgain) {
     const auto first = addInput("Desk Microphone");
     const auto second = addInput("Room Microphone");
     EXPECT_NE(first.id, second.id);
-    rig->removeDevice(first.uid);
+    testMachine->removeDevice(first.uid);
     EXPECT_TRUE(waitUntil([&] { return idOf(first.uid) == 0; }));
     EXPECT_EQ(idOf(second.uid), second.id);
     const auto again = addInput("Desk Microphone");
@@ -182,9 +182,9 @@ TEST_F(AudioHardwareContract, MutingIsInForceWhenTheCallReturns) {
         for (const std::uint32_t mute : {1u, 1u, 0u, 0u}) {
             EXPECT_EQ(hardware().setPropertyData(device.id, address, 4, mute), noErr);
             EXPECT_EQ(word(device.id, address), mute);
-            EXPECT_EQ(rig->isMutedOnServer(device.uid), mute == 1);
+            EXPECT_EQ(testMachine->isMutedOnServer(device.uid), mute == 1);
         }
-    EXPECT_FALSE(rig->isMutedOnServer(other.uid));
+    EXPECT_FALSE(testMachine->isMutedOnServer(other.uid));
 }
 
 TEST_F(AudioHardwareContract, OnlyTheMuteFlagOfADeviceCanBeSet) {
@@ -208,7 +208,7 @@ TEST_F(AudioHardwareContract, OnlyTheMuteFlagOfADeviceCanBeSet) {
     for (const auto& [what, id, address, size, value] : cases) {
         SCOPED_TRACE(what);
         EXPECT_NE(hardware().setPropertyData(id, address, size, value), noErr);
-        EXPECT_FALSE(rig->isMutedOnServer(microphone.uid));
+        EXPECT_FALSE(testMachine->isMutedOnServer(microphone.uid));
         EXPECT_EQ(word(microphone.id, inputMute), 0u);
         EXPECT_EQ(text(microphone.id, kAudioObjectPropertyName), "Desk Microphone");
     }
@@ -218,17 +218,17 @@ TEST_F(AudioHardwareContract, TheDefaultDevicesAreTheServersAndListenersHearOfTh
     const auto microphone = addInput("Desk Microphone");
     const auto speaker = addOutput("Hall Speaker");
     const auto otherMicrophone = addInput("Room Microphone");
-    rig->setDefaultInput(microphone.uid);
-    rig->setDefaultOutput(speaker.uid);
+    testMachine->setDefaultInput(microphone.uid);
+    testMachine->setDefaultOutput(speaker.uid);
     EXPECT_TRUE(comesToBe(kAudioObjectSystemObject, defaultInput, microphone.id));
     EXPECT_TRUE(comesToBe(kAudioObjectSystemObject, defaultOutput, speaker.id));
     for (const auto& [address, which] : {std::pair(defaultInput, "input"), {defaultOutput, "output"}})
         hardware().addPropertyListener(kAudioObjectSystemObject, address, listener(which));
-    rig->setDefaultInput(otherMicrophone.uid);
+    testMachine->setDefaultInput(otherMicrophone.uid);
     EXPECT_TRUE(tells("input ")) << told;
     EXPECT_EQ(word(kAudioObjectSystemObject, defaultInput), otherMicrophone.id);
     EXPECT_EQ(word(kAudioObjectSystemObject, defaultOutput), speaker.id);
-    rig->setDefaultOutput(addOutput("Other Speaker").uid);
+    testMachine->setDefaultOutput(addOutput("Other Speaker").uid);
     EXPECT_TRUE(tells("input output ")) << told;
 }
 
@@ -240,7 +240,7 @@ TEST_F(AudioHardwareContract, ListenersHearOfChangesByWhomeverAfterTheyAreInForc
     EXPECT_EQ(hardware().addPropertyListener(microphone.id, inputMute, seen), noErr);
     EXPECT_EQ(hardware().addPropertyListener(other.id, outputMute, listener("other")), noErr);
 
-    rig->otherProgramSetsMute(microphone.uid, true);
+    testMachine->otherProgramSetsMute(microphone.uid, true);
     EXPECT_TRUE(tells("muted ")) << told;
     EXPECT_TRUE(comesToBe(microphone.id, inputMute, 1));
     hardware().setPropertyData(microphone.id, inputMute, 4, std::uint32_t{0});
@@ -248,7 +248,7 @@ TEST_F(AudioHardwareContract, ListenersHearOfChangesByWhomeverAfterTheyAreInForc
     EXPECT_TRUE(tells("muted live ")) << told;
     // What is the same as before is no change; what comes after it would be told after it.
     hardware().setPropertyData(microphone.id, inputMute, 4, std::uint32_t{0});
-    rig->otherProgramSetsMute(other.uid, true);
+    testMachine->otherProgramSetsMute(other.uid, true);
     EXPECT_TRUE(tells("muted live other ")) << told;
 }
 
@@ -258,25 +258,27 @@ TEST_F(AudioHardwareContract, EachRegistrationIsToldOnceAndRemovedOnce) {
     const auto never = listener("never");
     for (int count = 0; count < 2; ++count)
         EXPECT_EQ(hardware().addPropertyListener(microphone.id, inputMute, twice), noErr);
-    rig->otherProgramSetsMute(microphone.uid, true);
+    testMachine->otherProgramSetsMute(microphone.uid, true);
     EXPECT_TRUE(tells("twice twice ")) << told;
 
     EXPECT_NE(hardware().removePropertyListener(microphone.id, inputMute, never), noErr);
     EXPECT_NE(hardware().removePropertyListener(microphone.id, outputMute, twice), noErr);
     EXPECT_EQ(hardware().removePropertyListener(microphone.id, inputMute, twice), noErr);
-    rig->otherProgramSetsMute(microphone.uid, false);
+    testMachine->otherProgramSetsMute(microphone.uid, false);
     EXPECT_TRUE(tells("twice twice twice ")) << told;
 
     EXPECT_EQ(hardware().removePropertyListener(microphone.id, inputMute, twice), noErr);
     EXPECT_NE(hardware().removePropertyListener(microphone.id, inputMute, twice), noErr);
     const auto last = listener("last");
     EXPECT_EQ(hardware().addPropertyListener(microphone.id, inputMute, last), noErr);
-    rig->otherProgramSetsMute(microphone.uid, true);
+    testMachine->otherProgramSetsMute(microphone.uid, true);
     EXPECT_TRUE(tells("twice twice twice last ")) << told;
 
     EXPECT_NE(hardware().addPropertyListener(0xfffffff0, inputMute, never), noErr);
-    rig->removeDevice(microphone.uid);
+    testMachine->removeDevice(microphone.uid);
     EXPECT_TRUE(waitUntil([&] { return idOf(microphone.uid) == 0; }));
+    EXPECT_EQ(hardware().setPropertyData(microphone.id, inputMute, 4, std::uint32_t{0}),
+              kAudioHardwareBadObjectError);
     EXPECT_NE(hardware().removePropertyListener(microphone.id, inputMute, last), noErr);
 }
 

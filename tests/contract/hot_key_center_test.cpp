@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/input/HotKeyCenter.h"
 
@@ -38,9 +38,9 @@ protected:
         return reference;
     }
     void type(std::uint32_t keyCode, std::uint32_t modifiers) {
-        rig->pressKey(keyCode, modifiers);
-        rig->releaseKey(keyCode);
-        rig->releaseModifiers(modifiers);
+        testMachine->pressKey(keyCode, modifiers);
+        testMachine->releaseKey(keyCode);
+        testMachine->releaseModifiers(modifiers);
     }
     testing::AssertionResult isTold(const std::string& expected) {
         if (waitUntil([&] { return told == expected; }))
@@ -57,10 +57,10 @@ TEST_F(HotKeyCenterContract, APressAndARelease) {
     take(m, cmdKey, 2);
     const auto again = take(m, cmdKey, 3);
     take(p, controlKey | optionKey, 4);
-    rig->pressKey(m, commandShift);
+    testMachine->pressKey(m, commandShift);
     EXPECT_TRUE(isTold("+1 "));
-    rig->releaseModifiers(commandShift); // before the key
-    rig->releaseKey(m);
+    testMachine->releaseModifiers(commandShift); // before the key
+    testMachine->releaseKey(m);
     EXPECT_TRUE(isTold("+1 -1 "));
     type(m, 0);
     type(m, commandShift | optionKey);
@@ -85,12 +85,12 @@ TEST_F(HotKeyCenterContract, TwoKeysAtATimeAreEachFollowedToTheirRelease) {
     listen();
     take(m, commandShift, 1);
     take(p, commandShift, 2);
-    rig->pressKey(m, commandShift);
-    rig->pressKey(p, 0);
-    rig->releaseKey(m);
+    testMachine->pressKey(m, commandShift);
+    testMachine->pressKey(p, 0);
+    testMachine->releaseKey(m);
     EXPECT_TRUE(isTold("+1 +2 -1 "));
-    rig->releaseKey(p);
-    rig->releaseModifiers(commandShift);
+    testMachine->releaseKey(p);
+    testMachine->releaseModifiers(commandShift);
     EXPECT_TRUE(isTold("+1 +2 -1 -2 "));
     // Faster than any hand, while the machine may still be busy with the last release.
     for (const auto* each : {"+1 -1 ", "+2 -2 ", "+1 -1 "}) {
@@ -102,7 +102,7 @@ TEST_F(HotKeyCenterContract, TwoKeysAtATimeAreEachFollowedToTheirRelease) {
 
 TEST_F(HotKeyCenterContract, AKeyOfAnotherProgramIsRefusedAndAskedForAnewWhenItIsFree) {
     listen();
-    ASSERT_TRUE(rig->otherProgramTakesKey(m, commandShift));
+    ASSERT_TRUE(testMachine->otherProgramTakesKey(m, commandShift));
     auto reference = EventHotKeyRef::none;
     const auto attempt = [&](std::uint32_t keyCode) {
         return center().registerEventHotKey(keyCode, commandShift, {'T', 1},
@@ -111,9 +111,9 @@ TEST_F(HotKeyCenterContract, AKeyOfAnotherProgramIsRefusedAndAskedForAnewWhenItI
     EXPECT_EQ(attempt(m), eventHotKeyExistsErr);
     EXPECT_EQ(attempt(4000), eventHotKeyInvalidErr);
     EXPECT_EQ(reference, EventHotKeyRef::none);
-    rig->otherProgramLetsGoOfKey(m, commandShift);
+    testMachine->otherProgramLetsGoOfKey(m, commandShift);
     EXPECT_EQ(attempt(m), noErr);
-    EXPECT_FALSE(rig->otherProgramTakesKey(m, commandShift));
+    EXPECT_FALSE(testMachine->otherProgramTakesKey(m, commandShift));
     type(m, commandShift);
     EXPECT_TRUE(isTold("+1 -1 "));
 }
@@ -124,12 +124,12 @@ TEST_F(HotKeyCenterContract, NothingIsLeftOfAHundredRounds) {
         EXPECT_EQ(center().unregisterEventHotKey(reference), noErr);
         EXPECT_EQ(center().unregisterEventHotKey(reference), eventHotKeyInvalidErr);
     }
-    ASSERT_TRUE(rig->otherProgramTakesKey(m, commandShift));
-    rig->otherProgramLetsGoOfKey(m, commandShift);
+    ASSERT_TRUE(testMachine->otherProgramTakesKey(m, commandShift));
+    testMachine->otherProgramLetsGoOfKey(m, commandShift);
     take(m, commandShift, 1);
-    rig->relaunch();
-    EXPECT_TRUE(rig->otherProgramTakesKey(m, commandShift));
-    rig->otherProgramLetsGoOfKey(m, commandShift);
+    testMachine->relaunch();
+    EXPECT_TRUE(testMachine->otherProgramTakesKey(m, commandShift));
+    testMachine->otherProgramLetsGoOfKey(m, commandShift);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/storage/Images.h"
 
@@ -14,8 +14,8 @@ protected:
 };
 
 TEST_F(ImagesContract, APictureKeepsItsSizeAndColour) {
-    const auto file = rig->folder() / "picture.png";
-    rig->writePicture(file, 5, 3, 0xff204060);
+    const auto file = testMachine->folder() / "picture.png";
+    testMachine->writePicture(file, 5, 3, 0xff204060);
     const auto image = images().contentsOf(file);
     ASSERT_TRUE(image);
     EXPECT_EQ(image->pixelWidth, 5);
@@ -28,7 +28,7 @@ TEST_F(ImagesContract, APictureKeepsItsSizeAndColour) {
 }
 
 TEST_F(ImagesContract, WhatIsNoPictureIsNone) {
-    const std::filesystem::path folder = rig->folder();
+    const std::filesystem::path folder = testMachine->folder();
     std::ofstream(folder / "text.png") << "This is not a picture.";
     std::ofstream(folder / "empty.png").flush();
     std::filesystem::create_directory(folder / "folder.png");

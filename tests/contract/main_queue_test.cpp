@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 namespace tavro {
 namespace {
@@ -24,11 +24,11 @@ TEST_F(MainQueueContract, BlocksRunOneByOneAndNeverInsideTheCallThatQueuesThem) 
 TEST_F(MainQueueContract, DelaysOrderTheBlocksAndNoneIsEarly) {
     using Duration = MainQueue::Duration;
     std::string order;
-    const auto start = rig->now();
+    const auto start = testMachine->now();
     const auto add = [&](const char* name, Duration delay) {
         queue().asyncAfter(delay, [&, name, delay] {
             order += name;
-            EXPECT_GE(rig->now() - start, delay) << name;
+            EXPECT_GE(testMachine->now() - start, delay) << name;
         });
     };
     add("late ", Duration(0.3));

@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/notifications/NotificationSilencing.h"
 
@@ -11,25 +11,25 @@ protected:
 };
 
 TEST_F(NotificationSilencingContract, KeepsNotificationsBackAndLetsThemThroughAgain) {
-    EXPECT_TRUE(rig->showsANotification());
+    EXPECT_TRUE(testMachine->showsANotification());
     for (const bool isOn : {false, true, true, false, false}) {
         EXPECT_TRUE(silencing().setOn(isOn));
         EXPECT_EQ(silencing().isOn(), isOn);
-        EXPECT_EQ(rig->showsANotification(), !isOn);
+        EXPECT_EQ(testMachine->showsANotification(), !isOn);
     }
 }
 
 TEST_F(NotificationSilencingContract, EndsWhatTheUserOrAProcessBeforeHasSwitchedOn) {
-    EXPECT_TRUE(rig->showsANotification());
+    EXPECT_TRUE(testMachine->showsANotification());
     for (const bool isOnByUser : {true, false}) {
         SCOPED_TRACE(isOnByUser);
         if (isOnByUser)
-            rig->userSwitchesDoNotDisturbOn();
+            testMachine->userSwitchesDoNotDisturbOn();
         EXPECT_TRUE(isOnByUser || silencing().setOn(true));
-        rig->relaunch();
+        testMachine->relaunch();
         EXPECT_EQ(silencing().isOn(), true);
         EXPECT_TRUE(silencing().setOn(false));
-        EXPECT_TRUE(rig->showsANotification());
+        EXPECT_TRUE(testMachine->showsANotification());
     }
 }
 

@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/menubar/StatusBar.h"
 #include "platform/process/Application.h"
@@ -25,17 +25,14 @@ protected:
             told += event.type == EventType::rightMouseUp ? "right" : "left";
             told += event.modifierFlags & EventModifierFlags::option ? "+option " : " ";
         });
-        EXPECT_TRUE(waitUntil([&] { return rig->hasStatusItem(); }));
+        EXPECT_TRUE(waitUntil([&] { return testMachine->hasStatusItem(); }));
         return item;
     }
     bool tells(const std::string& expected) {
         return waitUntil([&] { return told == expected; });
     }
     bool opensMenu() {
-        return waitUntil([&] { return rig->menuIsOpen(); });
-    }
-    bool closesMenu() {
-        return waitUntil([&] { return !rig->menuIsOpen(); });
+        return waitUntil([&] { return testMachine->menuIsOpen(); });
     }
 
     const std::shared_ptr<Menu> menu = std::make_shared<Menu>("Menu");
@@ -46,14 +43,14 @@ protected:
 
 TEST_F(StatusBarContract, ClicksSendTheActionWithTheirEventAlsoWithoutAPicture) {
     const auto item = show(left);
-    rig->click(EventType::leftMouseUp);
+    testMachine->click(EventType::leftMouseUp);
     EXPECT_TRUE(tells("left ")) << told;
-    rig->click(EventType::leftMouseUp, EventModifierFlags::option);
+    testMachine->click(EventType::leftMouseUp, EventModifierFlags::option);
     EXPECT_TRUE(tells("left left+option ")) << told;
     EXPECT_EQ(machine().application().currentEvent().type, EventType::none);
     item->button()->setImage(std::nullopt);
     told.clear();
-    rig->click(EventType::leftMouseUp);
+    testMachine->click(EventType::leftMouseUp);
     EXPECT_TRUE(tells("left ")) << told;
 }
 
@@ -63,18 +60,17 @@ TEST_F(StatusBarContract, AnActionMayPopAMenuUpAndOtherClicksDoNotSendIt) {
         told += "right ";
         button->popUp(menu, {0, button->frame().size.height + 2});
     });
-    rig->click(EventType::leftMouseUp);
-    rig->click(EventType::rightMouseUp);
+    testMachine->click(EventType::leftMouseUp);
+    testMachine->click(EventType::rightMouseUp);
     ASSERT_TRUE(opensMenu());
     EXPECT_TRUE(waitUntil([&] { return told.starts_with("right "); })) << told;
-    rig->closeMenu();
-    EXPECT_TRUE(closesMenu());
+    testMachine->closeMenu();
     EXPECT_TRUE(tells("right closed ")) << told;
 
     told.clear();
-    rig->click(EventType::rightMouseUp);
+    testMachine->click(EventType::rightMouseUp);
     ASSERT_TRUE(opensMenu());
-    rig->chooseLast();
+    testMachine->chooseLast();
     // The order of the two is the system's affair.
     EXPECT_TRUE(waitUntil([&] { return told == "right closed chosen " || told == "right chosen closed "; }))
         << told;
@@ -83,19 +79,19 @@ TEST_F(StatusBarContract, AnActionMayPopAMenuUpAndOtherClicksDoNotSendIt) {
 TEST_F(StatusBarContract, AnAttachedMenuTakesTheClick) {
     const auto item = show(left | right);
     item->setMenu(menu);
-    rig->click(EventType::leftMouseUp);
+    testMachine->click(EventType::leftMouseUp);
     ASSERT_TRUE(opensMenu());
-    rig->closeMenu();
+    testMachine->closeMenu();
     EXPECT_TRUE(tells("closed ")) << told;
     item->setMenu(nullptr);
-    rig->click(EventType::leftMouseUp);
+    testMachine->click(EventType::leftMouseUp);
     EXPECT_TRUE(tells("closed left ")) << told;
 }
 
 TEST_F(StatusBarContract, DroppingAnItemRemovesIt) {
     auto item = show(left);
     item = nullptr;
-    EXPECT_TRUE(waitUntil([&] { return !rig->hasStatusItem(); }));
+    EXPECT_TRUE(waitUntil([&] { return !testMachine->hasStatusItem(); }));
 }
 
 } // namespace

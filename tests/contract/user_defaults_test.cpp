@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/storage/UserDefaults.h"
 
@@ -51,7 +51,7 @@ TEST_F(UserDefaultsContract, EveryTypeSurvivesTheProcess) {
     for (const auto& [key, value] : values)
         defaults().setObject(key, value);
     EXPECT_TRUE(defaults().synchronize());
-    rig->relaunch();
+    testMachine->relaunch();
     for (const auto& [key, value] : values) {
         SCOPED_TRACE(key);
         EXPECT_EQ(defaults().object(key), value);
@@ -62,11 +62,11 @@ TEST_F(UserDefaultsContract, WhatIsRemovedOrReplacedDoesNotComeBack) {
     defaults().setObject("removed", 1);
     defaults().setObject("replaced", 1);
     EXPECT_TRUE(defaults().synchronize());
-    rig->relaunch();
+    testMachine->relaunch();
     defaults().removeObject("removed");
     defaults().setObject("replaced", "new");
     EXPECT_TRUE(defaults().synchronize());
-    rig->relaunch();
+    testMachine->relaunch();
     EXPECT_EQ(defaults().object("removed"), std::nullopt);
     EXPECT_EQ(defaults().object("replaced"), PropertyList("new"));
 }
@@ -77,7 +77,7 @@ TEST_F(UserDefaultsContract, WritesReachTheDiskSoonWithoutBeingAsked) {
     bool wasFree = false;
     machine().mainQueue().async([&] { wasFree = true; });
     ASSERT_TRUE(waitUntil([&] { return wasFree; }));
-    rig->relaunch();
+    testMachine->relaunch();
     EXPECT_EQ(defaults().object("key"), PropertyList(1));
 }
 

@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"
@@ -35,7 +35,7 @@ protected:
         return window;
     }
     Screen firstScreen() { return machine().screens().screens().front(); }
-    std::optional<Rect> shownFrame(const Window& window) { return rig->shownFrame(number(window)); }
+    std::optional<Rect> shownFrame(const Window& window) { return testMachine->shownFrame(number(window)); }
     bool isShownAt(const Window& window, std::optional<Rect> frame) {
         return waitUntil([&] { return shownFrame(window) == frame; });
     }
@@ -119,7 +119,7 @@ TEST_F(WindowServerContract, DroppingTheLastReferenceTakesTheWindowOffTheScreen)
     ASSERT_TRUE(isShownAt(*cover, firstScreen().frame));
     const auto coverNumber = number(*cover);
     cover = nullptr;
-    EXPECT_TRUE(waitUntil([&] { return !rig->shownFrame(coverNumber); }));
+    EXPECT_TRUE(waitUntil([&] { return !testMachine->shownFrame(coverNumber); }));
 }
 
 TEST_F(WindowServerContract, ClosingLetsTheContentViewGo) {
@@ -134,7 +134,7 @@ TEST_F(WindowServerContract, ClosingLetsTheContentViewGo) {
 }
 
 TEST_F(WindowServerContract, ACoverStandsBelowApplicationsAndStaysWhenAllAreHidden) {
-    rig->openWindow("Tavro-Editor", "notes", place);
+    testMachine->openWindow("Tavro-Editor", "notes", place);
     const auto screen = firstScreen();
     const auto cover = createCover(screen);
     cover->orderFrontRegardless();
@@ -149,17 +149,17 @@ TEST_F(WindowServerContract, ACoverStandsBelowApplicationsAndStaysWhenAllAreHidd
 }
 
 TEST_F(WindowServerContract, TheListGoesFrontToBackWithoutWhatIsNotOnScreen) {
-    rig->openWindow("Tavro-Editor", "notes", place);
-    rig->openWindow("Tavro-Browser", "page", place);
+    testMachine->openWindow("Tavro-Editor", "notes", place);
+    testMachine->openWindow("Tavro-Browser", "page", place);
     const auto listed = [&](const std::vector<std::string>& expected) {
         return waitUntil([&] { return owners(onScreen(), {"notes", "page"}) == expected; });
     };
     EXPECT_TRUE(listed({"Tavro-Browser", "Tavro-Editor"}));
-    rig->clickWindow("notes");
+    testMachine->clickWindow("notes");
     EXPECT_TRUE(listed({"Tavro-Editor", "Tavro-Browser"}));
-    rig->minimise("notes");
+    testMachine->minimise("notes");
     EXPECT_TRUE(listed({"Tavro-Browser"}));
-    rig->quit("Tavro-Browser");
+    testMachine->quit("Tavro-Browser");
     EXPECT_TRUE(listed({}));
 }
 

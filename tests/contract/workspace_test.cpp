@@ -1,4 +1,4 @@
-#include "Rig.h"
+#include "support/TestMachine.h"
 
 #include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"
@@ -19,7 +19,7 @@ protected:
     /// Opens a window and returns its application, which is another one than `other`.
     Application open(const std::string& application, const std::string& title,
                      const Application& other = nullptr) {
-        rig->openWindow(application, title, place);
+        testMachine->openWindow(application, title, place);
         return frontmostOtherThan(other);
     }
     Application frontmostOtherThan(const Application& other) {
@@ -63,12 +63,12 @@ TEST_F(WorkspaceContract, ActivationsAreToldWhenTheyAreInForce) {
     const auto browser = open("Tavro-Browser", "page", editor);
     ASSERT_TRUE(browser);
     EXPECT_TRUE(tells("browser ")) << told;
-    rig->clickWindow("notes");
+    testMachine->clickWindow("notes");
     EXPECT_TRUE(tells("browser editor ")) << told;
     browser->activate(ApplicationActivationOption::ignoringOtherApps);
     EXPECT_TRUE(tells("editor browser ")) << told;
     observation = Observation();
-    rig->clickWindow("notes");
+    testMachine->clickWindow("notes");
     EXPECT_TRUE(isFrontmost(editor));
     EXPECT_TRUE(told.ends_with("editor browser ")) << told;
 }
@@ -84,9 +84,9 @@ TEST_F(WorkspaceContract, HidingTakesAllWindowsOfOneApplication) {
     EXPECT_TRUE(shows({"page"}));
     editor->hide();
     editor->unhide();
-    EXPECT_TRUE(waitUntil([&] { return rig->shownTitles().size() == 3; }));
+    EXPECT_TRUE(waitUntil([&] { return testMachine->shownTitles().size() == 3; }));
     editor->unhide();
-    EXPECT_TRUE(waitUntil([&] { return rig->shownTitles().size() == 3; }));
+    EXPECT_TRUE(waitUntil([&] { return testMachine->shownTitles().size() == 3; }));
 }
 
 TEST_F(WorkspaceContract, TheNextProcessRestoresTheStackingAndWhatTheUserHadPutAway) {
@@ -94,14 +94,14 @@ TEST_F(WorkspaceContract, TheNextProcessRestoresTheStackingAndWhatTheUserHadPutA
     const auto chat = open("Tavro-Chat", "talk", editor);
     open("Tavro-Editor", "letter", chat);
     open("Tavro-Chat", "away", editor);
-    rig->minimise("away");
+    testMachine->minimise("away");
     open("Tavro-Browser", "page", chat);
     const Titles before{"notes", "talk", "letter", "page"};
     ASSERT_TRUE(shows(before));
     editor->hide();
     chat->hide();
     ASSERT_TRUE(shows({"page"}));
-    rig->relaunch();
+    testMachine->relaunch();
     const auto front = frontmostOtherThan(nullptr);
     ASSERT_NE(front, nullptr);
     for (const auto& application : workspace().runningApplications())
@@ -114,7 +114,7 @@ TEST_F(WorkspaceContract, UnhidingLeavesWindowsAloneThatNobodyHid) {
     const auto editor = open("Tavro-Editor", "notes");
     open("Tavro-Editor", "letter");
     ASSERT_TRUE(editor);
-    rig->minimise("notes");
+    testMachine->minimise("notes");
     ASSERT_TRUE(shows({"letter"}));
     editor->unhide();
     editor->hide();
@@ -128,7 +128,9 @@ TEST_F(WorkspaceContract, AnOrdinaryWindowOfThisProgramCountsLikeAnyOther) {
     ASSERT_TRUE(editor);
     const auto window = machine().windowServer().createWindow(
         place, WindowStyleMask::titled | WindowStyleMask::closable, BackingStore::buffered, false, {});
-    const auto isShown = [&] { return rig->shownFrame(WindowNumber(window->windowNumber())).has_value(); };
+    const auto isShown = [&] {
+        return testMachine->shownFrame(WindowNumber(window->windowNumber())).has_value();
+    };
     window->makeKeyAndOrderFront();
     machine().application().activate(true);
     const auto self = frontmostOtherThan(editor);
@@ -150,8 +152,8 @@ TEST_F(WorkspaceContract, RequestsToAnApplicationThatHasGoneAreIgnored) {
     const auto editor = open("Tavro-Editor", "notes");
     const auto browser = open("Tavro-Browser", "page", editor);
     ASSERT_TRUE(editor && browser);
-    rig->quit("Tavro-Browser");
-    rig->clickWindow("notes");
+    testMachine->quit("Tavro-Browser");
+    testMachine->clickWindow("notes");
     ASSERT_TRUE(isFrontmost(editor));
     browser->hide();
     browser->unhide();

@@ -1,11 +1,11 @@
-#include "UiTest.h"
+#include "support/UiTest.h"
 
 #include "LaunchAtLogin/LaunchAtLogin.h"
 #include "ui/preferences/Recorder.h"
 
 #include <QAccessible>
 #include <QProcess>
-#include <QTest>
+#include <QWindow>
 
 #include <set>
 
@@ -18,6 +18,15 @@ class Announcements : public UiTest {
 protected:
     using Announced = std::pair<QAccessible::Event, std::string>;
 
+    static void SetUpTestSuite() {
+        s_bus = std::make_unique<QProcess>();
+        s_bus->start("/usr/libexec/at-spi-bus-launcher", {"--launch-immediately", "--a11y=1"});
+    }
+    static void TearDownTestSuite() {
+        s_bus->terminate();
+        s_bus->waitForFinished();
+        s_bus.reset();
+    }
     void SetUp() override {
         QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
             if (const auto* accessible = event->accessibleInterface())
@@ -31,17 +40,18 @@ protected:
         window.show();
         for (auto* widget : window.findChildren<QWidget*>())
             QAccessible::queryAccessibleInterface(widget);
-        ASSERT_TRUE(QTest::qWaitFor([] { return QAccessible::isActive(); }));
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(comesTo("assistive technology", [] { return QAccessible::isActive(); }));
+        ASSERT_TRUE(comesTo("the window", [&] { return window.windowHandle()->isExposed(); }));
     }
     static void expect(const Announced& event, const std::function<void()>& cause) {
         settle();
         s_announced.clear();
         cause();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return s_announced.contains(event); })) << event.second;
+        EXPECT_TRUE(comesTo(event.second, [&] { return s_announced.contains(event); }));
     }
 
 private:
+    static inline std::unique_ptr<QProcess> s_bus;
     static inline std::set<Announced> s_announced;
 };
 
@@ -56,10 +66,8 @@ TEST_F(Announcements, StatesOfThePopover) {
             expect({QAccessible::StateChanged, settings.options()[i].name},
                    [&] { settings.setOptionIsOn(i, !settings.options()[i].isOn); });
     }
-    expect({QAccessible::ObjectShow, "🎉 New version is available. Click to update"}, [&] {
-        mac.urlSession()->answer(R"({"version":"99.0.0"})");
-        mac.mainQueue().runUntilIdle();
-    });
+    expect({QAccessible::ObjectShow, "🎉 New version is available. Click to update"},
+           [&] { publishNewVersion(); });
 }
 
 TEST_F(Announcements, StatesOfThePreferences) {
@@ -67,7 +75,7 @@ TEST_F(Announcements, StatesOfThePreferences) {
     show(window);
     expect({QAccessible::StateChanged, "Launch at login"}, [&] { LaunchAtLogin::setIsEnabled(false); });
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(comesTo("the focus", [&] { return window.windowHandle()->isActive(); }));
     auto& recorder = find<Recorder>(window);
     expect({QAccessible::Focus, "Toggle TavroPRO"}, [&] { recorder.setFocus(Qt::TabFocusReason); });
     expect({QAccessible::DescriptionChanged, "Toggle TavroPRO"}, [&] { recorder.click(); });
@@ -78,12 +86,3 @@ TEST_F(Announcements, StatesOfThePreferences) {
 
 } // namespace
 } // namespace tavro
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication application(argc, argv);
-    QProcess bus;
-    bus.start("/usr/libexec/at-spi-bus-launcher", {"--launch-immediately", "--a11y=1"});
-    return RUN_ALL_TESTS();
-}

@@ -1,29 +1,25 @@
 #include "support/ClientApplication.h"
-#include "support/MachineTest.h"
+#include "support/LinuxMachineTest.h"
 
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "audio/AlertView.h"
-#include "platform/menubar/ControlStrip.h"
+#include "platform/input/KeyboardLayout.h"
 #include "platform/windows/OverlayWindow.h"
 
 #include <QApplication>
 
 #include <algorithm>
 
-class Indicator : public MachineTest {
+class Indicator : public LinuxMachineTest {
 protected:
     static xcb_window_t number(const tavro::AlertView& alert) {
         return static_cast<xcb_window_t>(alert.window->windowNumber());
     }
 
-    std::ptrdiff_t pixelsOf(std::uint32_t color) const {
-        return std::ranges::count(server.screenshot(trayEnd), color);
-    }
-
     static constexpr Rect place{860, 750, 200, 200};
-    static constexpr Rect trayEnd{1896, 0, 24, 28};
 };
 
-TEST_F(Indicator, StandsAboveAllAtItsPlaceWithRoundCornersAndTakesNothing) {
+TEST_F(Indicator, StandsAboveEverythingAndTakesNoClicks) {
     ClientApplication below(server, "Below"), other(server, "Other");
     const auto window = below.addWindow({800, 700, 320, 300});
     const auto focused = other.addWindow({100, 100, 300, 200});
@@ -53,7 +49,7 @@ TEST_F(Indicator, StandsAboveAllAtItsPlaceWithRoundCornersAndTakesNothing) {
 }
 
 // The window manager once moved a new indicator back to where it had been made.
-TEST_F(Indicator, StandsAtItsPlaceEveryTime) {
+TEST_F(Indicator, StandsInTheSamePlaceEveryTime) {
     for (int time = 0; time < 20; ++time) {
         SCOPED_TRACE(time);
         const tavro::AlertView alert(time % 2 == 0);
@@ -67,39 +63,13 @@ TEST_F(Indicator, StandsAtItsPlaceEveryTime) {
     }
 }
 
-TEST_F(Indicator, TheControlStripShowsAButtonThatTakesClicks) {
-    int touches = 0;
-    auto button = std::make_shared<tavro::TouchBarButton>();
-    button->image = tavro::NamedImage{"mic-on"};
-    button->bezelColor = tavro::Color{1, 0, 0, 1};
-    button->action = [&touches] { ++touches; };
-    const auto item = std::make_shared<tavro::CustomTouchBarItem>("item");
-    item->setView(button);
-    auto& strip = machine.controlStrip();
-    for (const bool isAgain : {false, true}) {
-        SCOPED_TRACE(isAgain ? "again" : "first");
-        strip.addSystemTrayItem(item);
-        strip.setPresence("item", true);
-        EXPECT_TRUE(shows("the bezel", [&] { return pixelsOf(0xFF0000) > 50; }));
-        for (const auto mouse : {Input::Button::left, Input::Button::middle}) {
-            const auto before = touches;
-            input.click(tray.itemPlace(), mouse);
-            EXPECT_TRUE(shows("the touch", [&] { return touches == before + 1; }));
-            parkPointer();
-        }
-        button->bezelColor = tavro::Color{0, 1, 0, 1};
-        item->setView(button);
-        EXPECT_TRUE(
-            shows("the other bezel", [&] { return pixelsOf(0x00FF00) > 50 && pixelsOf(0xFF0000) == 0; }));
-        strip.removeSystemTrayItem(item);
-        EXPECT_TRUE(shows("an empty tray", [&] { return tray.isEmpty(); }));
-        button->bezelColor = tavro::Color{1, 0, 0, 1};
+TEST_F(LinuxMachineTest, TheTextOfAKeyIsWhatTheLayoutPrints) {
+    const tavro::KeyboardShortcuts::Shortcut shortcut(46, tavro::cmdKey | tavro::shiftKey);
+    const std::pair<const char*, const char*> layouts[] = {
+        {"fr", "⇧⌘,"}, {"ru,us", "⇧⌘M"}, {"ru", "⇧⌘M"}, {"de", "⇧⌘M"}, {"us", "⇧⌘M"}};
+    for (const auto& [layout, text] : layouts) {
+        SCOPED_TRACE(layout);
+        ASSERT_TRUE(Session::run(std::string("setxkbmap -layout ") + layout));
+        EXPECT_TRUE(shows("the key's text", [&] { return shortcut.description() == text; }));
     }
-}
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
 }

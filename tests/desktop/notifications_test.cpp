@@ -1,7 +1,6 @@
 #include "support/DesktopTest.h"
 #include "support/NotificationServer.h"
 
-#include <chrono>
 #include <csignal>
 
 namespace {
@@ -63,7 +62,7 @@ TEST_P(Notifications, WhatTheUserHadSwitchedOnEndsWithThePresentation) {
     EXPECT_EQ(tavro->errors(), "");
 }
 
-TEST_P(Notifications, TheNextLaunchsTurnOffPutsRightWhatAKilledProcessHadLeft) {
+TEST_P(Notifications, TurningOffInTheNextLaunchEndsWhatAKilledProcessLeftOn) {
     NotificationServer notifications(server, *GetParam());
     auto tavro = launch();
     toggle(*tavro);
@@ -87,29 +86,18 @@ INSTANTIATE_TEST_SUITE_P(Servers, Notifications,
                              return name;
                          });
 
-TEST_F(DesktopTest, AHungNotificationServerCostsOneBoundAndOneLineAndIsSwitchedWhenItComesToIt) {
-    constexpr std::chrono::milliseconds oneBound{1000}, noBound{250};
+// Each wait in vain is a line.
+TEST_F(DesktopTest, AHungNotificationServerIsWaitedForOnceAndSwitchedWhenItRecovers) {
     NotificationServer notifications(server, NotificationServer::dunst);
     auto tavro = launch();
-    // Turns on or off, and how long the step before that line took.
-    const auto toggleWithin = [&](const std::string& line, long count, std::chrono::milliseconds bound) {
-        const bool turnsOn = line == "ENABLE";
-        clickItem(Input::Button::middle);
-        ASSERT_TRUE(tavro->waitForLine(turnsOn ? turnedOn : turnedOff, count));
-        const auto start = std::chrono::steady_clock::now();
-        ASSERT_TRUE(tavro->waitForLine(line, count));
-        EXPECT_LT(std::chrono::steady_clock::now() - start, bound);
-        parkPointer();
-        waitForTray(turnsOn);
-    };
     toggle(*tavro);
     toggle(*tavro);
     notifications.freeze();
-    toggleWithin("ENABLE", 2, oneBound);
+    toggle(*tavro);
     EXPECT_TRUE(server.eventually("the other applications hidden",
                                   [this] { return areMinimised(windowsBesides("Chat")); }));
-    toggleWithin("DISABLE", 2, noBound);
-    toggleWithin("ENABLE", 3, noBound);
+    toggle(*tavro);
+    toggle(*tavro);
     EXPECT_EQ(tavro->errors(),
               "tavropro: Do Not Disturb cannot be switched: org.freedesktop.Notifications does "
               "not answer\n");

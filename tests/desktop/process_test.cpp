@@ -2,8 +2,6 @@
 #include "support/SessionManager.h"
 
 #include <csignal>
-#include <fstream>
-#include <regex>
 
 class ProcessTest : public DesktopTest {
 protected:
@@ -14,11 +12,7 @@ protected:
                                       [this] { return areMinimised(windowsBesides("Chat")); }));
     }
 
-    bool defaultsSayOff() const {
-        std::ifstream file(defaultsFile());
-        const std::string text(std::istreambuf_iterator<char>(file), {});
-        return std::regex_search(text, std::regex("<key>tavro</key>\\s*<false/>"));
-    }
+    bool defaultsSayOff() const { return defaultsHold("tavro", false); }
 
     xcb_window_t onlyMenu() {
         EXPECT_TRUE(server.eventually("one menu", [this] { return server.menus().size() == 1; }));
@@ -145,11 +139,6 @@ TEST_F(ProcessTest, TheFirstLaunchMakesItALoginItemAndLaterOnesLeaveThatToTheUse
     EXPECT_EQ(tavro->errors(), "");
     EXPECT_TRUE(Session::run("desktop-file-validate '" + entry.string() + "'"));
 
-    auto how = settings(); // as a session starts it
-    how.wrapper = {"sh", "-c", "eval exec $(sed -n s/^Exec=//p '" + entry.string() + "')"};
-    tavro = launch(how);
-    quit(tavro);
-
     std::filesystem::remove(entry);
     tavro = launch();
     quit(tavro);
@@ -163,6 +152,18 @@ TEST_F(ProcessTest, ASecondLaunchActivatesTheFirst) {
     EXPECT_EQ(second.output(), "TavroPRO is running already and was activated\n");
     EXPECT_EQ(second.errors(), "");
     EXPECT_TRUE(tray.showsItem());
+    toggle(*first);
+    EXPECT_EQ(first->linesOfOutput(turnedOn), 1);
+    quit(first);
+}
+
+TEST_F(ProcessTest, ASecondLaunchGivesUpAFirstThatHangs) {
+    auto first = launch();
+    first->signal(SIGSTOP);
+    TavroProcess second(settings());
+    EXPECT_EQ(second.end(), "exited with 1");
+    EXPECT_EQ(second.output(), "TavroPRO is running already and does not answer\n");
+    first->signal(SIGCONT);
     toggle(*first);
     EXPECT_EQ(first->linesOfOutput(turnedOn), 1);
     quit(first);

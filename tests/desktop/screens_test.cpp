@@ -52,18 +52,6 @@ private:
     Pixels m_second;
 };
 
-TEST_F(Screens, ASingleScreenHasOneCover) {
-    unplugSecond();
-    auto tavro = launch();
-    toggle(*tavro);
-    EXPECT_TRUE(everyScreenIsCovered());
-    ASSERT_EQ(covers(*tavro).size(), 1u);
-    EXPECT_EQ(server.place(covers(*tavro).front()), server.screens().front());
-    toggle(*tavro);
-    EXPECT_TRUE(everyIconShows());
-    quit(tavro);
-}
-
 TEST_F(Screens, AScreenMayBeUnpluggedWhileItIsCovered) {
     const auto stacking = server.applicationWindows();
     const auto front = server.active();

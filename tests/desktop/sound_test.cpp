@@ -1,17 +1,13 @@
 #include "support/AudioServer.h"
 #include "support/DesktopTest.h"
 
-#include <algorithm>
-#include <fstream>
-
 /// The real program beside the session's audio server, which other programs use meanwhile.
 class Sound : public DesktopTest {
 protected:
     using Muted = std::set<std::string>;
 
     std::unique_ptr<TavroProcess> launchMutingSpeaker() {
-        std::ofstream(defaultsFile())
-            << R"(<plist version="1.0"><dict><key>muteSpeaker</key><true/></dict></plist>)";
+        writeDefaults("<key>muteSpeaker</key><true/>");
         return launch();
     }
 

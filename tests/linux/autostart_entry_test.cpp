@@ -1,6 +1,6 @@
 #include "platform/linux/storage/AutostartEntry.h"
 
-#include "desktop/support/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
 #include "platform/linux/storage/FetchURLSession.h"
 
-#include "desktop/support/TemporaryFolder.h"
 #include "platform/simulated/process/SimulatedLog.h"
 #include "support/HttpsServer.h"
+#include "support/TemporaryFolder.h"
+#include "support/WaitUntil.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ protected:
     }
 
     /// Where the handler is not called within a deadline, a text that no server sends.
-    Document fetch(const std::string& url, FetchURLSession::Limits limits = {}) {
+    Document fetch(const std::string& url, FetchURLSession::Limits limits = {.time = deadline}) {
         FetchURLSession session(program, log, limits);
         Document result = "(no answer)";
         QEventLoop loop;
@@ -35,7 +35,7 @@ protected:
             result = data;
             loop.quit();
         });
-        QTimer::singleShot(10s, &loop, &QEventLoop::quit);
+        QTimer::singleShot(deadline, &loop, &QEventLoop::quit);
         loop.exec();
         return result;
     }
@@ -99,17 +99,11 @@ TEST_F(FetchURLSessionTest, WithoutTheUsersWordTheSystemsAuthoritiesDecide) {
     EXPECT_EQ(fetch(local(server.ports().trusted, "/document")), std::nullopt);
 }
 
-TEST_F(FetchURLSessionTest, WhatTakesTooLongIsGivenUpAndNothingIsSaidTwice) {
-    for (const auto* path : {"/stalled", "/silent"}) {
-        SCOPED_TRACE(path);
-        QElapsedTimer time;
-        time.start();
-        EXPECT_EQ(fetch(local(server.ports().trusted, path), {.time = 300ms}), std::nullopt);
-        EXPECT_GE(time.elapsed(), 300);
-        EXPECT_LT(time.elapsed(), 5000);
-    }
+// The server ends neither connection by itself, so that only the limit can.
+TEST_F(FetchURLSessionTest, WhatTakesTooLongOrIsTooLongIsNoDocument) {
+    for (const auto* path : {"/stalled", "/silent"})
+        EXPECT_EQ(fetch(local(server.ports().trusted, path), {.time = 300ms}), std::nullopt) << path;
     EXPECT_EQ(fetch(local(server.ports().trusted, "/document"), {.bytes = 3}), std::nullopt);
-    EXPECT_EQ(server.requests(), "GET /stalled HTTP/1.1\nGET /silent HTTP/1.1\nGET /document HTTP/1.1\n");
 }
 
 TEST_F(FetchURLSessionTest, TheUsersProxyIsUsed) {

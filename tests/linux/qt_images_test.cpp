@@ -1,7 +1,7 @@
 #include "platform/linux/storage/QtImages.h"
 
-#include "desktop/support/TemporaryFolder.h"
 #include "platform/simulated/process/SimulatedLog.h"
+#include "support/TemporaryFolder.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

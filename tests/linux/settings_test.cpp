@@ -1,7 +1,7 @@
 #include "platform/linux/bus/GSettings.h"
 #include "platform/linux/bus/GVariantText.h"
 
-#include "desktop/support/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <QCoreApplication>
 

@@ -1,13 +1,13 @@
 #include "platform/linux/storage/XdgFileManager.h"
 
-#include "desktop/support/TemporaryFolder.h"
+#include "support/Files.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -23,11 +23,6 @@ protected:
         ::setenv("HOME", home.c_str(), 1);
         ::setenv("XDG_CONFIG_HOME", (home / "config").c_str(), 1);
         fs::create_directories(home / "config");
-    }
-
-    static std::string read(const fs::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
     }
 
     TemporaryFolder folder;
@@ -64,18 +59,25 @@ TEST_F(XdgFileManagerTest, AKillAtAnyMomentLeavesTheOldBytesOrTheNew) {
     const std::string contents[] = {std::string(1 << 20, 'a'), std::string(3 << 19, 'b')};
     const auto file = home / "wallpaper.png";
     ASSERT_EQ(files.writeAtomically(file, contents[0]), std::nullopt);
-    for (int delay = 0; delay < 3000; delay += 100) {
+    for (int moment = 0; moment < 30; ++moment) {
+        int rounds[2];
+        ASSERT_EQ(::pipe(rounds), 0);
         const auto child = ::fork();
         if (child == 0) {
             for (unsigned round = 1;; ++round)
-                if (files.writeAtomically(file, contents[round % 2]))
+                if (::write(rounds[1], "", 1) != 1 || files.writeAtomically(file, contents[round % 2]))
                     ::_exit(1);
         }
-        ::usleep(static_cast<useconds_t>(delay)); // another moment of the writing each time
+        char begun = 1;
+        EXPECT_EQ(::read(rounds[0], &begun, 1), 1);
+        for (int look = 0; look < 100 * moment; ++look) // another moment of the writing each time
+            EXPECT_TRUE(fs::exists(file));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
-        const auto found = read(file);
-        ASSERT_TRUE(found == contents[0] || found == contents[1]) << found.size() << " bytes, " << delay;
+        ::close(rounds[0]);
+        ::close(rounds[1]);
+        const auto found = contentsOf(file);
+        ASSERT_TRUE(found == contents[0] || found == contents[1]) << found.size() << " bytes, " << moment;
     }
 }
 
@@ -93,7 +95,7 @@ TEST_F(XdgFileManagerTest, WhatCannotBeWrittenIsSaidAndChangesNothing) {
     int status = -1;
     ::waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(read(file), "old");
+    EXPECT_EQ(contentsOf(file), "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(home), {}), 2) << "a remnant is left";
     EXPECT_TRUE(files.writeAtomically("/proc/none/wallpaper.png", "new"));
     EXPECT_TRUE(files.writeAtomically(home / "config", "new"));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/support/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 
 #include <QProcess>
 

@@ -1,10 +1,8 @@
-#include "UiTest.h"
+#include "support/UiTest.h"
 
 #include "LaunchAtLogin/LaunchAtLogin.h"
-#include "platform/simulated/storage/SimulatedImages.h"
 
 #include <QAccessible>
-#include <QTest>
 
 namespace tavro {
 namespace {
@@ -53,38 +51,26 @@ protected:
 };
 
 TEST_F(AccessibilityTest, ThePopoverSaysWhatItShows) {
-    mac.urlSession()->answer(R"({"version":"99.0.0"})");
-    mac.mainQueue().runUntilIdle();
+    publishNewVersion();
     const auto widget = popover();
     std::vector<std::pair<Role, std::string>> expected{{Role::CheckBox, ContentView::headerTitle}};
     for (const auto& option : UserSettings::shared().options())
         expected.emplace_back(Role::CheckBox, option.name);
     expected.emplace_back(Role::Button, "🎉 New version is available. Click to update");
     EXPECT_EQ(said(*widget), expected);
-    act(*all(*widget).back(), QAccessibleActionInterface::pressAction());
-    const auto page = std::string("workspace.open ") + Constants::changelogURL;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return mac.journal().lines().back() == page; }));
-}
-
-TEST_F(AccessibilityTest, ThePopoversStatesFollowTheProduct) {
-    const auto widget = popover();
-    const auto& header = named(*widget, Role::CheckBox, ContentView::headerTitle);
     auto& row = named(*widget, Role::CheckBox, UserSettings::shared().options()[3].name);
-    for (const bool isOn : {true, false}) {
-        SCOPED_TRACE(isOn);
-        UserSettings::shared().setTavroIsOn(isOn);
-        settle();
-        EXPECT_EQ(header.state().checked, isOn);
+    for (const bool isOn : {!row.state().checked, static_cast<bool>(row.state().checked)}) {
         act(row, QAccessibleActionInterface::toggleAction());
         EXPECT_EQ(UserSettings::shared().options()[3].isOn, isOn);
         EXPECT_EQ(row.state().checked, isOn);
     }
+    act(*all(*widget).back(), QAccessibleActionInterface::pressAction());
+    const auto page = std::string("workspace.open ") + Constants::changelogURL;
+    EXPECT_TRUE(comesTo("the page", [&] { return mac.journal().lines().back() == page; }));
 }
 
 TEST_F(AccessibilityTest, ThePreferencesSayWhatTheyShow) {
-    const auto file = mac.fileManager().existingDocumentsFolder().value() / "wallpaper.png";
-    SimulatedImages::write(file, 2, 2, 0xFF3366CC);
-    mac.userDefaults().setObject(Constants::wallpaperFileKey, true);
+    chooseWallpaper();
     auto& window = preferences();
     const std::vector<std::pair<Role, std::string>> expected{
         {Role::Window, "TavroPRO"},
@@ -119,7 +105,7 @@ TEST_F(AccessibilityTest, ThePreferencesTakeActions) {
         EXPECT_EQ(login.state().checked, isOn);
     }
     act(named(window, Role::Button, "Select..."), QAccessibleActionInterface::pressAction());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return mac.openPanels().shown().has_value(); }));
+    EXPECT_TRUE(comesTo("the chooser", [&] { return mac.openPanels().shown().has_value(); }));
 }
 
 } // namespace

@@ -1,14 +1,14 @@
-#include "UiTest.h"
+#include "support/UiTest.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "LaunchAtLogin/LaunchAtLogin.h"
-#include "platform/simulated/storage/SimulatedImages.h"
 #include "ui/popover/CustomToogleButton.h"
 #include "ui/preferences/Recorder.h"
 #include "ui/preferences/RecorderCocoa.h"
 
 #include <QPointer>
 #include <QTest>
+#include <QWindow>
 
 namespace tavro {
 namespace {
@@ -19,7 +19,7 @@ protected:
     static void activate(QWidget& window) {
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(comesTo("the focus", [&] { return window.windowHandle()->isActive(); }));
     }
     static void type(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(window.windowHandle(), key, modifiers);
@@ -101,9 +101,7 @@ TEST_F(KeyboardTest, TheRingShowsForTheKeyboardOnly) {
 }
 
 TEST_F(KeyboardTest, TabGoesThroughThePreferencesPastTheFields) {
-    const auto file = mac.fileManager().existingDocumentsFolder().value() / "wallpaper.png";
-    SimulatedImages::write(file, 2, 2, 0xFF3366CC);
-    mac.userDefaults().setObject(Constants::wallpaperFileKey, true);
+    chooseWallpaper();
     auto& window = preferences();
     activate(window);
     EXPECT_EQ(focused(), "General");

@@ -1,4 +1,4 @@
-#include "UiTest.h"
+#include "support/UiTest.h"
 
 #include "audio/AlertMuteView.h"
 #include "audio/AlertView.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Launch.h"
+#include "support/Launch.h"
 
 #include "audio/AudioDevice.h"
 

@@ -1,4 +1,4 @@
-#include "Launch.h"
+#include "support/Launch.h"
 
 #include "app/Constants.h"
 

@@ -1,8 +1,8 @@
-#include "Launch.h"
+#include "support/Launch.h"
 
 #include "desktop/CoverWindow.h"
-#include "desktop/support/TemporaryFolder.h"
 #include "platform/simulated/windows/SimulatedOverlayWindow.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Launch.h"
+#include "support/Launch.h"
 
 #include "notifications/DoNotDisturb.h"
 #include "platform/plist/PlistNode.h"
@@ -189,7 +189,7 @@ TEST(DoNotDisturbTest, APreferenceFileThatCannotBeReadIsOneLineAndCountsAsOff) {
 
 TEST(DoNotDisturbTest, AMachineWithASwitchOfItsOwnIsSwitchedByIt) {
     Generation other({14, 0});
-    auto& silencing = other.mac.becomeSwitchable();
+    auto& silencing = other.mac.addNotificationSwitch();
     EXPECT_EQ(other.journalOf(&DoNotDisturb::enable),
               report("ENABLE", false, false) + flagSet + switched(true));
     EXPECT_TRUE(DoNotDisturb::isEnabled());
@@ -204,7 +204,7 @@ TEST(DoNotDisturbTest, AMachineWithASwitchOfItsOwnIsSwitchedByIt) {
 
 TEST(DoNotDisturbTest, ASwitchThatFailsIsOneLineAndTriedAgainByTheNextTurnOff) {
     Generation other({14, 0});
-    auto& silencing = other.mac.becomeSwitchable();
+    auto& silencing = other.mac.addNotificationSwitch();
     DoNotDisturb::enable();
     silencing.fails = true;
     EXPECT_EQ(other.journalOf(&DoNotDisturb::disable), report("DISABLE", false, true) + switched(false));

@@ -1,4 +1,4 @@
-#include "Launch.h"
+#include "support/Launch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Launch.h"
+#include "support/Launch.h"
 
 #include "notifications/FocusDatabase.h"
 #include "notifications/MontereyDND.h"

@@ -74,8 +74,8 @@ public:
     SimulatedWindowServer& windowServer() override { return m_windowServer; }
     SimulatedWorkspace& workspace() override { return m_workspace; }
 
-    /// From now on a machine of another kind, with a switch of its own for notifications.
-    SimulatedNotificationSilencing& becomeSwitchable() {
+    /// From now on this is a machine of another kind, with a switch of its own for notifications.
+    SimulatedNotificationSilencing& addNotificationSwitch() {
         m_hasSilencing = true;
         return m_notificationSilencing;
     }

@@ -1,67 +1,44 @@
-#include "XServer.h"
+#include "XClient.h"
 
 #include <xcb/randr.h>
 
 #include <algorithm>
 #include <cstring>
 #include <poll.h>
+#include <set>
 #include <stdexcept>
-
-namespace {
-
-struct FreeDeleter {
-    void operator()(void* pointer) const { std::free(pointer); }
-};
-
-/// Wraps what a reply function returns; null for a window that is gone.
-template <class T>
-std::unique_ptr<T, FreeDeleter> owned(T* reply) {
-    return std::unique_ptr<T, FreeDeleter>(reply);
-}
 
 /// The answer to a request.
 #define REPLY(request, ...)                                                                                  \
     owned(xcb_##request##_reply(m_connection, xcb_##request(m_connection, __VA_ARGS__), nullptr))
 
-constexpr auto oneLook = std::chrono::milliseconds(20);
-
-} // namespace
-
 std::ostream& operator<<(std::ostream& stream, const Rect& rect) {
     return stream << rect.width << 'x' << rect.height << '+' << rect.x << '+' << rect.y;
 }
 
-XServer::XServer()
+XClient::XClient()
     : m_connection(xcb_connect(nullptr, nullptr))
     , m_screen(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data) {
     if (xcb_connection_has_error(m_connection))
         throw std::runtime_error("no X server");
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &mask);
-    xcb_flush(m_connection);
 }
 
-XServer::~XServer() {
+XClient::~XClient() {
     xcb_disconnect(m_connection);
 }
 
-testing::AssertionResult XServer::eventually(const std::string& what, const std::function<bool()>& condition,
-                                             std::chrono::seconds deadline) {
-    const auto end = std::chrono::steady_clock::now() + deadline;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() >= end)
-            return testing::AssertionFailure()
-                   << "after " << deadline.count() << " s there was still lacking: " << what;
-        waitForEvent(oneLook);
-    }
-    return testing::AssertionSuccess();
+void XClient::watch(xcb_window_t window, std::uint32_t eventMask) const {
+    xcb_change_window_attributes(m_connection, window, XCB_CW_EVENT_MASK, &eventMask);
+    xcb_flush(m_connection);
 }
 
-void XServer::waitForEvent(std::chrono::milliseconds atMost) {
+void XClient::waitForEvent(std::chrono::milliseconds atMost) {
     xcb_flush(m_connection);
     bool any = false;
     while (const auto event = owned(xcb_poll_for_event(m_connection))) {
         any = true;
+        if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY)
+            m_timeOfLastChange = reinterpret_cast<const xcb_property_notify_event_t&>(*event).time;
         if ((event->response_type & 0x7F) == XCB_KEY_PRESS)
             m_keysSeen.push_back(reinterpret_cast<const xcb_key_press_event_t&>(*event).detail);
     }
@@ -71,7 +48,7 @@ void XServer::waitForEvent(std::chrono::milliseconds atMost) {
         ::poll(&readable, isAlive ? 1 : 0, static_cast<int>(atMost.count()));
 }
 
-std::vector<Rect> XServer::screens() const {
+std::vector<Rect> XClient::screens() const {
     const auto reply = REPLY(randr_get_monitors, root(), 1);
     std::vector<Rect> screens;
     for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); i.rem;
@@ -80,7 +57,7 @@ std::vector<Rect> XServer::screens() const {
     return screens;
 }
 
-std::vector<xcb_window_t> XServer::applicationWindows() const {
+std::vector<xcb_window_t> XClient::applicationWindows() const {
     auto windows = clients();
     std::erase_if(windows, [this](auto window) {
         return has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP") ||
@@ -89,7 +66,7 @@ std::vector<xcb_window_t> XServer::applicationWindows() const {
     return windows;
 }
 
-std::vector<xcb_window_t> XServer::menus() const {
+std::vector<xcb_window_t> XClient::menus() const {
     auto windows = children(root());
     // Frames bear no type; helpers of some programs stand beyond the screens.
     std::erase_if(windows, [this](auto window) {
@@ -101,7 +78,7 @@ std::vector<xcb_window_t> XServer::menus() const {
     return windows;
 }
 
-std::vector<std::uint32_t> XServer::values(xcb_window_t window, const std::string& property) const {
+std::vector<std::uint32_t> XClient::values(xcb_window_t window, const std::string& property) const {
     const auto reply =
         REPLY(get_property, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 16384);
     if (!reply || reply->format != 32)
@@ -110,25 +87,25 @@ std::vector<std::uint32_t> XServer::values(xcb_window_t window, const std::strin
     return {first, first + reply->value_len};
 }
 
-std::string XServer::text(xcb_window_t window, const std::string& property) const {
+std::string XClient::text(xcb_window_t window, const std::string& property) const {
     const auto reply = REPLY(get_property, false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 256);
     if (!reply || reply->format != 8)
         return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
 }
 
-bool XServer::has(xcb_window_t window, const std::string& property, const std::string& atomName) const {
+bool XClient::has(xcb_window_t window, const std::string& property, const std::string& atomName) const {
     const auto all = values(window, property);
     return std::ranges::find(all, atom(atomName)) != all.end();
 }
 
-bool XServer::isViewable(xcb_window_t window) const {
+bool XClient::isViewable(xcb_window_t window) const {
     const auto reply = REPLY(get_window_attributes, window);
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE &&
            reply->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
 }
 
-Rect XServer::place(xcb_window_t window) const {
+Rect XClient::place(xcb_window_t window) const {
     const auto size = REPLY(get_geometry, window);
     const auto corner = REPLY(translate_coordinates, window, root(), 0, 0);
     if (!size || !corner)
@@ -136,12 +113,17 @@ Rect XServer::place(xcb_window_t window) const {
     return {corner->dst_x, corner->dst_y, size->width, size->height};
 }
 
-Pixels XServer::wallpaper(const Rect& area) const {
+Point XClient::pointer() const {
+    const auto reply = REPLY(query_pointer, root());
+    return reply ? Point{reply->root_x, reply->root_y} : Point{};
+}
+
+Pixels XClient::wallpaper(const Rect& area) const {
     const auto pixmap = values(root(), "_XROOTPMAP_ID");
     return pixmap.empty() ? Pixels() : image(pixmap.front(), area);
 }
 
-std::size_t XServer::pixelsBesidesWallpaper(const Rect& area) const {
+std::size_t XClient::pixelsBesidesWallpaper(const Rect& area) const {
     std::set<xcb_window_t> desktopFrames;
     for (const auto window : clients())
         if (has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"))
@@ -165,30 +147,38 @@ std::size_t XServer::pixelsBesidesWallpaper(const Rect& area) const {
     return different;
 }
 
-bool XServer::grab(xcb_keycode_t keycode, std::uint16_t modifiers) {
+bool XClient::grab(xcb_keycode_t keycode, std::uint16_t modifiers) {
     const auto request = xcb_grab_key_checked(m_connection, false, root(), modifiers, keycode,
                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     return !owned(xcb_request_check(m_connection, request));
 }
 
-void XServer::ungrab(xcb_keycode_t keycode, std::uint16_t modifiers) {
+void XClient::ungrab(xcb_keycode_t keycode, std::uint16_t modifiers) {
     const auto request = xcb_ungrab_key_checked(m_connection, keycode, root(), modifiers);
     owned(xcb_request_check(m_connection, request));
 }
 
-bool XServer::grabKeyboard() {
+bool XClient::grabKeyboard() {
     const auto reply =
         REPLY(grab_keyboard, false, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     m_keysSeen.clear();
     return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
-void XServer::ungrabKeyboard() {
+void XClient::ungrabKeyboard() {
     xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
     xcb_flush(m_connection);
 }
 
-std::vector<xcb_window_t> XServer::topWindows(pid_t process, Size size) const {
+xcb_timestamp_t XClient::time() {
+    xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, root(), atom("_TAVROPRO_TEST"), XCB_ATOM_CARDINAL,
+                        32, 0, nullptr);
+    owned(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    waitForEvent({}); // the change is told before that answer
+    return m_timeOfLastChange;
+}
+
+std::vector<xcb_window_t> XClient::topWindows(pid_t process, Size size) const {
     auto windows = children(root());
     std::erase_if(windows, [&](auto window) {
         const auto where = place(window);
@@ -198,7 +188,7 @@ std::vector<xcb_window_t> XServer::topWindows(pid_t process, Size size) const {
     return windows;
 }
 
-Pixels XServer::image(xcb_drawable_t drawable, const Rect& area) const {
+Pixels XClient::image(xcb_drawable_t drawable, const Rect& area) const {
     const auto reply =
         REPLY(get_image, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(area.x),
               static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
@@ -212,7 +202,7 @@ Pixels XServer::image(xcb_drawable_t drawable, const Rect& area) const {
     return pixels;
 }
 
-std::vector<xcb_window_t> XServer::children(xcb_window_t window) const {
+std::vector<xcb_window_t> XClient::children(xcb_window_t window) const {
     const auto tree = REPLY(query_tree, window);
     if (!tree)
         return {};
@@ -220,7 +210,7 @@ std::vector<xcb_window_t> XServer::children(xcb_window_t window) const {
     return {first, first + tree->children_len};
 }
 
-xcb_window_t XServer::frame(xcb_window_t window) const {
+xcb_window_t XClient::frame(xcb_window_t window) const {
     for (auto current = window;;) {
         const auto tree = REPLY(query_tree, current);
         if (!tree || tree->parent == root() || tree->parent == XCB_NONE)
@@ -229,12 +219,16 @@ xcb_window_t XServer::frame(xcb_window_t window) const {
     }
 }
 
-xcb_atom_t XServer::atom(const std::string& name) const {
-    const auto reply = REPLY(intern_atom, false, static_cast<std::uint16_t>(name.size()), name.data());
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+xcb_atom_t XClient::atom(const std::string& name) const {
+    const auto [known, isNew] = m_atoms.try_emplace(name);
+    if (isNew)
+        if (const auto reply =
+                REPLY(intern_atom, false, static_cast<std::uint16_t>(name.size()), name.data()))
+            known->second = reply->atom;
+    return known->second;
 }
 
-void XServer::tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
+void XClient::tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;

@@ -1,12 +1,17 @@
 #pragma once
 
 #include "ClientApplication.h"
+#include "Files.h"
 #include "Input.h"
 #include "Session.h"
 #include "TavroProcess.h"
 #include "TemporaryFolder.h"
 #include "Tray.h"
 #include "XServer.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
 
 /// A test in the private desktop. Each one finds it, and has to leave it, as the session has started it.
 class DesktopTest : public testing::Test {
@@ -19,12 +24,21 @@ protected:
 
     TavroProcess::Launch settings() const { return {config.path(), {}, {}}; }
     std::filesystem::path defaultsFile() const { return config.path() / "com.vantrelo.TavroPRO.plist"; }
+    /// The settings that the next launch finds, as entries of a property list.
+    void writeDefaults(const std::string& entries) const {
+        write(defaultsFile(), "<plist version=\"1.0\"><dict>" + entries + "</dict></plist>");
+    }
+    std::string defaults() const { return contentsOf(defaultsFile()); }
+    /// Whether the settings hold that flag with that value.
+    bool defaultsHold(const std::string& flag, bool value) const;
     /// Starts the program and returns when the tray shows its item, and the popover that shows at first is
     /// closed.
     std::unique_ptr<TavroProcess> launch() { return launch(settings()); }
     std::unique_ptr<TavroProcess> launch(const TavroProcess::Launch& how);
     /// None while it does not show.
     xcb_window_t popover(const TavroProcess& tavro) const;
+    testing::AssertionResult showsPopover(const TavroProcess& tavro);
+    testing::AssertionResult showsNoPopover(const TavroProcess& tavro, xcb_window_t front);
     /// By Escape, and returns when the window that was in front before is so again.
     void closePopover(const TavroProcess& tavro, xcb_window_t front);
     /// Ends the program and returns when its item is gone.

@@ -1,7 +1,6 @@
-#include "UiTest.h"
+#include "support/UiTest.h"
 
 #include "audio/AlertContent.h"
-#include "platform/simulated/storage/SimulatedImages.h"
 #include "ui/painting/AlertPainting.h"
 #include "ui/popover/CustomToogleButton.h"
 #include "ui/popover/InAppAlertButton.h"
@@ -27,26 +26,24 @@ public:
     }
 };
 
-struct Letters {
+struct FontSize {
     int points;
     bool isLong = false;
-    friend void PrintTo(const Letters& letters, std::ostream* stream) {
-        *stream << letters.points << " points" << (letters.isLong ? ", long words" : "");
+    friend void PrintTo(const FontSize& size, std::ostream* stream) {
+        *stream << size.points << " points" << (size.isLong ? ", long words" : "");
     }
 };
 
 /// With letters of the size that a user may have set.
-class LettersTest : public UiTest, public testing::WithParamInterface<Letters> {
+class FontSizeTest : public UiTest, public testing::WithParamInterface<FontSize> {
 protected:
-    LettersTest() {
+    FontSizeTest() {
         auto font = QApplication::font();
         font.setPointSize(GetParam().points);
         QApplication::setFont(font);
         if (GetParam().isLong)
             QCoreApplication::installTranslator(&m_translator);
-        const auto file = mac.fileManager().existingDocumentsFolder().value() / "wallpaper.png";
-        SimulatedImages::write(file, 2, 2, 0xFF3366CC);
-        mac.userDefaults().setObject(Constants::wallpaperFileKey, true);
+        chooseWallpaper();
     }
     /// A picture for whoever wants to look.
     static void keep(QWidget& widget, const char* name) {
@@ -61,13 +58,12 @@ protected:
 private:
     LongWords m_translator;
 };
-INSTANTIATE_TEST_SUITE_P(Of, LettersTest,
-                         testing::Values(Letters{10}, Letters{14}, Letters{18}, Letters{10, true},
-                                         Letters{14, true}, Letters{18, true}));
+INSTANTIATE_TEST_SUITE_P(Of, FontSizeTest,
+                         testing::Values(FontSize{10}, FontSize{14}, FontSize{18}, FontSize{10, true},
+                                         FontSize{14, true}, FontSize{18, true}));
 
-TEST_P(LettersTest, FitIntoThePopover) {
-    mac.urlSession()->answer(R"({"version":"99.0.0"})");
-    mac.mainQueue().runUntilIdle();
+TEST_P(FontSizeTest, FitIntoThePopover) {
+    publishNewVersion();
     const auto widget = popover();
     widget->show();
     keep(*widget, "popover");
@@ -93,7 +89,7 @@ TEST_P(LettersTest, FitIntoThePopover) {
     }
 }
 
-TEST_P(LettersTest, FitIntoThePreferences) {
+TEST_P(FontSizeTest, FitIntoThePreferences) {
     auto& window = preferences();
     settle();
     EXPECT_GE(window.width(), 400);
@@ -119,7 +115,7 @@ TEST_P(LettersTest, FitIntoThePreferences) {
     }
 }
 
-TEST_P(LettersTest, FitIntoTheIndicator) {
+TEST_P(FontSizeTest, FitIntoTheIndicator) {
     const Drawing shown({200, 200}, 1, Qt::transparent, [](QImage& image) {
         QPainter painter(&image);
         painter.setFont(QApplication::font());

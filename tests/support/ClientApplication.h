@@ -19,6 +19,7 @@ public:
     void destroy(xcb_window_t window);
 
 private:
+    testing::AssertionResult isInFront(xcb_window_t window);
     xcb_window_t show(const Rect& place, xcb_window_t transientFor);
 
     XServer& m_server;

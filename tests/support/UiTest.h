@@ -1,9 +1,12 @@
 #pragma once
 
+#include "Eventually.h"
 #include "Launch.h"
+#include "ProcessEvents.h"
 
 #include "app/Constants.h"
 #include "platform/linux/windows/QtTitledWindow.h"
+#include "platform/simulated/storage/SimulatedImages.h"
 #include "platform/simulated/windows/SimulatedPopover.h"
 #include "popover/ContentView.h"
 #include "preferences/Toolbar.h"
@@ -99,12 +102,26 @@ protected:
         throw std::runtime_error("no window");
     }
 
+    /// The user has chosen a picture, of one colour.
+    void chooseWallpaper() {
+        const auto file = mac.fileManager().existingDocumentsFolder().value() / "wallpaper.png";
+        SimulatedImages::write(file, 2, 2, 0xFF3366CC);
+        mac.userDefaults().setObject(Constants::wallpaperFileKey, true);
+    }
+    void publishNewVersion() {
+        mac.urlSession()->answer(R"({"version":"99.0.0"})");
+        mac.mainQueue().runUntilIdle();
+    }
+
     template <class Widget>
     static Widget& find(const QObject& parent, int index = 0) {
         for (auto* child : parent.findChildren<QObject*>())
             if (auto* found = dynamic_cast<Widget*>(child); found && index-- == 0)
                 return *found;
         throw std::runtime_error("no such widget");
+    }
+    static testing::AssertionResult comesTo(const std::string& what, const std::function<bool()>& condition) {
+        return eventually(what, condition, &processEvents);
     }
     /// What was put off to the next turn.
     static void settle() { QCoreApplication::sendPostedEvents(); }

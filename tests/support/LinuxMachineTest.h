@@ -10,7 +10,7 @@
 #include <QCoreApplication>
 
 /// The machine in the test's own process, on the session's desktop.
-class MachineTest : public DesktopTest {
+class LinuxMachineTest : public DesktopTest {
 protected:
     testing::AssertionResult shows(const std::string& what, const std::function<bool()>& condition) {
         return server.eventually(what, [&] {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <regex>
 
 void DesktopTest::SetUp() {
     ASSERT_TRUE(Session::isPrivate())
@@ -24,6 +25,11 @@ void DesktopTest::TearDown() {
         EXPECT_FALSE(isMarked(window)) << "a mark is left on a window";
 }
 
+bool DesktopTest::defaultsHold(const std::string& flag, bool value) const {
+    return std::regex_search(defaults(),
+                             std::regex("<key>" + flag + "</key>\\s*<" + (value ? "true" : "false") + "/>"));
+}
+
 std::unique_ptr<TavroProcess> DesktopTest::launch(const TavroProcess::Launch& how) {
     EXPECT_TRUE(server.eventually("an empty tray before the launch", [this] { return tray.isEmpty(); }));
     const auto front = server.active();
@@ -41,7 +47,7 @@ void DesktopTest::waitForTray(bool hasButton) {
                                   [&] { return hasButton ? tray.showsItemAndButton() : tray.showsItem(); }));
     EXPECT_TRUE(Session::run(R"(
         get() {
-            dbus-send --session --print-reply --reply-timeout=5000 --dest="$1" "$2" \
+            dbus-send --session --print-reply --reply-timeout=30000 --dest="$1" "$2" \
                 org.freedesktop.DBus.Properties.Get "string:org.kde.$3" "string:$4"
         }
         watcher() { get org.kde.StatusNotifierWatcher /StatusNotifierWatcher StatusNotifierWatcher "$1"; }
@@ -62,13 +68,20 @@ xcb_window_t DesktopTest::popover(const TavroProcess& tavro) const {
     return XCB_NONE;
 }
 
+testing::AssertionResult DesktopTest::showsPopover(const TavroProcess& tavro) {
+    return server.eventually("the popover with the focus",
+                             [&] { return popover(tavro) != XCB_NONE && server.active() == popover(tavro); });
+}
+
+testing::AssertionResult DesktopTest::showsNoPopover(const TavroProcess& tavro, xcb_window_t front) {
+    return server.eventually("the end of the popover, and the window in front",
+                             [&] { return popover(tavro) == XCB_NONE && server.active() == front; });
+}
+
 void DesktopTest::closePopover(const TavroProcess& tavro, xcb_window_t front) {
-    EXPECT_TRUE(server.eventually("the popover with the focus", [&] {
-        return popover(tavro) != XCB_NONE && server.active() == popover(tavro);
-    }));
+    EXPECT_TRUE(showsPopover(tavro));
     input.type(Input::Key::escape);
-    EXPECT_TRUE(server.eventually("the end of the popover and the former focus",
-                                  [&] { return popover(tavro) == XCB_NONE && server.active() == front; }));
+    EXPECT_TRUE(showsNoPopover(tavro, front));
 }
 
 void DesktopTest::quit(std::unique_ptr<TavroProcess>& tavro) {
@@ -98,7 +111,13 @@ std::string DesktopTest::complaints(TavroProcess& tavro) {
     return errors;
 }
 
+// The item is lit when the panel follows the pointer; a click that comes sooner may be lost.
 void DesktopTest::clickItem(Input::Button button) {
+    const auto unlit = tray.picture();
+    if (!tray.itemHolds(server.pointer())) {
+        input.moveTo(tray.itemPlace());
+        EXPECT_TRUE(server.eventually("the item lit", [&] { return tray.picture() != unlit; }));
+    }
     input.click(tray.itemPlace(), button);
 }
 

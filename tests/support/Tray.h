@@ -1,6 +1,6 @@
 #pragma once
 
-#include "XServer.h"
+#include "XClient.h"
 
 #include <algorithm>
 
@@ -8,10 +8,11 @@
 /// during a presentation.
 class Tray {
 public:
-    explicit Tray(const XServer& server)
+    explicit Tray(const XClient& server)
         : m_server(server) {}
 
     Point itemPlace() const { return {1908, 14}; }
+    bool itemHolds(Point point) const { return end.contains(point); }
     Pixels picture() const { return m_server.screenshot(end); }
     bool isEmpty() const { return isBare(end); }
     bool showsItem() const { return !isBare(end) && !showsButton(); }
@@ -45,5 +46,5 @@ private:
                }) > least;
     }
 
-    const XServer& m_server;
+    const XClient& m_server;
 };

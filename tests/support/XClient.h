@@ -1,16 +1,12 @@
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <xcb/xcb.h>
 
 #include <chrono>
 #include <cstdlib>
-#include <functional>
+#include <map>
 #include <memory>
-#include <optional>
 #include <ostream>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -36,18 +32,28 @@ std::ostream& operator<<(std::ostream& stream, const Rect& rect);
 /// The colours of an area, row by row; the unused byte is zero.
 using Pixels = std::vector<std::uint32_t>;
 
-/// The server's own view of the desktop, over a connection of the test's.
-class XServer {
-public:
-    XServer();
-    ~XServer();
-    XServer(const XServer&) = delete;
-    XServer& operator=(const XServer&) = delete;
+struct FreeDeleter {
+    void operator()(void* pointer) const { std::free(pointer); }
+};
 
-    /// Waits until the condition holds, looking again whenever the server tells of a change and 50 times a
-    /// second besides. At the deadline says what was lacking.
-    testing::AssertionResult eventually(const std::string& what, const std::function<bool()>& condition,
-                                        std::chrono::seconds deadline = std::chrono::seconds(10));
+/// Owns what the server has sent; null for a window that is gone.
+template <class T>
+std::unique_ptr<T, FreeDeleter> owned(T* reply) {
+    return std::unique_ptr<T, FreeDeleter>(reply);
+}
+
+/// The server's own view of the desktop, over a connection of its own.
+class XClient {
+public:
+    XClient();
+    ~XClient();
+    XClient(const XClient&) = delete;
+    XClient& operator=(const XClient&) = delete;
+
+    /// Asks for these events of a window.
+    void watch(xcb_window_t window, std::uint32_t eventMask) const;
+    /// Returns when the server has told of a change, or after that time.
+    void waitForEvent(std::chrono::milliseconds atMost);
 
     std::vector<Rect> screens() const;
     /// All managed windows, bottom to top.
@@ -70,6 +76,8 @@ public:
     }
     bool isViewable(xcb_window_t window) const;
     Rect place(xcb_window_t window) const;
+
+    Point pointer() const;
 
     Pixels screenshot(const Rect& area) const { return image(root(), area); }
     /// What the desktop's own wallpaper picture shows there; empty where there is none.
@@ -94,21 +102,26 @@ public:
     void ungrabKeyboard();
     /// The keys that were pressed while we had the keyboard or that key.
     const std::vector<xcb_keycode_t>& keysSeen() const { return m_keysSeen; }
+    /// The server's own time, in milliseconds, for a client that watches the root window's properties.
+    xcb_timestamp_t time();
     /// Those that are shown outside the window manager's care, of a process and a size.
     std::vector<xcb_window_t> topWindows(pid_t process, Size size) const;
 
     xcb_connection_t* raw() const { return m_connection; }
     xcb_window_t root() const { return m_screen->root; }
 
-private:
     xcb_atom_t atom(const std::string& name) const;
+    /// The window with the window manager's decoration.
+    xcb_window_t frame(xcb_window_t window) const;
+
+private:
     void tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data);
-    void waitForEvent(std::chrono::milliseconds atMost);
     Pixels image(xcb_drawable_t drawable, const Rect& area) const;
     std::vector<xcb_window_t> children(xcb_window_t window) const;
-    xcb_window_t frame(xcb_window_t window) const;
 
     xcb_connection_t* m_connection;
     xcb_screen_t* m_screen;
+    mutable std::map<std::string, xcb_atom_t> m_atoms;
     std::vector<xcb_keycode_t> m_keysSeen;
+    xcb_timestamp_t m_timeOfLastChange = XCB_CURRENT_TIME;
 };

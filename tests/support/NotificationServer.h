@@ -1,7 +1,10 @@
 #pragma once
 
+#include "ChildProcess.h"
 #include "XServer.h"
 
+#include <csignal>
+#include <optional>
 #include <string>
 
 /// A real notification server in the session, one at a time, and what its other clients and the user do with
@@ -35,8 +38,8 @@ public:
     void userSwitchesOn();
     /// What the server, or the store of its setting, says.
     bool isOn() const;
-    void freeze();
-    void thaw();
+    void freeze() { m_process->signal(SIGSTOP); }
+    void thaw() { m_process->signal(SIGCONT); }
 
 private:
     /// Until the server has done what it was asked to.
@@ -44,6 +47,5 @@ private:
 
     XServer& m_server;
     const Kind& m_kind;
-    int m_pid = 0;
-    bool m_isFrozen = false;
+    std::optional<ChildProcess> m_process;
 };

@@ -4,8 +4,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <stdexcept>
-#include <sys/wait.h>
 #include <unistd.h>
 
 const NotificationServer::Kind NotificationServer::xfce{
@@ -45,7 +43,7 @@ bool nameHasOwner() {
 }
 
 bool call(const std::string& method) {
-    return Session::run(std::string("dbus-send --session --print-reply --reply-timeout=5000 --dest=") +
+    return Session::run(std::string("dbus-send --session --print-reply --reply-timeout=30000 --dest=") +
                         service + " org.freedesktop.Notifications." + method + " >/dev/null");
 }
 
@@ -57,17 +55,12 @@ NotificationServer::NotificationServer(XServer& server, const Kind& kind)
     ::setenv("GSETTINGS_BACKEND", "keyfile", true); // which several processes share, other than the session's
     Session::signal("notifyd", SIGTERM);
     EXPECT_TRUE(m_server.eventually("nobody for notifications", [] { return !nameHasOwner(); }));
-    m_pid = ::fork();
-    if (m_pid == 0) {
-        ::execl("/bin/sh", "sh", "-c", kind.command, nullptr);
-        ::_exit(127);
-    }
+    m_process.emplace(std::vector<std::string>{"sh", "-c", kind.command}, STDOUT_FILENO, STDERR_FILENO);
     EXPECT_TRUE(m_server.eventually(std::string("a running ") + kind.name, nameHasOwner));
 }
 
 NotificationServer::~NotificationServer() {
-    ::kill(m_pid, SIGKILL); // which none of them can have blocked or put off
-    ::waitpid(m_pid, nullptr, 0);
+    m_process.reset();
     Session::run("xfconf-query -c xfce4-notifyd -p /do-not-disturb -r 2>/dev/null");
     Session::run("gsettings reset org.mate.NotificationDaemon do-not-disturb");
 }
@@ -112,15 +105,4 @@ void NotificationServer::userSwitchesOn() {
 
 bool NotificationServer::isOn() const {
     return Session::run(std::string(m_kind.isOn) + " 2>/dev/null");
-}
-
-void NotificationServer::freeze() {
-    ::kill(m_pid, SIGSTOP);
-    m_isFrozen = true;
-}
-
-void NotificationServer::thaw() {
-    if (m_isFrozen)
-        ::kill(m_pid, SIGCONT);
-    m_isFrozen = false;
 }

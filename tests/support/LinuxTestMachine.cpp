@@ -1,12 +1,14 @@
-#include "Rig.h"
+#include "TestMachine.h"
 
-#include "support/AudioServer.h"
-#include "support/ClientApplication.h"
-#include "support/Input.h"
-#include "support/NotificationServer.h"
-#include "support/TemporaryFolder.h"
-#include "support/Tray.h"
-#include "support/XServer.h"
+#include "AudioServer.h"
+#include "ClientApplication.h"
+#include "Input.h"
+#include "NotificationServer.h"
+#include "ProcessEvents.h"
+#include "TemporaryFolder.h"
+#include "Tray.h"
+#include "WaitUntil.h"
+#include "XServer.h"
 
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/StreamLog.h"
@@ -15,7 +17,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QImage>
-#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -24,7 +25,6 @@
 namespace tavro {
 namespace {
 
-constexpr std::chrono::seconds deadline{10};
 const ::Point emptyPlace{1000, 1000}; // of the desktop, away from the panel
 
 struct ModifierKey {
@@ -63,14 +63,14 @@ Views emptyViews() {
 }
 
 /// The Linux machine in a private desktop. What the test waits for is the server's answer.
-class LinuxRig final : public Rig {
+class LinuxTestMachine final : public TestMachine {
 public:
-    LinuxRig() {
+    LinuxTestMachine() {
         m_input.moveTo(emptyPlace);
         m_machine = makeMachine();
     }
     // A failed test may leave a menu open, which would keep all clicks of the next.
-    ~LinuxRig() override {
+    ~LinuxTestMachine() override {
         if (menuIsOpen())
             closeMenu();
         m_input.moveTo(emptyPlace);
@@ -81,16 +81,8 @@ public:
 
     Machine& machine() override { return *m_machine; }
     bool waitUntil(const std::function<bool()>& condition) override {
-        const auto end = std::chrono::steady_clock::now() + deadline;
-        QTimer lookAgain;
-        lookAgain.start(std::chrono::milliseconds(10));
         QCoreApplication::processEvents();
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > end)
-                return false;
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return true;
+        return ::waitUntil(condition, &processEvents);
     }
     MainQueue::Duration now() const override { return std::chrono::steady_clock::now().time_since_epoch(); }
     void relaunch() override {
@@ -176,17 +168,33 @@ public:
         const auto button = type == EventType::rightMouseUp              ? Button::right
                             : modifierFlags & EventModifierFlags::option ? Button::middle
                                                                          : Button::left;
+        const auto unlit = m_tray.picture();
+        if (!m_tray.itemHolds(m_server.pointer())) {
+            m_input.moveTo(m_tray.itemPlace());
+            EXPECT_TRUE(waitUntil([&] { return m_tray.picture() != unlit; })) << "the item is not lit";
+        }
         m_input.click(m_tray.itemPlace(), button);
     }
     bool menuIsOpen() const override { return !m_server.menus().empty(); }
+    // The entry is lit when the menu follows the pointer; a click that comes sooner may be lost.
     void chooseLast() override {
         constexpr int halfARow = 10;
-        const auto place = m_server.place(m_server.menus().at(0));
-        m_input.click({place.x + place.width / 2, place.y + place.height - halfARow}, Input::Button::left);
+        const auto menu = m_server.place(m_server.menus().at(0));
+        const auto unlit = m_server.screenshot(menu);
+        const ::Point entry{menu.x + menu.width / 2, menu.y + menu.height - halfARow};
+        m_input.moveTo(entry);
+        EXPECT_TRUE(waitUntil([&] { return m_server.screenshot(menu) != unlit; }));
+        m_input.click(entry, Input::Button::left);
         m_input.moveTo(emptyPlace);
     }
+    // One that has just opened may not have the keyboard yet.
     void closeMenu() override {
-        m_input.type(Input::Key::escape);
+        EXPECT_TRUE(waitUntil([this] {
+            if (!menuIsOpen())
+                return true;
+            m_input.type(Input::Key::escape);
+            return false;
+        }));
         m_input.moveTo(emptyPlace);
     }
 
@@ -265,15 +273,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<Rig> makeRig() {
-    return std::make_unique<LinuxRig>();
+std::unique_ptr<TestMachine> makeTestMachine() {
+    return std::make_unique<LinuxTestMachine>();
 }
 
 } // namespace tavro
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -1,6 +1,6 @@
-#include "Rig.h"
+#include "TestMachine.h"
 
-#include "desktop/support/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 #include "platform/simulated/process/SimulatedMac.h"
 
 #include <algorithm>
@@ -10,9 +10,9 @@ namespace tavro {
 namespace {
 
 /// The simulated Mac, where everything takes effect at once or when the main queue has run.
-class SimulatedRig final : public Rig {
+class SimulatedTestMachine final : public TestMachine {
 public:
-    SimulatedRig() { m_mac.workspace().startSelf(); }
+    SimulatedTestMachine() { m_mac.workspace().startSelf(); }
 
     Machine& machine() override { return m_mac; }
     bool waitUntil(const std::function<bool()>& condition) override {
@@ -104,7 +104,7 @@ private:
     }
 
     mutable SimulatedMac m_mac;
-    SimulatedNotificationSilencing& m_silencing = m_mac.becomeSwitchable();
+    SimulatedNotificationSilencing& m_silencing = m_mac.addNotificationSwitch();
     TemporaryFolder m_folder;
     std::map<std::string, ApplicationID> m_applications;
     std::uint32_t m_heldModifiers = 0;
@@ -112,8 +112,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<Rig> makeRig() {
-    return std::make_unique<SimulatedRig>();
+std::unique_ptr<TestMachine> makeTestMachine() {
+    return std::make_unique<SimulatedTestMachine>();
 }
 
 } // namespace tavro

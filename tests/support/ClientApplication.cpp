@@ -22,20 +22,21 @@ ClientApplication::~ClientApplication() {
 
 xcb_window_t ClientApplication::addWindow(const Rect& place, xcb_window_t transientFor) {
     const auto window = show(place, transientFor);
-    EXPECT_TRUE(m_server.eventually("a window of " + m_name + " in front", [&] {
-        return m_server.isViewable(window) && m_server.active() == window;
-    }));
+    EXPECT_TRUE(isInFront(window));
     return window;
+}
+
+testing::AssertionResult ClientApplication::isInFront(xcb_window_t window) {
+    return m_server.eventually("a window of " + m_name + " in front", [this, window] {
+        return m_server.isViewable(window) && m_server.active() == window;
+    });
 }
 
 std::vector<xcb_window_t> ClientApplication::addWindows(int count) {
     std::vector<xcb_window_t> windows;
     for (int i = 0; i < count; ++i)
         windows.push_back(show({300 + i % 20 * 50, 100 + i / 20 * 60, 40, 30}, XCB_NONE));
-    EXPECT_TRUE(m_server.eventually(
-        std::to_string(count) + " windows of " + m_name + ", the last one in front",
-        [&] { return m_server.isViewable(windows.back()) && m_server.active() == windows.back(); },
-        std::chrono::seconds(30)));
+    EXPECT_TRUE(isInFront(windows.back()));
     return windows;
 }
 

@@ -1,23 +1,22 @@
 #include "support/DesktopTest.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace fs = std::filesystem;
 
-/// The preferences window, and the file chooser of its button "Select...".
-class OpenPanel : public DesktopTest {
+/// The preferences window: its recorders, and the file chooser of its button "Select...".
+class Preferences : public DesktopTest {
 protected:
+    using Key = Input::Key;
+
     void SetUp() override {
         DesktopTest::SetUp();
         ASSERT_TRUE(Session::run("convert -size 300x200 xc:#20A040 '" + picture.string() + "'"));
-        std::ofstream(text) << "no picture\n";
+        write(text, "no picture\n");
         // Control-Command-P (Control-Super) switches presentation mode.
-        std::ofstream(defaultsFile()) << R"(<plist version="1.0"><dict>
-            <key>KeyboardShortcuts_tavroGlobalShortcut</key>
+        writeDefaults(R"(<key>KeyboardShortcuts_tavroGlobalShortcut</key>
             <string>{"carbonKeyCode":35,"carbonModifiers":4352}</string>
-            <key>hideApps</key><false/><key>hideDesktop</key><false/></dict></plist>)";
+            <key>hideApps</key><false/><key>hideDesktop</key><false/>)");
     }
 
     std::unique_ptr<TavroProcess> launchWithPreferences() {
@@ -33,6 +32,7 @@ protected:
 
     std::vector<xcb_window_t> windows(const TavroProcess& tavro) const { return covers(tavro); }
 
+    /// The window besides, a file chooser or an alert.
     xcb_window_t chooser(const TavroProcess& tavro) const {
         auto others = windows(tavro);
         std::erase(others, preferences);
@@ -42,6 +42,32 @@ protected:
     void clickInPreferences(Point point) {
         const auto corner = server.place(preferences);
         input.click({corner.x + point.x, corner.y + point.y}, Input::Button::left);
+    }
+
+    /// By a click in the field; returns when the program has dealt with that.
+    void startRecording(Point place = recorder) {
+        const auto corner = server.place(preferences);
+        const Rect field{corner.x + 168, corner.y + 145, 130, 24};
+        const auto before = server.screenshot(field);
+        clickInPreferences(place);
+        EXPECT_TRUE(
+            server.eventually("the field recording", [&] { return server.screenshot(field) != before; }));
+        waitForTray(false);
+        EXPECT_FALSE(server.grabKeyboard()) << "which it has for itself";
+    }
+
+    testing::AssertionResult keyboardBecomesFree() {
+        return server.eventually("the keyboard free", [this] {
+            const bool isFree = server.grabKeyboard();
+            if (isFree)
+                server.ungrabKeyboard();
+            return isFree;
+        });
+    }
+
+    testing::AssertionResult stores(const std::string& record) {
+        return server.eventually(record + " in the settings",
+                                 [&] { return defaults().find(record) != std::string::npos; });
     }
 
     void openChooser(const TavroProcess& tavro) {
@@ -56,7 +82,7 @@ protected:
         ASSERT_TRUE(Session::run("xdotool type --delay 1 '" + file.string() + "'"));
         // It comes some time after the last letter, and would then take the next click.
         EXPECT_TRUE(server.eventually("the proposal", [&] { return !server.menus().empty(); }));
-        input.type(Input::Key::enter);
+        input.type(Key::enter);
         EXPECT_TRUE(noChooser(tavro));
     }
 
@@ -73,14 +99,8 @@ protected:
     }
 
     testing::AssertionResult usesWallpaper(bool isUsed) {
-        return server.eventually(isUsed ? "the flag" : "no flag", [&] {
-            std::ifstream file(defaultsFile());
-            const std::string all{std::istreambuf_iterator<char>(file), {}};
-            const auto key = all.find("<key>wallpaperFile</key>");
-            const bool isSet =
-                key != std::string::npos && all.find("<true/>", key) < all.find("<key>", key + 1);
-            return isSet == isUsed;
-        });
+        return server.eventually(isUsed ? "the flag" : "no flag",
+                                 [&] { return defaultsHold("wallpaperFile", true) == isUsed; });
     }
 
     static fs::path storedFile() { return fs::path(std::getenv("HOME")) / "Documents" / "wallpaper.png"; }
@@ -89,10 +109,11 @@ protected:
     xcb_window_t preferences = XCB_NONE;
     static constexpr std::uint32_t green = 0x20A040;
     // In the window, without the preview and with it.
+    static constexpr Point recorder{215, 157}, clearButton{283, 157};
     static constexpr Point selectButton{207, 251}, removeButton{290, 359}, inPreview{260, 300};
 };
 
-TEST_F(OpenPanel, AChosenPictureIsStoredAndShownUntilItIsRemoved) {
+TEST_F(Preferences, AChosenPictureIsStoredAndShownUntilItIsRemoved) {
     fs::remove(storedFile());
     auto tavro = launchWithPreferences();
     openChooser(*tavro);
@@ -100,7 +121,7 @@ TEST_F(OpenPanel, AChosenPictureIsStoredAndShownUntilItIsRemoved) {
     EXPECT_TRUE(dialog.width >= 600 && dialog.height >= 400 && screen.contains({dialog.x, dialog.y}) &&
                 screen.contains({dialog.x + dialog.width - 1, dialog.y + dialog.height - 1}))
         << dialog;
-    input.type(Input::Key::escape);
+    input.type(Key::escape);
     EXPECT_TRUE(noChooser(*tavro));
     EXPECT_EQ(lines(tavro->output()), tavro->linesOfOutput("resign active")) << "cancelled";
     choose(*tavro, text);
@@ -122,7 +143,7 @@ TEST_F(OpenPanel, AChosenPictureIsStoredAndShownUntilItIsRemoved) {
     EXPECT_EQ(tavro->linesOfOutput("Not an image: " + text.string()), 1);
 }
 
-TEST_F(OpenPanel, ThereIsOneAndTheProgramGoesOnBehindItAndEndsWithIt) {
+TEST_F(Preferences, TheChooserIsOneWindowAndTheProgramGoesOnBehindIt) {
     auto tavro = launchWithPreferences();
     openChooser(*tavro);
     const auto first = chooser(*tavro);
@@ -132,15 +153,71 @@ TEST_F(OpenPanel, ThereIsOneAndTheProgramGoesOnBehindItAndEndsWithIt) {
     EXPECT_TRUE(server.eventually("the same chooser with the focus",
                                   [&] { return chooser(*tavro) == first && server.active() == first; }));
     for (const auto* line : {turnedOn, turnedOff}) {
-        for (const auto key : {Input::Key::control, Input::Key::super})
-            input.press(key);
-        input.type(Input::Key::p);
-        for (const auto key : {Input::Key::control, Input::Key::super})
-            input.release(key);
+        input.type({Key::control, Key::super}, Key::p);
         EXPECT_TRUE(tavro->waitForLine(line, 1));
         waitForTray(line == turnedOn);
     }
     EXPECT_EQ(chooser(*tavro), first);
+    parkPointer();
+    quit(tavro);
+}
+
+// The recorder of the shortcut for presentation mode, with Control-Super-P in it.
+TEST_F(Preferences, ARecorderTakesKeysThatAreTakenAlready) {
+    auto tavro = launchWithPreferences();
+    startRecording();
+    input.type({Key::control, Key::super}, Key::p); // our own, which rests
+    EXPECT_TRUE(keyboardBecomesFree());
+    startRecording();
+    input.type(Key::a);               // no shortcut
+    input.type({Key::super}, Key::e); // the desktop's, for its file manager
+    ASSERT_TRUE(server.eventually(
+        "an alert", [&] { return chooser(*tavro) != XCB_NONE && server.active() == chooser(*tavro); }));
+    EXPECT_TRUE(keyboardBecomesFree());
+    input.type(Key::enter);
+    EXPECT_TRUE(noChooser(*tavro));
+    waitForTray(false);
+    EXPECT_FALSE(server.grabKeyboard()) << "it goes on recording";
+    input.type({Key::control, Key::super}, Key::e);
+    EXPECT_TRUE(stores(R"("carbonKeyCode":14,"carbonModifiers":4352)"));
+    EXPECT_TRUE(keyboardBecomesFree());
+    EXPECT_EQ(tavro->linesOfOutput(turnedOn), 0);
+    EXPECT_EQ(server.applicationWindows().size(), 4u) << "and no file manager";
+
+    input.type({Key::control, Key::super}, Key::p);
+    input.type({Key::control, Key::super}, Key::e);
+    EXPECT_TRUE(tavro->waitForLine(turnedOn, 1));
+    waitForTray(true);
+    EXPECT_EQ(tavro->linesOfOutput(turnedOff), 0) << "by the former shortcut";
+    toggle(*tavro);
+    quit(tavro);
+}
+
+TEST_F(Preferences, ARecorderIsClearedByItsButtonAndEndsWithoutAChange) {
+    const auto front = server.active();
+    auto tavro = launchWithPreferences();
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"Escape", [&] { input.type(Key::escape); }},
+        {"a click elsewhere",
+         [&] {
+             clickInPreferences({60, 225});
+         }},
+        {"Tab", [&] { input.type(Key::tab); }},
+        {"another program", [&] { server.activate(front); }},
+    };
+    for (const auto& [what, end] : ends) {
+        SCOPED_TRACE(what);
+        startRecording();
+        end();
+        EXPECT_TRUE(keyboardBecomesFree());
+    }
+    EXPECT_TRUE(stores(R"("carbonKeyCode":35,"carbonModifiers":4352)"));
+    server.activate(preferences);
+    ASSERT_TRUE(server.eventually("the focus", [&] { return server.active() == preferences; }));
+    startRecording(clearButton);
+    input.type({Key::control, Key::shift}, Key::a);
+    EXPECT_TRUE(stores(R"("carbonKeyCode":0,"carbonModifiers":4608)"));
+    EXPECT_TRUE(keyboardBecomesFree());
     parkPointer();
     quit(tavro);
 }

@@ -1,24 +1,23 @@
 #include "AudioServer.h"
 
+#include "ChildProcess.h"
 #include "Session.h"
+#include "WaitUntil.h"
 
 #include <QByteArray>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
-#include <thread>
 
 namespace {
 
 constexpr auto piece = "sound";
-constexpr std::chrono::seconds deadline{10};
 
 /// The session's server, also where a test has changed the environment.
 const std::string sessionServer = [] {
@@ -50,16 +49,6 @@ double averageVolume(const QJsonObject& device) {
     for (const auto& channel : channels)
         sum += channel.toObject()["value"].toDouble() / 65536;
     return channels.isEmpty() ? 0 : sum / static_cast<double>(channels.size());
-}
-
-template <class Condition>
-void waitUntil(const char* what, Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + deadline;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            throw std::runtime_error(std::string("there was still lacking: ") + what);
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
 }
 
 } // namespace
@@ -153,15 +142,17 @@ void AudioServer::unplug(const std::string& name) {
 
 void AudioServer::end() {
     Session::signal(piece, SIGTERM);
-    waitUntil("the end of the audio server", [] { return ::kill(Session::pid(piece), 0) != 0; });
+    if (!waitForEnd(Session::pid(piece)))
+        throw std::runtime_error("the audio server does not end");
     m_modules.clear();
     m_hasEnded = true;
 }
 
 void AudioServer::start() {
     Session::start(piece);
-    waitUntil("an answer of the audio server",
-              [] { return Session::run(pactlCommand("info >/dev/null 2>&1")); });
+    const auto answers = [] { return Session::run(pactlCommand("info >/dev/null 2>&1")); };
+    if (!waitUntil(answers, [] {})) // each look is a question, which takes its time
+        throw std::runtime_error("the audio server does not answer");
     m_hasEnded = false;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "XServer.h"
+#include "XClient.h"
+
+#include <initializer_list>
 
 /// Real pointer and key events, by XTEST.
 class Input {
@@ -25,20 +27,19 @@ public:
         super = 133,
     };
 
-    explicit Input(XServer& server)
+    explicit Input(XClient& server)
         : m_server(server) {}
 
     void moveTo(Point place);
     void click(Point place, Button button);
     void press(Key key);
     void release(Key key);
-    void type(Key key) {
-        press(key);
-        release(key);
-    }
+    /// With the modifiers held down.
+    void type(std::initializer_list<Key> modifiers, Key key);
+    void type(Key key) { type({}, key); }
 
 private:
     void fake(std::uint8_t type, std::uint8_t detail, Point place = {});
 
-    XServer& m_server;
+    XClient& m_server;
 };

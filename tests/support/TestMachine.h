@@ -18,15 +18,15 @@
 namespace tavro {
 
 /// A machine with everything around it that a contract needs: other programs and their user, and the window
-/// server's own view of what is on the screen. A rig is made for each test and leaves nothing behind.
+/// server's own view of what is on the screen. One is made for each test and leaves nothing behind.
 ///
 /// Windows of other programs are known by their titles, which a test uses once; audio devices by their unique
 /// identifiers, and devices that a test did not add may be there too. Keys are named by their virtual codes,
 /// modifiers by the bits of hot keys. What a user or a program does may take effect later; contracts wait for
 /// the effect by `waitUntil`.
-class Rig {
+class TestMachine {
 public:
-    virtual ~Rig() = default;
+    virtual ~TestMachine() = default;
 
     virtual Machine& machine() = 0;
     /// Lets the main thread run until the condition holds; false when a deadline passes first.
@@ -60,7 +60,7 @@ public:
     /// status bar delivers it.
     virtual void click(EventType type, unsigned modifierFlags = 0) = 0;
     virtual bool menuIsOpen() const = 0;
-    /// The user chooses the last item of the open menu, or closes the menu.
+    /// The user chooses the last item of the open menu, or closes the menu, which is closed on return.
     virtual void chooseLast() = 0;
     virtual void closeMenu() = 0;
 
@@ -89,24 +89,24 @@ public:
 };
 
 /// Of the machine that the test program is linked with.
-std::unique_ptr<Rig> makeRig();
+std::unique_ptr<TestMachine> makeTestMachine();
 
-/// A test of one service, on a rig of its own.
+/// A test of one service, on a machine of its own.
 class Contract : public testing::Test {
 protected:
     using Titles = std::vector<std::string>;
 
-    Machine& machine() { return rig->machine(); }
-    bool waitUntil(const std::function<bool()>& condition) { return rig->waitUntil(condition); }
+    Machine& machine() { return testMachine->machine(); }
+    bool waitUntil(const std::function<bool()>& condition) { return testMachine->waitUntil(condition); }
     testing::AssertionResult shows(const Titles& titles) {
-        if (waitUntil([&] { return rig->shownTitles() == titles; }))
+        if (waitUntil([&] { return testMachine->shownTitles() == titles; }))
             return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "shows " << testing::PrintToString(rig->shownTitles());
+        return testing::AssertionFailure() << "shows " << testing::PrintToString(testMachine->shownTitles());
     }
 
     static constexpr Rect place{{120, 150}, {500, 300}};
 
-    const std::unique_ptr<Rig> rig = makeRig();
+    const std::unique_ptr<TestMachine> testMachine = makeTestMachine();
 };
 
 } // namespace tavro

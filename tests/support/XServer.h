@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Eventually.h"
+#include "XClient.h"
+
+#include <functional>
+
+/// The server as a test sees it, which waits for what it is to show.
+class XServer : public XClient {
+public:
+    XServer() { watch(root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY); }
+
+    /// Waits until the condition holds, looking again whenever the server tells of a change and 50 times a
+    /// second besides. At the deadline says what was lacking.
+    testing::AssertionResult eventually(const std::string& what, const std::function<bool()>& condition) {
+        return ::eventually(what, condition, [this] { waitForEvent(std::chrono::milliseconds(20)); });
+    }
+    /// Waits until that much of the server's own time has passed, by which it repeats keys.
+    testing::AssertionResult lives(std::chrono::milliseconds atLeast) {
+        const auto begin = time();
+        return eventually("the server's time",
+                          [&] { return time() - begin >= static_cast<xcb_timestamp_t>(atLeast.count()); });
+    }
+};
