@@ -1,5 +1,6 @@
 #include "platform/linux/windows/Panels.h"
 
+#include "platform/linux/windows/PanelGeometry.h"
 #include "platform/linux/x11/XConnection.h"
 
 #include <QCursor>
@@ -36,93 +37,50 @@ struct Panel {
     QRect place; // the part of the screen that it takes, in the toolkit's coordinates
 };
 
-QRect partOfScreen(const QRect& rootPixels, const QScreen& screen) {
-    const auto corner = screen.geometry().topLeft();
-    const auto scale = screen.devicePixelRatio();
-    const auto pixels = rootPixels.translated(-corner);
-    const QRect place(corner + (QPointF(pixels.topLeft()) / scale).toPoint(),
-                      (QSizeF(pixels.size()) / scale).toSize());
-    return place.intersected(screen.geometry());
-}
-
 std::vector<Panel> panelsOn(const XConnection& x, const QScreen& screen) {
     std::vector<Panel> panels;
     for (const auto window : x.values(x.request(x.root(), x.atoms().netClientListStacking))) {
-        const auto place = isPanel(x, window) ? partOfScreen(placeOf(x, window), screen) : QRect();
+        if (!isPanel(x, window))
+            continue;
+        const auto place = partOfScreen(placeOf(x, window), screen.geometry(), screen.devicePixelRatio());
         if (!place.isEmpty())
             panels.push_back({window, place});
     }
     return panels;
 }
 
-/// The panel at a point of the screen; one without a window where there is none.
-Panel panelAt(const XConnection& x, QPoint point, const QScreen& screen) {
-    const auto panels = panelsOn(x, screen);
-    const auto found =
-        std::ranges::find_if(panels, [&](const auto& panel) { return panel.place.contains(point); });
-    return found == panels.end() ? Panel() : *found;
-}
-
-bool isHorizontal(const QRect& panel) {
-    return panel.width() >= panel.height();
-}
-
-/// The screen without the strip along its edge that the panel takes a part of.
-QRect areaBeside(const QRect& panel, const QRect& screen) {
-    auto area = screen;
-    if (isHorizontal(panel) && panel.center().y() < screen.center().y())
-        area.setTop(panel.bottom() + 1);
-    else if (isHorizontal(panel))
-        area.setBottom(panel.top() - 1);
-    else if (panel.center().x() < screen.center().x())
-        area.setLeft(panel.right() + 1);
-    else
-        area.setRight(panel.left() - 1);
-    return area;
+/// The main screen is the first.
+std::vector<ScreenWithPanels> screensWithPanels(const XConnection& x) {
+    std::vector<ScreenWithPanels> screens;
+    for (const auto* screen : QGuiApplication::screens()) {
+        auto& entry = screens.emplace_back(ScreenWithPanels{screen->geometry(), {}});
+        for (const auto& panel : panelsOn(x, *screen))
+            entry.panels.push_back(panel.place);
+    }
+    return screens;
 }
 
 } // namespace
 
 QRect besidePanel(const XConnection& x, QPoint point, QSize size) {
-    const auto* screen = QGuiApplication::screenAt(point);
-    if (!screen)
-        return {point, size};
-    const auto panel = panelAt(x, point, *screen).place;
-    const auto area = panel.isEmpty() ? screen->geometry() : areaBeside(panel, screen->geometry());
-    const auto fitting = size.boundedTo(area.size());
-    const auto corner = panel.isEmpty() ? point : point - QPoint(fitting.width() / 2, fitting.height() / 2);
-    return {QPoint(std::clamp(corner.x(), area.left(), area.right() + 1 - fitting.width()),
-                   std::clamp(corner.y(), area.top(), area.bottom() + 1 - fitting.height())),
-            fitting};
+    return besidePanel(screensWithPanels(x), point, size);
 }
 
 QPoint trayPlace(const XConnection& x) {
-    const auto pointer = QCursor::pos();
-    const auto* pointed = QGuiApplication::screenAt(pointer);
-    if (pointed && !panelAt(x, pointer, *pointed).place.isEmpty())
-        return pointer;
-    constexpr int fromEnd = 14;                             // the middle of an item
-    for (const auto* screen : QGuiApplication::screens()) { // the main one is the first
-        const auto panels = panelsOn(x, *screen);
-        if (panels.empty())
-            continue;
-        const auto& place = panels.front().place;
-        return isHorizontal(place) ? QPoint(place.right() - fromEnd, place.center().y())
-                                   : QPoint(place.center().x(), place.bottom() - fromEnd);
-    }
-    const auto* main = QGuiApplication::primaryScreen();
-    return main ? main->geometry().topRight() : QPoint();
+    return trayPlace(screensWithPanels(x), QCursor::pos());
 }
 
 PanelWatch::PanelWatch(XConnection& x, QPoint point, std::function<void()> left)
     : m_x(x)
     , m_left(std::move(left)) {
     const auto* screen = QGuiApplication::screenAt(point);
-    const auto panel = screen ? panelAt(x, point, *screen) : Panel();
-    if (panel.place.isEmpty())
+    const auto panels = screen ? panelsOn(x, *screen) : std::vector<Panel>();
+    const auto panel =
+        std::ranges::find_if(panels, [&](const auto& each) { return each.place.contains(point); });
+    if (panel == panels.end())
         return;
-    m_panel = panel.window;
-    m_edge = QRegion(screen->geometry()).subtracted(areaBeside(panel.place, screen->geometry()));
+    m_panel = panel->window;
+    m_edge = QRegion(screen->geometry()).subtracted(areaBeside(panel->place, screen->geometry()));
     m_moves = x.on(XEvents::configureNotify, [this](const auto& event) {
         if (event.window == m_panel)
             panelMoved();
@@ -151,7 +109,7 @@ void PanelWatch::panelMoved() {
     m_x.deliverQueuedEvents();
     QRegion visible;
     for (const auto* screen : QGuiApplication::screens())
-        visible += partOfScreen(pixels, *screen);
+        visible += partOfScreen(pixels, screen->geometry(), screen->devicePixelRatio());
     if (!visible.subtracted(m_edge).isEmpty())
         leave();
 }

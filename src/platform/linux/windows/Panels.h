@@ -14,14 +14,10 @@ namespace tavro {
 
 class XConnection;
 
-/// Where something of this size opens that belongs to a point of a panel: beside the panel, on the side of
-/// the screen's middle, its own middle at the point and all of it on the screen, smaller where the screen has
-/// no room. At the point where there is no panel. In the toolkit's coordinates.
+/// Where something that belongs to a point of a panel opens, among the screens and panels that there are now.
 QRect besidePanel(const XConnection& x, QPoint point, QSize size);
 
-/// Where the tray is: at the pointer if that is on a panel, since trays do not tell; otherwise at the end of
-/// a panel, where desktops put it, of the main screen's rather than another one's. In the toolkit's
-/// coordinates.
+/// Where the tray is now.
 QPoint trayPlace(const XConnection& x);
 
 /// Tells, once, that the panel at a point has left its edge of the screen for another place, or is gone.
