@@ -10,8 +10,6 @@ namespace {
 
 using Clock = PulseConnection::Clock;
 
-constexpr std::chrono::milliseconds longestFirstWait{300}, longestWait{500}, longestWaitsPerTurn{2000};
-
 std::uint32_t directionOf(const PulseDevice& device) {
     return device.kind == PulseDeviceKind::sink ? kAudioObjectPropertyScopeOutput
                                                 : kAudioObjectPropertyScopeInput;
@@ -57,14 +55,15 @@ std::optional<AudioPropertyValue> deviceProperty(const PulseDevice& device, Audi
 
 } // namespace
 
-PulseAudioHardware::PulseAudioHardware(MainQueue& queue, Log& log)
+PulseAudioHardware::PulseAudioHardware(MainQueue& queue, Log& log, Waits waits)
     : m_queue(queue)
-    , m_waitLeft(longestWaitsPerTurn)
-    , m_connection(m_mirror, log, [this] { mirrorChanged(); }) {}
+    , m_waits(waits)
+    , m_waitLeft(waits.turn)
+    , m_connection(m_mirror, log, waits.retry, [this] { mirrorChanged(); }) {}
 
 void PulseAudioHardware::waitAtFirst() const {
     if (!std::exchange(m_hasWaited, true))
-        m_connection.waitForListing(Clock::now() + longestFirstWait);
+        m_connection.waitForListing(Clock::now() + m_waits.first);
 }
 
 OSStatus PulseAudioHardware::findObject(AudioObjectID object) const {
@@ -143,10 +142,10 @@ OSStatus PulseAudioHardware::setMute(AudioObjectID object, bool isMuted) {
     if (!std::exchange(m_turnIsLimited, true))
         m_queue.async([this] {
             m_turnIsLimited = false;
-            m_waitLeft = longestWaitsPerTurn;
+            m_waitLeft = m_waits.turn;
         });
     const auto begin = Clock::now();
-    const auto deadline = begin + std::min<Clock::duration>(longestWait, m_waitLeft);
+    const auto deadline = begin + std::min<Clock::duration>(m_waits.write, m_waitLeft);
     const auto status = m_connection.setMute(*m_mirror.device(object), isMuted, deadline);
     const auto end = Clock::now();
     m_waitLeft = end < deadline ? m_waitLeft - (end - begin) : Clock::duration::zero();

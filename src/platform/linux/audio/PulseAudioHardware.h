@@ -16,17 +16,25 @@ class MainQueue;
 /// The devices of a PulseAudio server, or of one that speaks its protocol: sinks are outputs, sources other
 /// than monitors are inputs.
 ///
-/// - Reads answer from a mirror. Only the very first call may wait, 300 ms at most and only while a server is
-///   being connected to, so that a program which asks at launch sees the devices.
-/// - Writes wait for the server's word, each 500 ms at most, and all those of one turn of the main loop
-///   together 2 s. After one that has waited in vain, the others of its turn do not wait at all. What is not
+/// - Reads answer from a mirror. Only the very first call may wait, and only while a server is being
+/// connected
+///   to, so that a program which asks at launch sees the devices.
+/// - Writes wait for the server's word, and all those of one turn of the main loop together have a limit.
+/// After one that has waited in vain, the others of its turn do not wait at all. What is not
 ///   confirmed is a failure, though the server may carry it out when it answers again.
 /// - A device is the one of its kind and server name. It keeps its number and its listeners while it is away,
 ///   unplugged or with its server; on its return they are told if it differs from before.
 /// - Without a server there is no property of the system to read, and there are no devices.
 class PulseAudioHardware final : public AudioHardware {
 public:
-    PulseAudioHardware(MainQueue& queue, Log& log);
+    /// What is waited for at the most, and how long after the first attempt to connect the next one comes.
+    struct Waits {
+        std::chrono::milliseconds first{300}, write{500}, turn{2000}, retry{1000};
+    };
+
+    PulseAudioHardware(MainQueue& queue, Log& log, Waits waits);
+    PulseAudioHardware(MainQueue& queue, Log& log)
+        : PulseAudioHardware(queue, log, Waits{}) {}
 
     OSStatus getPropertyDataSize(AudioObjectID object, const AudioObjectPropertyAddress& address,
                                  std::uint32_t& size) const override;
@@ -61,6 +69,7 @@ private:
     void callListeners();
 
     MainQueue& m_queue;
+    const Waits m_waits;
     PulseMirror m_mirror;
     mutable bool m_hasWaited = false;
     PulseConnection::Clock::duration m_waitLeft; // in this turn of the main loop

@@ -11,7 +11,7 @@ namespace tavro {
 
 namespace {
 
-constexpr std::chrono::seconds firstRetryDelay{1}, longestRetryDelay{30};
+constexpr std::chrono::milliseconds longestRetryDelay{30'000};
 
 PulseDeviceKind kindOf(const pa_sink_info&) {
     return PulseDeviceKind::sink;
@@ -67,13 +67,15 @@ PulseContext makeContext(pa_mainloop_api* api) {
 
 } // namespace
 
-PulseConnection::PulseConnection(PulseMirror& mirror, Log& log, std::function<void()> mirrorChanged)
+PulseConnection::PulseConnection(PulseMirror& mirror, Log& log, std::chrono::milliseconds firstRetryDelay,
+                                 std::function<void()> mirrorChanged)
     : m_mirror(mirror)
     , m_log(log)
     , m_mirrorChanged(std::move(mirrorChanged))
+    , m_firstRetryDelay(firstRetryDelay)
     , m_retryDelay(firstRetryDelay)
     , m_socketWatch([this] {
-        m_retryDelay = firstRetryDelay;
+        m_retryDelay = m_firstRetryDelay;
         connect();
     }) {
     m_retry.setSingleShot(true);
@@ -126,7 +128,7 @@ void PulseConnection::stateChanged() {
 // The subscription comes first, so that whatever the listing does not show yet is told.
 void PulseConnection::ready() {
     m_socketWatch.stop();
-    m_retryDelay = firstRetryDelay;
+    m_retryDelay = m_firstRetryDelay;
     constexpr auto subjects = static_cast<pa_subscription_mask_t>(
         PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SOURCE | PA_SUBSCRIPTION_MASK_SERVER);
     const PulseOperation sent(pa_context_subscribe(m_context.get(), subjects, nullptr, nullptr));

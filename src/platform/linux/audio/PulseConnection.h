@@ -17,15 +17,16 @@ namespace tavro {
 class Log;
 
 /// The connection to the audio server, made again whenever it breaks: at once when the server's socket
-/// appears anew, and besides after 1, 2, 4 ... 30 seconds. Never starts a server. What the server tells goes
-/// into the mirror, and what the mirror asks goes to the server. While a server answers, nothing here wakes
-/// up by itself.
+/// appears anew, and besides after a while, twice as long each time and 30 seconds at most. Never starts a
+/// server. What the server tells goes into the mirror, and what the mirror asks goes to the server. While a
+/// server answers, nothing here wakes up by itself.
 class PulseConnection final {
 public:
     using Clock = PulseMainLoop::Clock;
 
     /// The block runs when the mirror may have changed; it must not wait for the server.
-    PulseConnection(PulseMirror& mirror, Log& log, std::function<void()> mirrorChanged);
+    PulseConnection(PulseMirror& mirror, Log& log, std::chrono::milliseconds firstRetryDelay,
+                    std::function<void()> mirrorChanged);
     PulseConnection(const PulseConnection&) = delete;
     PulseConnection& operator=(const PulseConnection&) = delete;
     ~PulseConnection();
@@ -66,7 +67,8 @@ private:
     PulseContext m_context;
     std::map<std::uint64_t, std::unique_ptr<Request>> m_requests; // by ticket
     QTimer m_retry;
-    std::chrono::seconds m_retryDelay;
+    const std::chrono::milliseconds m_firstRetryDelay;
+    std::chrono::milliseconds m_retryDelay;
     PulseSocketWatch m_socketWatch;
 };
 
