@@ -3,6 +3,7 @@
 #include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"
 #include "platform/process/Application.h"
+#include "platform/windows/TitledWindow.h"
 #include "platform/windows/WindowServer.h"
 
 #include <algorithm>
@@ -126,8 +127,10 @@ TEST_F(WorkspaceContract, UnhidingLeavesWindowsAloneThatNobodyHid) {
 TEST_F(WorkspaceContract, AnOrdinaryWindowOfThisProgramCountsLikeAnyOther) {
     const auto editor = open("Tavro-Editor", "notes");
     ASSERT_TRUE(editor);
-    const auto window = machine().windowServer().createWindow(
-        place, WindowStyleMask::titled | WindowStyleMask::closable, BackingStore::buffered, false, {});
+    const auto window = machine().windowServer().createTitledWindow(
+        {.contentRect = place,
+         .styleMask = WindowStyleMask::titled | WindowStyleMask::closable,
+         .screen = {}});
     const auto isShown = [&] {
         return testMachine->shownFrame(WindowNumber(window->windowNumber())).has_value();
     };
