@@ -391,6 +391,7 @@ TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
         {"brought back, and not told yet", "A1 B1*", "on; deaf; show A1; off",
          "unmark A1, unwatch A1, raise B1, activate A1"},
         {"the user's is let go", "A1 B1*", "on; show A1", "unmark A1, unwatch A1"},
+        {"put away by the user before: left alone", "a1 a2@2 B1*", "on", ""},
         {"elsewhere: only watched", "A1@2 B1*", "on", "watch A1"},
         {"elsewhere: let go", "A1@2 B1*", "on; off", "unwatch A1, activate B1"},
         {"the focus left below", "A1 B1 C1*", "on; off; focus A1", "activate C1"},

@@ -43,7 +43,6 @@ private:
     void arrived();
     void followStates();
     void lookAtFront();
-    void waitForFront();
     void bringBackInPlace();
     void followSettling();
     /// Whether there was anything.
