@@ -168,11 +168,6 @@ public:
         const auto button = type == EventType::rightMouseUp              ? Button::right
                             : modifierFlags & EventModifierFlags::option ? Button::middle
                                                                          : Button::left;
-        const auto unlit = m_tray.picture();
-        if (!m_tray.itemHolds(m_server.pointer())) {
-            m_input.moveTo(m_tray.itemPlace());
-            EXPECT_TRUE(waitUntil([&] { return m_tray.picture() != unlit; })) << "the item is not lit";
-        }
         m_input.click(m_tray.itemPlace(), button);
     }
     bool menuIsOpen() const override { return !m_server.menus().empty(); }

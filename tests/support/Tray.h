@@ -12,7 +12,6 @@ public:
         : m_server(server) {}
 
     Point itemPlace() const { return {1908, 14}; }
-    bool itemHolds(Point point) const { return end.contains(point); }
     Pixels picture() const { return m_server.screenshot(end); }
     bool isEmpty() const { return isBare(end); }
     bool showsItem() const { return !isBare(end) && !showsButton(); }

@@ -113,11 +113,6 @@ Rect XClient::place(xcb_window_t window) const {
     return {corner->dst_x, corner->dst_y, size->width, size->height};
 }
 
-Point XClient::pointer() const {
-    const auto reply = REPLY(query_pointer, root());
-    return reply ? Point{reply->root_x, reply->root_y} : Point{};
-}
-
 Pixels XClient::wallpaper(const Rect& area) const {
     const auto pixmap = values(root(), "_XROOTPMAP_ID");
     return pixmap.empty() ? Pixels() : image(pixmap.front(), area);

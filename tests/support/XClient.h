@@ -77,8 +77,6 @@ public:
     bool isViewable(xcb_window_t window) const;
     Rect place(xcb_window_t window) const;
 
-    Point pointer() const;
-
     Pixels screenshot(const Rect& area) const { return image(root(), area); }
     /// What the desktop's own wallpaper picture shows there; empty where there is none.
     Pixels wallpaper(const Rect& area) const;
