@@ -2,26 +2,26 @@
 
 namespace tavro {
 
-SimulatedRunningApplication::SimulatedRunningApplication(ApplicationID id, std::string name,
-                                                         SimulatedWorkspace& workspace)
+SimulatedRunningApplication::SimulatedRunningApplication(ApplicationID id, std::string name, Host& host,
+                                                         Journal& journal)
     : m_id(id)
     , m_name(std::move(name))
-    , m_workspace(workspace) {}
+    , m_host(host)
+    , m_journal(journal) {}
 
 void SimulatedRunningApplication::hide() {
-    m_workspace.m_journal.record("runningApplication.hide", m_name);
-    m_workspace.m_isHiding = true;
-    m_workspace.hide(m_id);
+    m_journal.record("runningApplication.hide", m_name);
+    m_host.requestHide(m_id);
 }
 
 void SimulatedRunningApplication::unhide() {
-    m_workspace.m_journal.record("runningApplication.unhide", m_name);
-    m_workspace.unhide(m_id);
+    m_journal.record("runningApplication.unhide", m_name);
+    m_host.unhide(m_id);
 }
 
 void SimulatedRunningApplication::activate(unsigned options) {
-    m_workspace.m_journal.record("runningApplication.activate", m_name, options);
-    m_workspace.activate(m_id);
+    m_journal.record("runningApplication.activate", m_name, options);
+    m_host.activate(m_id);
 }
 
 bool SimulatedRunningApplication::isEqual(const RunningApplication& other) const {

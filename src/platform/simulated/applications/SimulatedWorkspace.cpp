@@ -1,7 +1,5 @@
 #include "platform/simulated/applications/SimulatedWorkspace.h"
 
-#include "platform/simulated/applications/SimulatedRunningApplication.h"
-
 #include <algorithm>
 #include <ranges>
 
@@ -82,6 +80,11 @@ Observation SimulatedWorkspace::selfResignsActive(std::function<void()> observer
     return m_selfResignsActive.add(std::move(observer));
 }
 
+void SimulatedWorkspace::requestHide(ApplicationID application) {
+    m_isHiding = true;
+    hide(application);
+}
+
 void SimulatedWorkspace::hide(ApplicationID application) {
     auto* entry = find(application);
     if (!entry || application == ApplicationID::system)
@@ -118,8 +121,8 @@ SimulatedWorkspace::Application* SimulatedWorkspace::find(ApplicationID applicat
 
 std::shared_ptr<RunningApplication> SimulatedWorkspace::handle(const Application& application) const {
     // The handle changes the workspace that it came from; asking for it does not.
-    auto& workspace = const_cast<SimulatedWorkspace&>(*this);
-    return std::make_shared<SimulatedRunningApplication>(application.id, application.name, workspace);
+    SimulatedRunningApplication::Host& host = const_cast<SimulatedWorkspace&>(*this);
+    return std::make_shared<SimulatedRunningApplication>(application.id, application.name, host, m_journal);
 }
 
 void SimulatedWorkspace::setFrontmost(std::optional<ApplicationID> application) {

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/applications/Workspace.h"
-#include "platform/simulated/applications/ApplicationID.h"
-#include "platform/simulated/process/Journal.h"
+#include "platform/simulated/applications/SimulatedRunningApplication.h"
 #include "platform/simulated/process/SimulatedMainQueue.h"
 #include "platform/simulated/windows/SimulatedWindowServer.h"
 
@@ -15,7 +14,7 @@ namespace tavro {
 /// The applications of the session and what their user does with them. Changes are in force at once;
 /// notifications come on the main queue. Other than on request, the application of a window that opens, or
 /// that the user clicks, is the one in front.
-class SimulatedWorkspace final : public Workspace {
+class SimulatedWorkspace final : public Workspace, private SimulatedRunningApplication::Host {
 public:
     SimulatedWorkspace(Journal& journal, SimulatedMainQueue& queue, SimulatedWindowServer& server);
 
@@ -50,16 +49,16 @@ public:
     [[nodiscard]] Observation selfResignsActive(std::function<void()> observer);
 
 private:
-    friend class SimulatedRunningApplication;
     struct Application {
         ApplicationID id;
         std::string name;
         bool isHidden = false;
     };
 
+    void requestHide(ApplicationID application) override;
     void hide(ApplicationID application);
-    void unhide(ApplicationID application);
-    void activate(ApplicationID application);
+    void unhide(ApplicationID application) override;
+    void activate(ApplicationID application) override;
     Application* find(ApplicationID application);
     std::shared_ptr<RunningApplication> handle(const Application& application) const;
     void setFrontmost(std::optional<ApplicationID> application);

@@ -12,7 +12,10 @@ SimulatedStatusBar::SimulatedStatusBar(Journal& journal, SimulatedApplication& a
 
 std::shared_ptr<StatusItem> SimulatedStatusBar::statusItem(double length) {
     m_journal.record("statusBar.statusItem", length);
-    auto item = std::make_shared<SimulatedStatusItem>(*this, m_journal, !failButtons);
+    std::optional<SimulatedStatusBarButton> button;
+    if (!failButtons)
+        button.emplace([this](auto menu) { open(std::move(menu)); }, m_journal);
+    auto item = std::make_shared<SimulatedStatusItem>(std::move(button), m_journal);
     m_items.push_back(item);
     return item;
 }
@@ -31,8 +34,7 @@ void SimulatedStatusBar::click(SimulatedStatusItem& item, EventType type, unsign
     else if (item.menu())
         open(item.menu());
     else if (auto* button = item.button())
-        m_application.deliver({type, modifierFlags},
-                              [&] { static_cast<SimulatedStatusBarButton*>(button)->receive(type); });
+        m_application.deliver({type, modifierFlags}, [&] { button->receive(type); });
 }
 
 void SimulatedStatusBar::open(std::shared_ptr<Menu> menu) {

@@ -4,8 +4,8 @@
 
 namespace tavro {
 
-SimulatedStatusBarButton::SimulatedStatusBarButton(SimulatedStatusBar& statusBar, Journal& journal)
-    : m_statusBar(statusBar)
+SimulatedStatusBarButton::SimulatedStatusBarButton(MenuOpener openMenu, Journal& journal)
+    : m_openMenu(std::move(openMenu))
     , m_journal(journal) {}
 
 void SimulatedStatusBarButton::setAction(std::function<void()> action) {
@@ -24,7 +24,7 @@ void SimulatedStatusBarButton::setImage(std::optional<NamedImage> image) {
 
 void SimulatedStatusBarButton::popUp(const std::shared_ptr<Menu>& menu, Point location) {
     m_journal.record("statusBarButton.popUp", menu->title, location);
-    m_statusBar.open(menu);
+    m_openMenu(menu);
 }
 
 void SimulatedStatusBarButton::receive(EventType type) const {

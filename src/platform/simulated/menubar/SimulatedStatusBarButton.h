@@ -1,13 +1,20 @@
 #pragma once
 
-#include "platform/simulated/menubar/SimulatedStatusBar.h"
+#include "platform/menubar/StatusBar.h"
+#include "platform/simulated/process/Journal.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
 
 namespace tavro {
 
 /// The button of a status item.
 class SimulatedStatusBarButton final : public StatusBarButton {
 public:
-    SimulatedStatusBarButton(SimulatedStatusBar& statusBar, Journal& journal);
+    using MenuOpener = std::function<void(std::shared_ptr<Menu>)>;
+
+    SimulatedStatusBarButton(MenuOpener openMenu, Journal& journal);
 
     void setAction(std::function<void()> action) override;
     void sendActionOn(unsigned mask) override;
@@ -21,7 +28,7 @@ public:
     const std::optional<NamedImage>& image() const { return m_image; }
 
 private:
-    SimulatedStatusBar& m_statusBar;
+    MenuOpener m_openMenu;
     Journal& m_journal;
     std::function<void()> m_action;
     unsigned m_mask = eventMask(EventType::leftMouseUp);

@@ -4,11 +4,9 @@
 
 namespace tavro {
 
-SimulatedStatusItem::SimulatedStatusItem(SimulatedStatusBar& statusBar, Journal& journal, bool hasButton)
-    : m_journal(journal) {
-    if (hasButton)
-        m_button.emplace(statusBar, journal);
-}
+SimulatedStatusItem::SimulatedStatusItem(std::optional<SimulatedStatusBarButton> button, Journal& journal)
+    : m_journal(journal)
+    , m_button(std::move(button)) {}
 
 void SimulatedStatusItem::setMenu(std::shared_ptr<Menu> menu) {
     m_journal.record("statusItem.setMenu", menu ? menu->title : "none");

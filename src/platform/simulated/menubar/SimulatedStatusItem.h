@@ -9,7 +9,8 @@ namespace tavro {
 /// An item in the status bar.
 class SimulatedStatusItem final : public StatusItem {
 public:
-    SimulatedStatusItem(SimulatedStatusBar& statusBar, Journal& journal, bool hasButton);
+    /// None has no button.
+    SimulatedStatusItem(std::optional<SimulatedStatusBarButton> button, Journal& journal);
 
     SimulatedStatusBarButton* button() override { return m_button ? &*m_button : nullptr; }
     void setMenu(std::shared_ptr<Menu> menu) override;

@@ -1,24 +1,27 @@
 #include "platform/simulated/windows/SimulatedWindow.h"
 
+#include "platform/windows/OverlayWindow.h"
+#include "platform/windows/TitledWindow.h"
+
 #include <utility>
 
 namespace tavro {
 
 template <class Kind>
-SimulatedWindow<Kind>::SimulatedWindow(WindowNumber number, SimulatedWindowServer& server, Journal& journal)
+SimulatedWindow<Kind>::SimulatedWindow(WindowNumber number, SimulatedWindowStack& stack, Journal& journal)
     : m_number(number)
-    , m_server(server)
+    , m_stack(stack)
     , m_journal(journal) {}
 
 template <class Kind>
 SimulatedWindow<Kind>::~SimulatedWindow() {
-    m_server.remove(m_number);
+    m_stack.remove(m_number);
 }
 
 template <class Kind>
 void SimulatedWindow<Kind>::setLevel(int level) {
     if (change("setLevel", level))
-        m_server.setLevel(m_number, level);
+        m_stack.setLevel(m_number, level);
 }
 
 template <class Kind>
@@ -30,13 +33,13 @@ void SimulatedWindow<Kind>::setContentView(std::shared_ptr<const View> view) {
 template <class Kind>
 void SimulatedWindow<Kind>::order(const char* call) {
     if (change(call))
-        m_server.orderFront(m_number);
+        m_stack.orderFront(m_number);
 }
 
 template <class Kind>
 void SimulatedWindow<Kind>::close() {
     if (change("close", windowNumber()))
-        m_server.remove(m_number);
+        m_stack.remove(m_number);
     // The view may hold the last reference to this window.
     const auto view = std::move(m_contentView);
 }

@@ -1,7 +1,10 @@
 #pragma once
 
-#include "platform/simulated/windows/SimulatedWindowServer.h"
+#include "platform/simulated/process/Journal.h"
+#include "platform/simulated/windows/SimulatedWindowStack.h"
+#include "platform/windows/View.h"
 
+#include <memory>
 #include <string>
 
 namespace tavro {
@@ -11,7 +14,7 @@ namespace tavro {
 template <class Kind>
 class SimulatedWindow : public Kind {
 public:
-    SimulatedWindow(WindowNumber number, SimulatedWindowServer& server, Journal& journal);
+    SimulatedWindow(WindowNumber number, SimulatedWindowStack& stack, Journal& journal);
     SimulatedWindow(const SimulatedWindow&) = delete;
     SimulatedWindow& operator=(const SimulatedWindow&) = delete;
     ~SimulatedWindow() override;
@@ -31,7 +34,7 @@ protected:
     /// The server's record, and a line in the journal; null, and no line, once the window is closed.
     template <class... Values>
     ServerWindow* change(const char* call, const Values&... values) {
-        auto* window = m_server.find(m_number);
+        auto* window = m_stack.find(m_number);
         if (window)
             m_journal.record(std::string("window.") + call, values...);
         return window;
@@ -41,7 +44,7 @@ private:
     void order(const char* call);
 
     const WindowNumber m_number;
-    SimulatedWindowServer& m_server;
+    SimulatedWindowStack& m_stack;
     Journal& m_journal;
     std::shared_ptr<const View> m_contentView;
 };
