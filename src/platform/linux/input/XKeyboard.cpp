@@ -108,11 +108,9 @@ void XKeyboard::startXkb() {
                                     XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
     xcb_xkb_select_events(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
     constexpr std::uint32_t detectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    const XReply<xcb_xkb_per_client_flags_reply_t> reply(xcb_xkb_per_client_flags_reply(
-        m_x.raw(),
-        xcb_xkb_per_client_flags(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD, detectable, detectable, 0, 0, 0),
-        nullptr));
-    m_repeatsAreDetectable = reply && (reply->value & detectable);
+    const auto request =
+        xcb_xkb_per_client_flags(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD, detectable, detectable, 0, 0, 0);
+    xcb_discard_reply(m_x.raw(), request.sequence);
 }
 
 void XKeyboard::refresh() {

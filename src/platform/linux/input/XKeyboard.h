@@ -26,8 +26,6 @@ public:
     XKeyboard(XConnection& x, MainQueue& queue);
 
     const Modifiers& modifiers() const { return m_modifiers; }
-    /// Whether held keys repeat as presses without releases between.
-    bool repeatsAreDetectable() const { return m_repeatsAreDetectable; }
     std::optional<std::string> displayText(std::uint16_t keyCode) const override;
     /// A key, and whether it takes Shift.
     struct Stroke {
@@ -63,7 +61,6 @@ private:
     XConnection& m_x;
     std::unique_ptr<xkb_context, Unref> m_context;
     bool m_hasXkb = false;
-    bool m_repeatsAreDetectable = false;
     Modifiers m_modifiers;
     mutable std::optional<LatinLayout> m_latinLayout; // read when it is first asked for
     ObserverList<> m_observers;
