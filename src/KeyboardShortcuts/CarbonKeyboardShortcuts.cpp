@@ -4,6 +4,7 @@
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -34,7 +35,7 @@ Registrations& state() {
 }
 
 HotKeyCenter& center() {
-    return Process::current().machine().hotKeyCenter();
+    return machine().hotKeyCenter();
 }
 
 OSStatus handleEvent(const HotKeyEvent* event) {
@@ -137,6 +138,11 @@ std::vector<Shortcut> CarbonKeyboardShortcuts::systemShortcuts() {
             shortcuts.push_back(*shortcut);
     }
     return shortcuts;
+}
+
+bool CarbonKeyboardShortcuts::isTakenBySystem(const Shortcut& shortcut) {
+    const auto taken = systemShortcuts();
+    return std::ranges::find(taken, shortcut) != taken.end();
 }
 
 } // namespace tavro::KeyboardShortcuts

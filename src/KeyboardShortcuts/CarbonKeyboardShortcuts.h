@@ -21,6 +21,7 @@ public:
 
     /// The combinations in use by the system itself, read anew; empty where they cannot be read.
     static std::vector<Shortcut> systemShortcuts();
+    static bool isTakenBySystem(const Shortcut& shortcut);
 
     CarbonKeyboardShortcuts() = delete;
 };

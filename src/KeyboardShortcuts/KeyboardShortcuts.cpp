@@ -28,7 +28,7 @@ Tables& state() {
 }
 
 UserDefaults& userDefaults() {
-    return Process::current().machine().userDefaults();
+    return machine().userDefaults();
 }
 
 void registerOnce(const Shortcut& shortcut) {
@@ -75,6 +75,13 @@ void run(const Handlers& handlers, const Shortcut& shortcut) {
 }
 
 } // namespace
+
+Name::Name(std::string rawValue, std::optional<Shortcut> defaultShortcut)
+    : m_rawValue(std::move(rawValue))
+    , m_defaultShortcut(std::move(defaultShortcut)) {
+    if (m_defaultShortcut && !userDefaults().object(key()))
+        setShortcut(m_defaultShortcut, *this);
+}
 
 std::optional<Shortcut> getShortcut(const Name& name) {
     const auto stored = userDefaults().object(name.key());

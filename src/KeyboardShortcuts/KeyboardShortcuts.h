@@ -1,17 +1,37 @@
 #pragma once
 
-#include "KeyboardShortcuts/Name.h"
 #include "KeyboardShortcuts/Shortcut.h"
 
 #include <functional>
 #include <initializer_list>
 #include <optional>
 #include <span>
+#include <string>
 
 /// Named shortcuts: what the user has chosen for them, and what happens when they are pressed. The state is
 /// of the process; main thread only. What the system refuses to give us stays chosen, and is not asked for
 /// again until it is chosen anew.
 namespace tavro::KeyboardShortcuts {
+
+/// Names a shortcut whose combination the user chooses. Two with the same raw value are the same name.
+class Name {
+public:
+    explicit Name(std::string rawValue)
+        : m_rawValue(std::move(rawValue)) {}
+    /// A default is set, stored and announced right away where nothing of any kind is stored for the name.
+    Name(std::string rawValue, std::optional<Shortcut> defaultShortcut);
+
+    const std::string& rawValue() const { return m_rawValue; }
+    const std::optional<Shortcut>& defaultShortcut() const { return m_defaultShortcut; }
+    /// Where user defaults keep its combination.
+    std::string key() const { return "KeyboardShortcuts_" + m_rawValue; }
+
+    bool operator==(const Name& other) const { return m_rawValue == other.m_rawValue; }
+
+private:
+    std::string m_rawValue;
+    std::optional<Shortcut> m_defaultShortcut;
+};
 
 using Action = std::function<void()>;
 
@@ -45,3 +65,10 @@ void handleOnKeyDown(const Shortcut& shortcut);
 void handleOnKeyUp(const Shortcut& shortcut);
 
 } // namespace tavro::KeyboardShortcuts
+
+template <>
+struct std::hash<tavro::KeyboardShortcuts::Name> {
+    std::size_t operator()(const tavro::KeyboardShortcuts::Name& name) const noexcept {
+        return std::hash<std::string>()(name.rawValue());
+    }
+};

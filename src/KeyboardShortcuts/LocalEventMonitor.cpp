@@ -7,11 +7,11 @@ namespace tavro::KeyboardShortcuts {
 
 LocalEventMonitor::~LocalEventMonitor() {
     if (m_monitor != EventMonitorRef::none)
-        Process::current().machine().eventMonitors().removeMonitor(m_monitor);
+        machine().eventMonitors().removeMonitor(m_monitor);
 }
 
 void LocalEventMonitor::start() {
-    m_monitor = Process::current().machine().eventMonitors().addLocalMonitorForEvents(m_events, m_callback);
+    m_monitor = machine().eventMonitors().addLocalMonitorForEvents(m_events, m_callback);
 }
 
 } // namespace tavro::KeyboardShortcuts

@@ -1,8 +1,6 @@
 #include "KeyboardShortcuts/Shortcut.h"
 
-#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
 #include "KeyboardShortcuts/Key.h"
-#include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/UpperCase.h"
 #include "platform/input/Event.h"
 #include "platform/input/HotKeyCenter.h"
@@ -11,7 +9,6 @@
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
 
-#include <algorithm>
 #include <limits>
 #include <unordered_map>
 
@@ -82,10 +79,6 @@ std::optional<Shortcut> Shortcut::of(const Event& event) {
     return Shortcut(*event.keyCode, carbonModifiersOf(event.modifierFlags));
 }
 
-std::optional<Shortcut> Shortcut::of(const Name& name) {
-    return getShortcut(name);
-}
-
 unsigned Shortcut::modifiers() const {
     return flagsOf(m_carbonModifiers);
 }
@@ -96,7 +89,7 @@ std::optional<std::string> Shortcut::keyText() const {
     if (m_carbonKeyCode < 0 || m_carbonKeyCode > std::numeric_limits<std::uint16_t>::max())
         return std::nullopt;
     const auto keyCode = static_cast<std::uint16_t>(m_carbonKeyCode);
-    return Process::current().machine().keyboardLayout().displayText(keyCode);
+    return machine().keyboardLayout().displayText(keyCode);
 }
 
 std::string Shortcut::description() const {
@@ -117,11 +110,6 @@ const MenuItem* Shortcut::menuItemWithMatchingShortcut(const Menu& menu) const {
             return found;
     }
     return nullptr;
-}
-
-bool Shortcut::isTakenBySystem() const {
-    const auto taken = CarbonKeyboardShortcuts::systemShortcuts();
-    return std::ranges::find(taken, *this) != taken.end();
 }
 
 } // namespace tavro::KeyboardShortcuts

@@ -14,8 +14,6 @@ struct MenuItem;
 
 namespace KeyboardShortcuts {
 
-class Name;
-
 /// One key combination, in the form in which the system takes hot keys.
 class Shortcut {
 public:
@@ -23,8 +21,6 @@ public:
     Shortcut(std::int64_t carbonKeyCode, std::int64_t carbonModifiers);
     /// None unless the event is of a key that has a place.
     static std::optional<Shortcut> of(const Event& event);
-    /// The stored one of that name.
-    static std::optional<Shortcut> of(const Name& name);
 
     std::int64_t carbonKeyCode() const { return m_carbonKeyCode; }
     std::int64_t carbonModifiers() const { return m_carbonModifiers; }
@@ -40,8 +36,6 @@ public:
     /// The first item of the menu and its submenus, from the top, that is pressed by this combination, or
     /// null.
     const MenuItem* menuItemWithMatchingShortcut(const Menu& menu) const;
-    /// Whether the system uses it itself. Asks anew each time.
-    bool isTakenBySystem() const;
 
 private:
     std::int64_t m_carbonKeyCode;

@@ -1,7 +1,7 @@
 #include "KeyboardShortcuts/ShortcutRecorder.h"
 
+#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
 #include "KeyboardShortcuts/Key.h"
-#include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/RecorderField.h"
 #include "platform/menubar/Menu.h"
 #include "platform/process/Application.h"
@@ -16,10 +16,6 @@ namespace {
 constexpr auto idlePlaceholder = "Record Shortcut";
 constexpr auto recordingPlaceholder = "Press Shortcut";
 constexpr double clickMargin = 3;
-
-Machine& machine() {
-    return Process::current().machine();
-}
 
 /// Without what says nothing about the user's fingers.
 unsigned plainModifiers(const Event& event) {
@@ -132,8 +128,7 @@ void ShortcutRecorder::record(const Event& event) {
         return m_field.beep();
     if (isRefused(*shortcut))
         return;
-    m_field.setText(shortcut->description());
-    setShortcut(shortcut, m_shortcutName);
+    setShortcut(shortcut, m_shortcutName); // whose notification shows it
     if (m_onChange)
         m_onChange(shortcut);
     m_field.blur();
@@ -147,7 +142,7 @@ bool ShortcutRecorder::isRefused(const Shortcut& shortcut) {
                "");
         return true;
     }
-    if (!shortcut.isTakenBySystem())
+    if (!CarbonKeyboardShortcuts::isTakenBySystem(shortcut))
         return false;
     refuse(
         "This keyboard shortcut cannot be used as it's already a system-wide keyboard shortcut.",

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/LocalEventMonitor.h"
-#include "KeyboardShortcuts/Name.h"
 #include "platform/process/ObserverList.h"
 
 #include <functional>
@@ -39,7 +39,6 @@ public:
 private:
     void showStoredText();
     std::optional<Event> handle(const Event& event);
-    void handleMouseUp(const Event& event);
     std::optional<Event> handleKeyDown(const Event& event);
     void record(const Event& event);
     bool isRefused(const Shortcut& shortcut);

@@ -15,10 +15,6 @@ namespace {
 
 constexpr Logger logger{"com.vantrelo.LaunchAtLogin", "main"};
 
-Machine& machine() {
-    return Process::current().machine();
-}
-
 bool hasService() {
     return machine().systemVersion() >= SystemVersion{13, 0};
 }

@@ -2,10 +2,8 @@
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "LaunchAtLogin/LaunchAtLogin.h"
-#include "app/Constants.h"
 #include "app/CoreTavro.h"
 #include "app/HideApps.h"
-#include "app/UserSettings.h"
 #include "audio/ToggleMicMute.h"
 #include "platform/applications/Workspace.h"
 #include "platform/menubar/StatusBar.h"
@@ -18,15 +16,13 @@
 #include "platform/windows/Popover.h"
 #include "platform/windows/WindowServer.h"
 #include "popover/ContentView.h"
+#include "settings/Constants.h"
+#include "settings/UserSettings.h"
 #include "update/VersionObserver.h"
 
 namespace tavro {
 
 namespace {
-Machine& machine() {
-    return Process::current().machine();
-}
-
 KeyboardShortcuts::Name muteShortcut() {
     return KeyboardShortcuts::Name(Constants::tavroMuteShortcut);
 }
@@ -57,7 +53,7 @@ void AppDelegate::createPopover() {
     popover->setBehavior(PopoverBehavior::transient);
     popover->setAnimates(false);
     popover->setContentView(std::make_shared<HostingView<ContentView>>(
-        ContentView(UserSettings::shared(), VersionObserver::shared(), CoreTavro(), *this)));
+        ContentView(UserSettings::shared(), VersionObserver::shared(), *this)));
 }
 
 void AppDelegate::createStatusItem() {
@@ -136,11 +132,17 @@ void AppDelegate::openPreferenceWindow() {
         preferenceView.emplace(firstPage);
 }
 
-void AppDelegate::switchPresentationMode() {
+void AppDelegate::switchPresentationMode(std::optional<MainQueue::Duration> delay) {
     auto& settings = UserSettings::shared();
     settings.setTavroIsOn(!settings.tavroIsOn());
-    popover->close(); // nobody presents it
-    CoreTavro().toggle();
+    const auto follow = [this] {
+        popover->close(); // nobody presents it
+        CoreTavro().toggle();
+    };
+    if (delay)
+        machine().mainQueue().asyncAfter(*delay, follow);
+    else
+        follow();
 }
 
 void AppDelegate::openMenu() {

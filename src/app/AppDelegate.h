@@ -3,6 +3,7 @@
 #include "platform/menubar/Menu.h"
 #include "platform/process/Application.h"
 #include "platform/process/ObserverList.h"
+#include "popover/Shell.h"
 #include "preferences/PreferenceView.h"
 
 #include <memory>
@@ -16,7 +17,7 @@ class StatusItem;
 
 /// The root of everything that runs: launches the product, turns clicks on the status item into actions, and
 /// turns presentation mode off when the system ends the process.
-class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
+class AppDelegate final : public ApplicationDelegate, public MenuDelegate, public Shell {
 public:
     void applicationDidFinishLaunching() override;
     void applicationDidReopen() override;
@@ -30,8 +31,9 @@ public:
     void menuBarAction();
     /// Shows the popover at the status item, or closes it. Without a button nothing happens.
     void togglePopover();
-    /// Brings the preferences window to the front, or makes one.
-    void openPreferenceWindow();
+    /// What the popover's switch, the status item, the global shortcut and termination all come to.
+    void switchPresentationMode(std::optional<MainQueue::Duration> delay = std::nullopt) override;
+    void openPreferenceWindow() override;
     void quitTavro();
 
     std::shared_ptr<Popover> popover;
@@ -47,7 +49,6 @@ private:
     static void storeFirstDefaults();
     void changeIcon();
     void focusedAppDidChange();
-    void switchPresentationMode();
     void openMenu();
 
     std::vector<Observation> m_observations;

@@ -2,7 +2,6 @@
 
 #include "app/HideApps.h"
 #include "app/TouchBarController.h"
-#include "app/UserSettings.h"
 #include "audio/MuteMic.h"
 #include "audio/MuteSpeaker.h"
 #include "desktop/HideDesktop.h"
@@ -11,6 +10,7 @@
 #include "platform/process/Log.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
+#include "settings/UserSettings.h"
 
 #include <algorithm>
 #include <optional>
@@ -40,7 +40,7 @@ void CoreTavro::toggle() const {
 }
 
 void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
-    Process::current().machine().log().print("Turn On --------------");
+    machine().log().print("Turn On --------------");
     const auto choice = wallpaperChoice(options);
     for (const auto& option : options) {
         if (option.id == "hideApps" && option.isOn)
@@ -57,7 +57,7 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
 }
 
 void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
-    Process::current().machine().log().print("Turn Off --------------");
+    machine().log().print("Turn Off --------------");
     HideApps::stopHiding(); // also where its option was switched off meanwhile
     for (const auto& option : options) {
         if (option.id == "hideApps" && option.isOn)
@@ -70,7 +70,7 @@ void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hid
             MuteSpeaker::setMute(false);
         MuteMic::setMute(false); // for every option, whatever it is and says
     }
-    Process::current().machine().controlStrip().removeSystemTrayItem(TouchBarController::shared().item);
+    machine().controlStrip().removeSystemTrayItem(TouchBarController::shared().item);
     MuteMic::stopObserving();
 }
 

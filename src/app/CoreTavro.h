@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/OptionItem.h"
+#include "settings/OptionItem.h"
 
 #include <vector>
 

@@ -18,7 +18,7 @@ std::shared_ptr<RunningApplication>& remembered() {
 }
 
 Workspace& workspace() {
-    return Process::current().machine().workspace();
+    return machine().workspace();
 }
 
 } // namespace

@@ -14,10 +14,6 @@ namespace {
 constexpr Color mutedColor{190.0 / 255, 0, 0, 0.95};
 constexpr Color liveColor{92.0 / 255, 184.0 / 255, 92.0 / 255, 0.95};
 
-Machine& machine() {
-    return Process::current().machine();
-}
-
 Color bezelColor(bool isMuted) {
     return isMuted ? mutedColor : liveColor;
 }
@@ -29,18 +25,22 @@ TouchBarController& TouchBarController::shared() {
 }
 
 TouchBarController::TouchBarController()
-    : touchButton(std::make_shared<TouchBarButton>())
+    : touchButton(makeButton())
     , item(std::make_shared<CustomTouchBarItem>(itemIdentifier)) {
     touchButton->title = "AC";
-    touchButton->action = [this] { pushedStartButton(); };
+}
+
+std::shared_ptr<TouchBarButton> TouchBarController::makeButton() {
+    auto button = std::make_shared<TouchBarButton>();
+    button->action = [this] { pushedStartButton(); };
+    return button;
 }
 
 void TouchBarController::present() {
     auto& strip = machine().controlStrip();
     strip.showsCloseBoxWhenFrontMost(false);
-    touchButton = std::make_shared<TouchBarButton>();
+    touchButton = makeButton();
     touchButton->image = machine().images().named("mic-on");
-    touchButton->action = [this] { pushedStartButton(); };
     touchButton->bezelColor = bezelColor(MuteMic::isMuted());
     item->setView(touchButton);
     strip.addSystemTrayItem(item);

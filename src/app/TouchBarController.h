@@ -28,6 +28,9 @@ public:
 
     std::shared_ptr<TouchBarButton> touchButton;
     const std::shared_ptr<CustomTouchBarItem> item;
+
+private:
+    std::shared_ptr<TouchBarButton> makeButton();
 };
 
 } // namespace tavro

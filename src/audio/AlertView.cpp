@@ -14,10 +14,6 @@ constexpr Rect initialContent{{0, 0}, {200, 100}};
 constexpr Size shownSize{200, 200};
 constexpr unsigned initialStyle = WindowStyleMask::titled;
 
-Machine& machine() {
-    return Process::current().machine();
-}
-
 Rect mainDisplayBounds() {
     const auto display = machine().screens().mainDisplayID();
     return display ? machine().screens().displayBounds(*display) : Rect{};

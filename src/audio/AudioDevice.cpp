@@ -30,7 +30,7 @@ MuteListeners& listeners() {
 }
 
 AudioHardware& hardware() {
-    return Process::current().machine().audioHardware();
+    return machine().audioHardware();
 }
 
 AudioPropertyListener makeListener(AudioDevice::Handler handler) {

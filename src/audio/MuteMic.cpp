@@ -21,10 +21,6 @@ int& observedListener() {
     return Process::current().shared<MuteObservation>().listenerID;
 }
 
-Machine& machine() {
-    return Process::current().machine();
-}
-
 Result<AudioDevice, AudioDevice::Failure> defaultInput() {
     auto device = AudioDevice::defaultDevice(kAudioHardwarePropertyDefaultInputDevice);
     if (!device)

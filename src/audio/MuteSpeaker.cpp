@@ -13,7 +13,7 @@ bool setDefaultOutputMute(bool mute) {
     const auto device = AudioDevice::defaultDevice(kAudioHardwarePropertyDefaultOutputDevice);
     if (!device || !device->mute)
         return false;
-    auto& hardware = Process::current().machine().audioHardware();
+    auto& hardware = machine().audioHardware();
     const std::uint32_t value = mute ? 1 : 0;
     return hardware.setPropertyData(device->id, device->muteAddress(), sizeof(value), value) == noErr;
 }
@@ -22,7 +22,7 @@ bool setDefaultOutputMute(bool mute) {
 
 void MuteSpeaker::setMute(bool mute) {
     if (!setDefaultOutputMute(mute))
-        Process::current().machine().log().print("Output audio error");
+        machine().log().print("Output audio error");
 }
 
 } // namespace tavro

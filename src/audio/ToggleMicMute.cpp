@@ -16,8 +16,7 @@ void toggleMicMute() {
     const bool mute = !MuteMic::isMuted();
     alert.alertWindow.emplace(mute);
     MuteMic::setMute(mute);
-    Process::current().machine().mainQueue().asyncAfter(shownTime,
-                                                        [] { AlertMuteView::shared().closeAlert(); });
+    machine().mainQueue().asyncAfter(shownTime, [] { AlertMuteView::shared().closeAlert(); });
 }
 
 } // namespace tavro

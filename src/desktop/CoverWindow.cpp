@@ -20,10 +20,6 @@ constexpr unsigned coverBehavior =
     WindowCollectionBehavior::ignoresCycle | WindowCollectionBehavior::fullScreenAuxiliary |
     WindowCollectionBehavior::fullScreenDisallowsTiling;
 
-Machine& machine() {
-    return Process::current().machine();
-}
-
 std::optional<WindowNumber> numberOf(const Window& window) {
     const auto number = window.windowNumber();
     if (number < 0 || number > std::numeric_limits<std::uint32_t>::max())

@@ -1,6 +1,5 @@
 #include "desktop/GeneralPreferencesView.h"
 
-#include "app/Constants.h"
 #include "desktop/CustomWallpaper.h"
 #include "platform/process/Log.h"
 #include "platform/process/Machine.h"
@@ -9,14 +8,9 @@
 #include "platform/storage/Images.h"
 #include "platform/storage/UserDefaults.h"
 #include "platform/windows/OpenPanels.h"
+#include "settings/Constants.h"
 
 namespace tavro {
-
-namespace {
-Machine& machine() {
-    return Process::current().machine();
-}
-} // namespace
 
 GeneralPreferencesView::GeneralPreferencesView()
     : m_selectedURL(std::make_shared<Published<std::optional<std::filesystem::path>>>(customWallpaperURL())) {

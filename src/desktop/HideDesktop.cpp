@@ -1,10 +1,8 @@
 #include "desktop/HideDesktop.h"
 
-#include "app/Constants.h"
 #include "desktop/CustomWallpaper.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
-#include "platform/storage/UserDefaults.h"
 #include "platform/windows/OverlayWindow.h"
 #include "platform/windows/Screens.h"
 
@@ -20,11 +18,8 @@ HideDesktop::~HideDesktop() {
 
 void HideDesktop::coverScreens(std::optional<bool> wallpaperChoice) {
     changeWallpaper = wallpaperChoice;
-    auto& machine = Process::current().machine();
-    std::optional<std::filesystem::path> wallpaper;
-    if (machine.userDefaults().boolForKey(Constants::wallpaperFileKey) && changeWallpaper.value_or(false))
-        wallpaper = customWallpaperURL();
-    for (const auto& screen : machine.screens().screens())
+    const auto wallpaper = changeWallpaper.value_or(false) ? customWallpaperURL() : std::nullopt;
+    for (const auto& screen : machine().screens().screens())
         managedWindows.emplace_back(wallpaper, screen);
 }
 

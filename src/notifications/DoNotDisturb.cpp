@@ -29,10 +29,6 @@ constexpr SystemVersion monterey{12, 0};
 constexpr auto preferencesChanged = "com.apple.notificationcenterui.dndprefs_changed";
 constexpr auto preferencesFile = "~/Library/Preferences/com.apple.ncprefs.plist";
 
-Machine& machine() {
-    return Process::current().machine();
-}
-
 SystemServices services() {
     return machine().systemServices().value();
 }

@@ -29,13 +29,13 @@ bool MontereyDND::enabledBySchedule() {
     const auto configurations = readJSONData(configurationsFile);
     if (!configurations)
         return false;
-    const auto time = Process::current().machine().systemServices().value().clock.localTime();
+    const auto time = machine().systemServices().value().clock.localTime();
     return FocusDatabase::scheduleCovers(*configurations, time.hour * 60 + time.minute);
 }
 
 std::optional<nlohmann::json> MontereyDND::readJSONData(const std::string& path) {
-    auto& log = Process::current().machine().log();
-    const auto& files = Process::current().machine().systemServices().value().files;
+    auto& log = machine().log();
+    const auto& files = machine().systemServices().value().files;
     const auto file = files.expandingTilde(path);
     const auto bytes = files.contents(file);
     if (!bytes) {

@@ -1,12 +1,10 @@
 #include "popover/ContentView.h"
 
-#include "app/AppDelegate.h"
 #include "platform/applications/Workspace.h"
 #include "platform/process/Machine.h"
-#include "platform/process/MainQueue.h"
 #include "platform/process/Process.h"
 #include "platform/storage/UserDefaults.h"
-#include "platform/windows/Popover.h"
+#include "popover/Shell.h"
 
 #include <iterator>
 
@@ -24,21 +22,15 @@ constexpr CustomToogleStyle bigSwitch{35,
                                        {0.011520732226956487, 0.758474560529625},
                                        {0.9193547769693876, 0.18220330854442857}}};
 
-Machine& machine() {
-    return Process::current().machine();
-}
-
 } // namespace
 
 const CustomToogleStyle& ContentView::headerStyle() {
     return bigSwitch;
 }
 
-ContentView::ContentView(UserSettings& settings, VersionObserver& versionObserver, CoreTavro tavro,
-                         AppDelegate& appDelegate)
+ContentView::ContentView(UserSettings& settings, VersionObserver& versionObserver, Shell& appDelegate)
     : settings(settings)
     , versionObserver(versionObserver)
-    , Tavro(tavro)
     , appDelegate(appDelegate) {}
 
 std::optional<InAppAlert> ContentView::banner() const {
@@ -55,12 +47,7 @@ std::vector<Observation> ContentView::willChange(const std::function<void()>& ob
 }
 
 void ContentView::tapHeader() const {
-    settings.setTavroIsOn(!settings.tavroIsOn());
-    machine().mainQueue().asyncAfter(toggleDelay, [delegate = &appDelegate, core = Tavro] {
-        if (delegate->popover)
-            delegate->popover->close();
-        core.toggle();
-    });
+    appDelegate.switchPresentationMode(toggleDelay);
 }
 
 void ContentView::tapOption(std::size_t index) const {

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "app/Constants.h"
-#include "app/CoreTavro.h"
-#include "app/UserSettings.h"
 #include "platform/process/ObserverList.h"
 #include "popover/CustomToogleStyle.h"
 #include "popover/InAppAlert.h"
+#include "settings/Constants.h"
+#include "settings/UserSettings.h"
 #include "update/VersionObserver.h"
 
 #include <cstddef>
@@ -15,7 +14,7 @@
 
 namespace tavro {
 
-class AppDelegate;
+class Shell;
 
 /// What the popover shows, from top to bottom: the switch of presentation mode, a divider, one row for each
 /// option and, where a newer version is known of, a banner. The texts are keys of the translations. Main
@@ -31,8 +30,7 @@ public:
 
     static const CustomToogleStyle& headerStyle();
 
-    ContentView(UserSettings& settings, VersionObserver& versionObserver, CoreTavro tavro,
-                AppDelegate& appDelegate);
+    ContentView(UserSettings& settings, VersionObserver& versionObserver, Shell& appDelegate);
 
     /// None where there is nothing to tell.
     std::optional<InAppAlert> banner() const;
@@ -48,8 +46,7 @@ public:
 
     UserSettings& settings;
     VersionObserver& versionObserver;
-    CoreTavro Tavro;
-    AppDelegate& appDelegate;
+    Shell& appDelegate;
 };
 
 } // namespace tavro

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Constants.h"
 #include "platform/windows/Geometry.h"
+#include "settings/Constants.h"
 
 namespace tavro {
 

@@ -10,11 +10,11 @@ namespace tavro {
 namespace {
 
 WindowServer& windowServer() {
-    return Process::current().machine().windowServer();
+    return machine().windowServer();
 }
 
 std::shared_ptr<TitledWindow> makeWindow() {
-    const auto screen = Process::current().machine().screens().mainScreen();
+    const auto screen = machine().screens().mainScreen();
     constexpr unsigned style = WindowStyleMask::titled | WindowStyleMask::closable |
                                WindowStyleMask::miniaturizable | WindowStyleMask::fullSizeContentView;
     return windowServer().createTitledWindow({.contentRect = {{0, 0}, PreferenceView::contentSize},

@@ -1,12 +1,12 @@
 #include "update/VersionObserver.h"
 
-#include "app/Constants.h"
 #include "platform/process/Bundle.h"
 #include "platform/process/Log.h"
 #include "platform/process/Machine.h"
 #include "platform/process/MainQueue.h"
 #include "platform/process/Process.h"
 #include "platform/storage/URLSession.h"
+#include "settings/Constants.h"
 #include "update/AppVersion.h"
 #include "update/NumericOrder.h"
 
@@ -17,10 +17,6 @@ namespace tavro {
 namespace {
 
 constexpr const char* noVersion = "0.0.0";
-
-Machine& machine() {
-    return Process::current().machine();
-}
 
 std::string runningVersion() {
     const auto& dictionary = machine().mainBundle().infoDictionary;

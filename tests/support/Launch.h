@@ -2,11 +2,11 @@
 
 #include "app/AppDelegate.h"
 #include "app/HideApps.h"
-#include "app/UserSettings.h"
 #include "desktop/HideDesktop.h"
 #include "platform/process/Process.h"
 #include "platform/simulated/menubar/SimulatedStatusItem.h"
 #include "platform/simulated/process/SimulatedMac.h"
+#include "settings/UserSettings.h"
 
 #include <gtest/gtest.h>
 

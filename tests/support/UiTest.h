@@ -4,12 +4,12 @@
 #include "Launch.h"
 #include "ProcessEvents.h"
 
-#include "app/Constants.h"
 #include "platform/linux/windows/QtTitledWindow.h"
 #include "platform/simulated/storage/SimulatedImages.h"
 #include "platform/simulated/windows/SimulatedPopover.h"
 #include "popover/ContentView.h"
 #include "preferences/Toolbar.h"
+#include "settings/Constants.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>

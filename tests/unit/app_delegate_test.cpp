@@ -1,6 +1,6 @@
 #include "support/Launch.h"
 
-#include "app/Constants.h"
+#include "settings/Constants.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include "support/Launch.h"
 
-#include "app/Constants.h"
 #include "platform/simulated/windows/SimulatedPopover.h"
 #include "platform/simulated/windows/SimulatedTitledWindow.h"
 #include "platform/windows/Popover.h"
 #include "popover/ContentView.h"
+#include "settings/Constants.h"
 
 #include <chrono>
 
@@ -79,7 +79,7 @@ TEST_F(BannerTest, TheBannerTellsOfANewerVersionOnlyAndLeadsToItsPage) {
     for (const auto& [record, hasBanner] : cases) {
         SCOPED_TRACE(record);
         Launch launch(mac);
-        ContentView now(UserSettings::shared(), VersionObserver::shared(), CoreTavro(), launch.delegate);
+        ContentView now(UserSettings::shared(), VersionObserver::shared(), launch.delegate);
         EXPECT_FALSE(now.banner());
         int told = 0;
         const auto observations = now.willChange([&told] { ++told; });

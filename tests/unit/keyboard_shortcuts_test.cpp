@@ -259,8 +259,8 @@ TEST_F(CarbonTest, TheSystemsListIsReadLeniently) {
                                       entry(true, 46, 768.0)};
     mac.hotKeyCenter().symbolicHotKeys = entries;
     EXPECT_EQ(CarbonKeyboardShortcuts::systemShortcuts(), std::vector{p});
-    EXPECT_TRUE(p.isTakenBySystem());
-    EXPECT_FALSE(m.isTakenBySystem());
+    EXPECT_TRUE(CarbonKeyboardShortcuts::isTakenBySystem(p));
+    EXPECT_FALSE(CarbonKeyboardShortcuts::isTakenBySystem(m));
     auto mixed = entries;
     mixed.emplace_back("no dictionary");
     for (const std::optional<PropertyList>& list :

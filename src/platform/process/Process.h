@@ -45,4 +45,9 @@ private:
     std::vector<std::shared_ptr<void>> m_owned; // in order of creation; the last one ends first
 };
 
+/// The machine of the process that runs now.
+inline Machine& machine() {
+    return Process::current().machine();
+}
+
 } // namespace tavro

@@ -1,15 +1,15 @@
-#include "app/UserSettings.h"
+#include "settings/UserSettings.h"
 
-#include "app/Constants.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
 #include "platform/storage/UserDefaults.h"
+#include "settings/Constants.h"
 
 namespace tavro {
 
 namespace {
 UserDefaults& userDefaults() {
-    return Process::current().machine().userDefaults();
+    return machine().userDefaults();
 }
 } // namespace
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/OptionItem.h"
 #include "platform/process/Published.h"
+#include "settings/OptionItem.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "app/Constants.h"
+#include "settings/Constants.h"
 
 namespace tavro {
 
