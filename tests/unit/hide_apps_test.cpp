@@ -16,23 +16,20 @@ protected:
     }
 };
 
-TEST_F(HideAppsTest, WithNobodyInFrontAllAreAskedToHide) {
-    const auto editor = openWindow("Editor");
+TEST_F(HideAppsTest, WithNoApplicationInFrontAllAreAskedToHide) {
+    openWindow("Editor");
     Process process(mac);
     HideApps::rememberFrontmost();
     mac.workspace().userActivatesNothing();
     HideApps::hideOthers();
+    HideApps::showAll();
     EXPECT_EQ(HideApps::lastActiveApp(), nullptr);
     EXPECT_EQ(mac.journal().lines("runningApplication"),
-              (Lines{"runningApplication.hide Dock", "runningApplication.hide Editor"}));
-    EXPECT_FALSE(isVisible(editor));
-    mac.journal().clear();
-    HideApps::showAll();
-    EXPECT_EQ(mac.journal().lines("runningApplication"),
-              (Lines{"runningApplication.unhide Dock", "runningApplication.unhide Editor"}));
+              (Lines{"runningApplication.hide Dock", "runningApplication.hide Editor",
+                     "runningApplication.unhide Dock", "runningApplication.unhide Editor"}));
 }
 
-TEST_F(HideAppsTest, OnlyTheApplicationInFrontStaysAndAllAreShownAlsoWhatTheUserHadHidden) {
+TEST_F(HideAppsTest, AllButTheOneInFrontAreHiddenAndAllAreShownEvenThoseTheUserHadHidden) {
     const auto hiddenByUser = openWindow("Mail");
     const auto editor = openWindow("Editor");
     const auto browser = openWindow("Browser");
@@ -44,10 +41,6 @@ TEST_F(HideAppsTest, OnlyTheApplicationInFrontStaysAndAllAreShownAlsoWhatTheUser
     EXPECT_EQ(mac.journal().lines("runningApplication"),
               (Lines{"runningApplication.hide Dock", "runningApplication.hide Mail",
                      "runningApplication.hide Editor", "runningApplication.hide Chat"}));
-    EXPECT_FALSE(isVisible(editor));
-    EXPECT_TRUE(isVisible(browser));
-    EXPECT_EQ(mac.workspace().frontmost(), owner(browser));
-
     mac.workspace().userActivates(owner(editor));
     mac.journal().clear();
     HideApps::showAll();

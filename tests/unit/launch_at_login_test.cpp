@@ -9,28 +9,14 @@ namespace {
 
 constexpr SystemVersion withService{13, 0};
 constexpr SystemVersion before{12, 6};
-constexpr const char* helper = "com.vantrelo.TavroPRO-LaunchAtLoginHelper";
-constexpr const char* failure = "log.error com.vantrelo.LaunchAtLogin main Failed to ";
+const std::string helper = "com.vantrelo.TavroPRO-LaunchAtLoginHelper";
+const std::string failure = "log.error com.vantrelo.LaunchAtLogin main Failed to ";
 
 using Status = AppService::Status;
 
-TEST(LaunchAtLoginTest, TheServiceIsAskedAnewAndOnlyEnabledCounts) {
-    SimulatedMac mac(withService);
-    const Process process(mac);
-    for (const auto status :
-         {Status::notRegistered, Status::enabled, Status::requiresApproval, Status::notFound}) {
-        mac.appService().userSets(status);
-        EXPECT_EQ(LaunchAtLogin::isEnabled(), status == Status::enabled);
-        EXPECT_EQ(LaunchAtLogin::observable().isEnabled(), status == Status::enabled);
-        EXPECT_EQ(LaunchAtLogin::kvo().isEnabled(), status == Status::enabled);
-    }
-}
-
-TEST(LaunchAtLoginTest, SettingGoesThroughTheService) {
+TEST(LaunchAtLoginTest, SettingItGoesThroughTheServiceAndOnlyEnabledCounts) {
     using Fault = std::optional<std::string>;
-    const Lines on{"appService.register"}, off{"appService.unregister"}, both{off[0], on[0]};
-    const Lines onRefused{on[0], std::string(failure) + "enable launch at login: not permitted"};
-    const Lines offRefused{off[0], std::string(failure) + "disable launch at login: busy"};
+    const std::string on = "appService.register", off = "appService.unregister";
     const Fault none, busy = "busy", notPermitted = "not permitted";
     const struct {
         const char* what;
@@ -40,28 +26,37 @@ TEST(LaunchAtLoginTest, SettingGoesThroughTheService) {
         Lines journal;
         bool isEnabled;
     } cases[] = {
-        {"on", Status::notRegistered, true, none, none, on, true},
-        {"on again", Status::enabled, true, none, none, both, true},
-        {"on again, of which the first half fails", Status::enabled, true, none, busy, both, true},
-        {"on, switched off elsewhere", Status::requiresApproval, true, none, none, on, true},
-        {"on, refused", Status::notRegistered, true, notPermitted, none, onRefused, false},
-        {"off", Status::enabled, false, none, none, off, false},
-        {"off again", Status::notRegistered, false, none, none, off, false},
-        {"off, refused", Status::enabled, false, none, busy, offRefused, true},
+        {"on", Status::notRegistered, true, none, none, {on}, true},
+        {"on again, of which the first half fails", Status::enabled, true, none, busy, {off, on}, true},
+        {"on, switched off elsewhere", Status::requiresApproval, true, none, none, {on}, true},
+        {"on, refused",
+         Status::notFound,
+         true,
+         notPermitted,
+         none,
+         {on, failure + "enable launch at login: not permitted"},
+         false},
+        {"off", Status::enabled, false, none, none, {off}, false},
+        {"off, refused",
+         Status::enabled,
+         false,
+         none,
+         busy,
+         {off, failure + "disable launch at login: busy"},
+         true},
     };
     for (const auto& [what, status, value, registerError, unregisterError, journal, isEnabled] : cases) {
         SCOPED_TRACE(what);
         SimulatedMac mac(withService);
         const Process process(mac);
         mac.appService().userSets(status);
+        EXPECT_EQ(LaunchAtLogin::isEnabled(), status == Status::enabled);
         mac.appService().registerError = registerError;
         mac.appService().unregisterError = unregisterError;
-        std::vector<bool> values;
-        const auto observation = LaunchAtLogin::publisher().sink([&](bool sent) { values.push_back(sent); });
-        LaunchAtLogin::setIsEnabled(value);
+        LaunchAtLogin::kvo().setIsEnabled(value);
         EXPECT_EQ(mac.journal().lines(), journal);
-        EXPECT_EQ(LaunchAtLogin::isEnabled(), isEnabled);
-        EXPECT_EQ(values, (std::vector{status == Status::enabled, value}));
+        EXPECT_EQ(LaunchAtLogin::observable().isEnabled(), isEnabled);
+        EXPECT_EQ(LaunchAtLogin::kvo().isEnabled(), isEnabled);
     }
 }
 
@@ -74,15 +69,12 @@ TEST(LaunchAtLoginTest, BeforeTheServiceTheHelpersJobTells) {
         std::optional<PropertyList::Array> jobs;
         bool isEnabled;
     } cases[] = {
-        {"on demand", PropertyList::Array{job("other", false), job(helper, true)}, true},
-        {"not on demand", PropertyList::Array{job("other", true), job(helper, false)}, false},
+        {"on demand", PropertyList::Array{job("other", false), job(1, false), job(helper, true)}, true},
         {"the first of two", PropertyList::Array{job(helper, false), job(helper, true)}, false},
         {"no Boolean", PropertyList::Array{job(helper, "yes")}, false},
         {"nothing said", PropertyList::Array{PropertyList::Dictionary{{"Label", helper}}}, false},
-        {"a label that is no text", PropertyList::Array{job(1, true), job(helper, true)}, true},
         {"others", PropertyList::Array{job("com.vantrelo.TavroPRO", true)}, false},
         {"an entry that is no dictionary", PropertyList::Array{job(helper, true), "job"}, false},
-        {"none", PropertyList::Array{}, false},
         {"no list", std::nullopt, false},
     };
     for (const auto& [what, jobs, isEnabled] : cases) {
@@ -95,62 +87,42 @@ TEST(LaunchAtLoginTest, BeforeTheServiceTheHelpersJobTells) {
     }
 }
 
-TEST(LaunchAtLoginTest, BeforeTheServiceTheHelperIsEnabledWhateverTheSystemAnswers) {
-    for (const bool refuses : {false, true}) {
-        SimulatedMac mac(before);
+TEST(LaunchAtLoginTest, ObserversAreToldInOrderEvenWhenTheSystemRefuses) {
+    for (const auto version : {before, withService}) {
+        SCOPED_TRACE(version.major);
+        SimulatedMac mac(version);
         const Process process(mac);
-        mac.legacyLoginItems()->refuses = refuses;
-        LaunchAtLogin::setIsEnabled(true);
-        EXPECT_EQ(LaunchAtLogin::isEnabled(), !refuses);
-        LaunchAtLogin::setIsEnabled(false);
+        mac.appService().registerError = "no";
+        if (auto* items = mac.legacyLoginItems())
+            items->refuses = true;
+        auto& journal = mac.journal();
+        const auto views =
+            LaunchAtLogin::observable().willChange([&] { journal.record("objectWillChange"); });
+        const auto will = LaunchAtLogin::kvo().willChangeIsEnabled([&] { journal.record("willChange"); });
+        const auto did = LaunchAtLogin::kvo().didChangeIsEnabled([&] { journal.record("didChange"); });
+        const auto values =
+            LaunchAtLogin::publisher().sink([&](bool value) { journal.record("value", value); });
+        LaunchAtLogin::Toggle().launchAtLogin.setIsEnabled(true);
+        auto lines = journal.lines();
+        std::erase_if(lines, [](const auto& line) { return line.starts_with("log."); });
+        EXPECT_EQ(lines, (Lines{"value false", "objectWillChange", "willChange",
+                                version == before ? "legacyLoginItems.setEnabled " + helper + " true"
+                                                  : "appService.register",
+                                "didChange", "value true"}));
         EXPECT_FALSE(LaunchAtLogin::isEnabled());
-        EXPECT_EQ(mac.journal().lines(),
-                  (Lines{std::string("legacyLoginItems.setEnabled ") + helper + " true",
-                         std::string("legacyLoginItems.setEnabled ") + helper + " false"}));
     }
 }
 
-TEST(LaunchAtLoginTest, ObserversAreToldInOrderAlsoOfWhatIsRefused) {
-    for (const auto version : {before, withService})
-        for (const bool refuses : {false, true}) {
-            SCOPED_TRACE(testing::Message() << version.major << (refuses ? " refuses" : ""));
-            SimulatedMac mac(version);
-            const Process process(mac);
-            if (refuses)
-                mac.appService().registerError = "no";
-            auto& journal = mac.journal();
-            const auto views =
-                LaunchAtLogin::observable().willChange([&] { journal.record("objectWillChange"); });
-            const auto will = LaunchAtLogin::kvo().willChangeIsEnabled([&] { journal.record("willChange"); });
-            const auto did = LaunchAtLogin::kvo().didChangeIsEnabled([&] { journal.record("didChange"); });
-            const auto values =
-                LaunchAtLogin::publisher().sink([&](bool value) { journal.record("value", value); });
-            LaunchAtLogin::Toggle().launchAtLogin.setIsEnabled(true);
-            auto lines = journal.lines();
-            std::erase_if(lines, [](const auto& line) { return line.starts_with("log."); });
-            EXPECT_EQ(lines, (Lines{"value false", "objectWillChange", "willChange",
-                                    version == before
-                                        ? std::string("legacyLoginItems.setEnabled ") + helper + " true"
-                                        : "appService.register",
-                                    "didChange", "value true"}));
-        }
-}
-
-TEST(LaunchAtLoginTest, TheSwitchHasItsLabel) {
-    SimulatedMac mac;
-    const Process process(mac);
-    EXPECT_EQ(LaunchAtLogin::Toggle().label, "Launch at login");
-    EXPECT_EQ(LaunchAtLogin::Toggle("Start").label, "Start");
-}
-
 TEST(LaunchAtLoginTest, OnlyTheVeryFirstLaunchSwitchesItOn) {
-    SimulatedMac mac;
-    { const Launch launch(mac); }
-    EXPECT_EQ(mac.appService().status(), Status::enabled);
-    mac.appService().userSets(Status::notRegistered);
-    { const Launch launch(mac); }
-    EXPECT_EQ(mac.appService().status(), Status::notRegistered);
-    EXPECT_EQ(mac.journal().lines("appService"), Lines{"appService.register"});
+    for (const auto version : {before, withService}) {
+        SCOPED_TRACE(version.major);
+        SimulatedMac mac(version);
+        for (const bool isEnabled : {true, false}) {
+            const Launch launch(mac);
+            EXPECT_EQ(LaunchAtLogin::isEnabled(), isEnabled);
+            LaunchAtLogin::setIsEnabled(false);
+        }
+    }
 }
 
 } // namespace

@@ -28,8 +28,7 @@ TEST_F(MuteMicTest, IsMutedUnlessADeviceSaysThatItIsNot) {
         std::vector<std::optional<bool>> flags;
         bool isMuted;
     } cases[] = {
-        {{}, true},           {{none}, true},       {{true}, true},         {{false}, false},
-        {{true, true}, true}, {{none, true}, true}, {{true, false}, false}, {{false, none}, false},
+        {{}, true}, {{none}, true}, {{true, true}, true}, {{true, false}, false}, {{false, none}, false},
     };
     for (const auto& [flags, isMuted] : cases) {
         SCOPED_TRACE(testing::PrintToString(flags));
@@ -39,11 +38,6 @@ TEST_F(MuteMicTest, IsMutedUnlessADeviceSaysThatItIsNot) {
             plugInMicrophone("Microphone", flag);
         EXPECT_EQ(MuteMic::isMuted(), isMuted);
     }
-    const auto unreadable = plugInMicrophone("Unreadable", false);
-    audio.unplug(unreadable - 2);
-    EXPECT_FALSE(MuteMic::isMuted());
-    audio.fail(AudioCall::getData, unreadable, inputMute, kAudioHardwareUnspecifiedError);
-    EXPECT_TRUE(MuteMic::isMuted());
 }
 
 TEST_F(MuteMicTest, SettingWritesToEveryInputDeviceThatHasAFlag) {
@@ -97,19 +91,13 @@ TEST_F(MuteMicTest, ObservingHearsTheDefaultDeviceTwiceAndTheOthersOnce) {
 
 TEST_F(MuteMicTest, WithoutADefaultDeviceTheOthersAreObservedAllTheSame) {
     const auto device = plugInMicrophone("Desk");
-    const Lines error{"log.print Listener error"};
-    const auto start = [] { MuteMic::startObserving([] {}); };
-    const auto stop = [] { MuteMic::stopObserving(); };
-    EXPECT_EQ(printedBy(start), error);
-    EXPECT_EQ(MuteMic::listenerID(), -1);
-    EXPECT_EQ(audio.muteListenerCount(device), 1);
-    EXPECT_EQ(printedBy(start), error);
-    EXPECT_EQ(audio.muteListenerCount(device), 2);
-    EXPECT_EQ(printedBy(stop), error);
+    for (const int listeners : {1, 2}) {
+        EXPECT_EQ(printedBy([] { MuteMic::startObserving([] {}); }), Lines{"log.print Listener error"});
+        EXPECT_EQ(MuteMic::listenerID(), -1);
+        EXPECT_EQ(audio.muteListenerCount(device), listeners);
+    }
+    EXPECT_EQ(printedBy([] { MuteMic::stopObserving(); }), Lines{"log.print Listener error"});
     EXPECT_EQ(audio.muteListenerCount(device), 1); // the one of the first start
-    audio.setDefaultInput(device);
-    EXPECT_EQ(printedBy(start), Lines{});
-    EXPECT_EQ(audio.muteListenerCount(device), 3);
 }
 
 TEST_F(MuteMicTest, ADefaultDeviceThatIsGoneAtTheEndLeavesItsListenerForTheNextEnd) {

@@ -9,14 +9,6 @@ namespace {
 
 using MuteSpeakerTest = AudioTest;
 
-TEST_F(MuteSpeakerTest, ADeviceWithBothSidesIsMutedOnItsInput) {
-    const auto headset = plugInHeadset("Headset");
-    audio.setDefaultOutput(headset);
-    MuteSpeaker::setMute(true);
-    EXPECT_EQ(audio.device(headset).input.mute, true);
-    EXPECT_EQ(audio.device(headset).output.mute, false);
-}
-
 TEST_F(MuteSpeakerTest, WritesTheValueToTheDefaultDeviceOfTheMomentWhateverItWasBefore) {
     const auto before = plugInSpeaker("Before");
     const auto after = plugInSpeaker("After", true);
@@ -36,16 +28,13 @@ TEST_F(MuteSpeakerTest, WritesTheValueToTheDefaultDeviceOfTheMomentWhateverItWas
 TEST_F(MuteSpeakerTest, EveryFailureIsOneLineAndLeavesTheDeviceAlone) {
     const struct {
         const char* what;
-        bool hasDefault;
-        bool hasFlag;
+        bool hasDefault, hasFlag;
         std::optional<AudioCall> call;
-        AudioObjectPropertyAddress address;
+        Address address;
     } cases[] = {
         {"no default device", false, true, {}, {}},
         {"no mute flag", true, false, {}, {}},
-        {"name cannot be read", true, true, AudioCall::getData, name},
-        {"streams cannot be read", true, true, AudioCall::getSize, outputStreams},
-        {"flag cannot be read", true, true, AudioCall::getData, outputMute},
+        {"device cannot be read", true, true, AudioCall::getData, name},
         {"flag cannot be written", true, true, AudioCall::setData, outputMute},
     };
     for (const auto& [what, hasDefault, hasFlag, call, address] : cases) {
@@ -62,11 +51,6 @@ TEST_F(MuteSpeakerTest, EveryFailureIsOneLineAndLeavesTheDeviceAlone) {
             EXPECT_NE(audio.isMuted(speaker), mute);
         }
     }
-    audio.setDefaultOutput(plugInSpeaker("Hall"));
-    audio.fail(AudioCall::getData, kAudioObjectSystemObject, defaultOutput, kAudioHardwareNotRunningError);
-    mac.journal().clear();
-    MuteSpeaker::setMute(true);
-    EXPECT_EQ(mac.journal().lines(), Lines{"log.print Output audio error"});
 }
 
 } // namespace

@@ -41,35 +41,20 @@ TEST_F(UserSettingsTest, FirstLaunchHasTheCatalogueAndStoresIt) {
 }
 
 TEST_F(UserSettingsTest, StoredValuesOfAnyTypeAreReadAsBooleansAndRepaired) {
-    const Lines keys{"hideDesktop", "disableNotification", "hideApps", "muteSpeaker", "changeWallpaper"};
-    const std::pair<PropertyList, bool> values[] = {
-        {true, true}, {false, false}, {"yes", true}, {2, true}, {PropertyList::Array{true}, false}};
-    for (const auto& [value, isOn] : values)
-        for (std::size_t index = 0; index < keys.size(); ++index) {
-            SCOPED_TRACE(keys[index] + (isOn ? " is on" : " is off"));
-            SimulatedMac other;
-            other.userDefaults().setObject(keys[index], value);
-            const Launch launch(other);
-            EXPECT_EQ(UserSettings::shared().options()[index].isOn, isOn);
-            EXPECT_EQ(other.userDefaults().object(keys[index]), PropertyList(isOn));
-        }
-}
-
-TEST_F(UserSettingsTest, PresentationModeIsOffAfterEveryLaunchWhateverIsStored) {
-    for (const PropertyList& value :
-         {PropertyList(true), PropertyList("YES"), PropertyList(PropertyList::Array{})}) {
-        SimulatedMac other;
-        other.userDefaults().setObject("tavro", value);
-        const Launch launch(other);
-        EXPECT_FALSE(UserSettings::shared().tavroIsOn());
-        EXPECT_EQ(other.userDefaults().object("tavro"), PropertyList(false));
-    }
-}
-
-TEST_F(UserSettingsTest, WithoutTheLaunchTheStoredStateIsRead) {
     mac.userDefaults().setObject("tavro", "yes");
-    Process process(mac);
-    EXPECT_TRUE(UserSettings::shared().tavroIsOn());
+    mac.userDefaults().setObject("hideDesktop", false);
+    mac.userDefaults().setObject("disableNotification", PropertyList::Array{true});
+    mac.userDefaults().setObject("hideApps", 2);
+    mac.userDefaults().setObject("muteSpeaker", "yes");
+    {
+        Process process(mac);
+        EXPECT_EQ(states(UserSettings::shared()), (Lines{"off", "off", "on", "on", "off"}));
+        EXPECT_EQ(stored(), (Lines{"off", "off", "on", "on", "off"}));
+        EXPECT_TRUE(UserSettings::shared().tavroIsOn());
+    }
+    const Launch launch(mac); // which always begins with presentation mode off
+    EXPECT_FALSE(UserSettings::shared().tavroIsOn());
+    EXPECT_EQ(mac.userDefaults().object("tavro"), PropertyList(false));
 }
 
 TEST_F(UserSettingsTest, OneSwitchRewritesAllFiveKeysInOrder) {
@@ -86,38 +71,6 @@ TEST_F(UserSettingsTest, OneSwitchRewritesAllFiveKeysInOrder) {
     mac.journal().clear();
     UserSettings::shared().setOptionIsOn(5, true);
     EXPECT_EQ(mac.journal().lines(), Lines{});
-}
-
-TEST_F(UserSettingsTest, OptionsOutliveTheProcessAndTheModeDoesNot) {
-    {
-        const Launch launch(mac);
-        UserSettings::shared().setOptionIsOn(0, false);
-        UserSettings::shared().setOptionIsOn(4, true);
-        UserSettings::shared().setTavroIsOn(true);
-        EXPECT_EQ(mac.userDefaults().object("tavro"), PropertyList(true));
-        mac.mainQueue().runUntilIdle();
-    }
-    EXPECT_TRUE(mac.userDefaults().boolForKey("tavro"));
-    const Launch launch(mac);
-    EXPECT_EQ(states(UserSettings::shared()), (Lines{"off", "on", "on", "off", "on"}));
-    EXPECT_FALSE(UserSettings::shared().tavroIsOn());
-}
-
-TEST_F(UserSettingsTest, WhatCannotBeWrittenStaysInForceUntilTheProcessEnds) {
-    { const Launch launch(mac); }
-    {
-        const Launch launch(mac);
-        mac.userDefaults().failWrites = true;
-        UserSettings::shared().setOptionIsOn(0, false);
-        mac.mainQueue().runUntilIdle();
-        UserSettings::shared().setOptionIsOn(1, false);
-        mac.mainQueue().runUntilIdle();
-        EXPECT_EQ(stored(), (Lines{"off", "off", "on", "off", "off"}));
-        EXPECT_EQ(mac.log().takeDiagnosed().size(), 1u);
-    }
-    mac.userDefaults().failWrites = false;
-    const Launch launch(mac);
-    EXPECT_EQ(states(UserSettings::shared()), (Lines{"on", "on", "on", "off", "off"}));
 }
 
 TEST_F(UserSettingsTest, ObserversAreToldBeforeEitherFieldAndItsStoreChange) {

@@ -11,8 +11,9 @@ void SimulatedTitledWindow::center() {
     change("center");
 }
 
-void SimulatedTitledWindow::addTitlebarAccessory(std::shared_ptr<const View>) {
-    change("addTitlebarAccessory");
+void SimulatedTitledWindow::addTitlebarAccessory(std::shared_ptr<const View> view) {
+    if (change("addTitlebarAccessory"))
+        m_titlebarAccessory = std::move(view);
 }
 
 void SimulatedTitledWindow::closeByUser() {

@@ -16,8 +16,11 @@ public:
 
     /// The user closes it.
     void closeByUser();
+    /// Null before one is added.
+    const std::shared_ptr<const View>& titlebarAccessory() const { return m_titlebarAccessory; }
 
 private:
+    std::shared_ptr<const View> m_titlebarAccessory;
     std::weak_ptr<WindowDelegate> m_delegate;
 };
 
