@@ -49,15 +49,16 @@ const T* valueAt(const PropertyList& job, const char* key) {
 
 bool isEnabledHelper() {
     auto* items = machine().legacyLoginItems();
-    const auto jobs = items ? items->copyAllJobDictionaries() : std::nullopt;
+    const auto jobs =
+        (items ? items->copyAllJobDictionaries() : std::nullopt).value_or(PropertyList::Array());
     const auto isDictionary = [](const auto& job) { return job.template as<PropertyList::Dictionary>(); };
-    if (!jobs || !std::ranges::all_of(*jobs, isDictionary))
+    if (!std::ranges::all_of(jobs, isDictionary))
         return false;
-    const auto helper = std::ranges::find_if(*jobs, [](const auto& job) {
+    const auto helper = std::ranges::find_if(jobs, [](const auto& job) {
         const auto* label = valueAt<std::string>(job, "Label");
         return label && *label == LaunchAtLogin::helperBundleIdentifier();
     });
-    const auto* onDemand = helper == jobs->end() ? nullptr : valueAt<bool>(*helper, "OnDemand");
+    const auto* onDemand = helper == jobs.end() ? nullptr : valueAt<bool>(*helper, "OnDemand");
     return onDemand && *onDemand;
 }
 

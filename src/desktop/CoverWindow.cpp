@@ -9,7 +9,7 @@
 #include "platform/windows/WindowServer.h"
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 namespace tavro {
 
@@ -22,7 +22,7 @@ constexpr unsigned coverBehavior =
 
 std::optional<WindowNumber> numberOf(const Window& window) {
     const auto number = window.windowNumber();
-    if (number < 0 || number > std::numeric_limits<std::uint32_t>::max())
+    if (!std::in_range<std::uint32_t>(number))
         return std::nullopt;
     return WindowNumber(static_cast<std::uint32_t>(number));
 }
@@ -100,14 +100,16 @@ std::optional<DisplayID> CoverWindow::screenDisplayID(const Screen& screen) {
 std::optional<Image> CoverWindow::captureWallpaper(DisplayID display, WindowNumber cover) {
     const auto area = machine().screens().displayBounds(display);
     const auto& windowList = machine().windowList();
-    const auto list = windowList.copyWindowInfo(
-        WindowListOption::onScreenOnly | WindowListOption::onScreenBelowWindow, cover);
+    const auto list =
+        windowList
+            .copyWindowInfo(WindowListOption::onScreenOnly | WindowListOption::onScreenBelowWindow, cover)
+            .value_or(PropertyList::Array());
     const auto isDictionary = [](const auto& entry) { return entry.template as<PropertyList::Dictionary>(); };
-    if (!list || !std::ranges::all_of(*list, isDictionary))
+    if (!std::ranges::all_of(list, isDictionary))
         return std::nullopt;
     const auto wallpaper = std::ranges::find_if(
-        *list, [&](const auto& entry) { return isWallpaperWindow(*isDictionary(entry)); });
-    if (wallpaper == list->end())
+        list, [&](const auto& entry) { return isWallpaperWindow(*isDictionary(entry)); });
+    if (wallpaper == list.end())
         return std::nullopt;
     const auto& entry = *isDictionary(*wallpaper);
     const auto number = entry.find(WindowListKey::number);

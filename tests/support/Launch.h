@@ -17,6 +17,14 @@ namespace tavro {
 
 using Lines = std::vector<std::string>;
 
+/// The lines as one text, for the order of many.
+inline std::string joined(const Lines& lines) {
+    std::string text;
+    for (const auto& line : lines)
+        text += (text.empty() ? "" : "; ") + line;
+    return text;
+}
+
 /// One launch of the product, from its start to a kill. Two in a row over one machine are a relaunch.
 class Launch {
 public:

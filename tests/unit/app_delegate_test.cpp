@@ -9,7 +9,7 @@ namespace {
 
 using AppDelegateTest = SimulatedMacTest;
 
-TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
+TEST_F(AppDelegateTest, LaunchRunsItsStepsInOrder) {
     Launch launch(mac);
     auto lines = mac.journal().lines();
     std::erase_if(lines, [](const auto& line) {
@@ -17,21 +17,20 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
                !line.starts_with("userDefaults.setObject tavro") &&
                !line.starts_with("userDefaults.setObject KeyboardShortcuts");
     });
-    EXPECT_EQ(
-        lines,
-        (Lines{
-            "application.activate true", "userDefaults.setObject tavro false",
-            "popover.setContentSize 340 400", "popover.setBehavior 1", "popover.setAnimates false",
-            "statusBar.statusItem -1", "statusBarButton.sendActionOn 20",
-            "statusBarButton.setImage menubar-off", "statusItem.announceMenu Status Bar Menu",
-            "accessibility.isProcessTrusted true", "appService.register",
-            "userDefaults.setObject KeyboardShortcuts_tavroMuteShortcut "
-            "\"{\"carbonModifiers\":768,\"carbonKeyCode\":46}\"",
-            "hotKeyCenter.registerEventHotKey 46 768 1515276363 1", "hotKeyCenter.installEventHandler 2",
-            std::string("urlSession.dataTask ") + Constants::versionRecordURL, "popover.show 28x22 at 0,0 1",
-            "popover.makeKey",
-            "popover.close", // with the activation, of which the system tells later
-        }));
+    EXPECT_EQ(joined(lines),
+              "application.activate true; userDefaults.setObject tavro false; "
+              "popover.setContentSize 340 400; popover.setBehavior 1; popover.setAnimates false; "
+              "statusBar.statusItem -1; statusBarButton.sendActionOn 20; "
+              "statusBarButton.setImage menubar-off; statusItem.announceMenu Status Bar Menu; "
+              "accessibility.isProcessTrusted true; appService.register; "
+              "userDefaults.setObject KeyboardShortcuts_tavroMuteShortcut "
+              "\"{\"carbonModifiers\":768,\"carbonKeyCode\":46}\"; "
+              "hotKeyCenter.registerEventHotKey 46 768 1515276363 1; "
+              "hotKeyCenter.installEventHandler 2; "
+              "urlSession.dataTask " +
+                  std::string(Constants::versionRecordURL) +
+                  "; popover.show 28x22 at 0,0 1; popover.makeKey; "
+                  "popover.close"); // with the activation, of which the system tells later
     ASSERT_EQ(launch.delegate.statusBarMenu->items.size(), 2u);
     EXPECT_EQ(launch.delegate.statusBarMenu->items[0].title, "Preferences");
     EXPECT_EQ(launch.delegate.statusBarMenu->items[1].title, "Quit");
@@ -39,15 +38,10 @@ TEST_F(AppDelegateTest, LaunchMakesTheStatusItem) {
         EXPECT_EQ(item.keyEquivalent, "");
 }
 
-TEST_F(AppDelegateTest, AClickMeansWhatButtonAndModifiersSay) {
+TEST_F(AppDelegateTest, ClickActsOnButtonAndModifiers) {
     using namespace EventModifierFlags;
     enum Meaning { nothing, menu, presentationMode };
-    const struct {
-        const char* what;
-        EventType type;
-        unsigned modifierFlags;
-        Meaning meaning;
-    } cases[] = {
+    const std::tuple<const char*, EventType, unsigned, Meaning> cases[] = {
         {"left with Shift and Command", EventType::leftMouseUp, shift | command, nothing},
         {"left with Control", EventType::leftMouseUp, control, menu},
         {"left with Option and others", EventType::leftMouseUp, option | control | shift, presentationMode},
@@ -65,7 +59,7 @@ TEST_F(AppDelegateTest, AClickMeansWhatButtonAndModifiersSay) {
     }
 }
 
-TEST_F(AppDelegateTest, ShortcutsWorkWhateverHasTheFocus) {
+TEST_F(AppDelegateTest, ShortcutsWorkInAnyApplication) {
     constexpr SimulatedHotKeyCenter::Combination mute{46, cmdKey | shiftKey}, toggle{35, cmdKey};
     const auto microphone = mac.audioHardware().deviceWithUID("uid of Built-in Microphone");
     mac.userDefaults().setObject("KeyboardShortcuts_tavroGlobalShortcut",
@@ -88,7 +82,7 @@ TEST_F(AppDelegateTest, ShortcutsWorkWhateverHasTheFocus) {
     }
 }
 
-TEST_F(AppDelegateTest, TheMenuIsAttachedOnlyWhileItIsOpen) {
+TEST_F(AppDelegateTest, MenuIsAttachedOnlyWhileOpen) {
     Launch launch(mac);
     mac.journal().clear();
     launch.click(EventType::leftMouseUp, EventModifierFlags::control);
@@ -100,7 +94,7 @@ TEST_F(AppDelegateTest, TheMenuIsAttachedOnlyWhileItIsOpen) {
     EXPECT_TRUE(UserSettings::shared().tavroIsOn());
 }
 
-TEST_F(AppDelegateTest, QuitEndsAtOnceAndLeavesPresentationModeAsItIs) {
+TEST_F(AppDelegateTest, QuitEndsAtOnceAndTheNextRunCanUndoTheMode) {
     const auto editor = openWindow("Editor");
     {
         Launch launch(mac);
@@ -109,23 +103,19 @@ TEST_F(AppDelegateTest, QuitEndsAtOnceAndLeavesPresentationModeAsItIs) {
         launch.click(EventType::rightMouseUp);
         ASSERT_TRUE(mac.statusBar().choose("Quit"));
         EXPECT_EQ(mac.application().exitStatus(), 0);
-        EXPECT_FALSE(mac.application().isRunning());
     }
     EXPECT_EQ(mac.journal().lines("log.print Turn"), Lines{"log.print Turn On --------------"});
     EXPECT_TRUE(mac.userDefaults().boolForKey("tavro"));
-
     Launch next(mac);
     EXPECT_FALSE(UserSettings::shared().tavroIsOn());
     EXPECT_FALSE(isVisible(editor));
-    EXPECT_TRUE(mac.systemNotificationCenter().isSilent());
-    // One round brings back what the process before had hidden.
-    next.switchPresentationMode();
-    next.switchPresentationMode();
+    for (int round = 0; round < 2; ++round)
+        next.switchPresentationMode();
     EXPECT_TRUE(isVisible(editor));
     EXPECT_FALSE(mac.systemNotificationCenter().isSilent());
 }
 
-TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnceIfItIsOn) {
+TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnce) {
     for (const bool isOn : {true, false}) {
         SCOPED_TRACE(isOn);
         SimulatedMac other;
@@ -143,7 +133,7 @@ TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnceIfItIsOn) {
     }
 }
 
-TEST_F(AppDelegateTest, ItSaysThatItIsNotActiveAnyMoreAndBecomesActiveWhenStartedAgain) {
+TEST_F(AppDelegateTest, LogsLosingFocusAndComesForwardWhenReopened) {
     Launch launch(mac);
     openWindow("Editor");
     EXPECT_EQ(mac.log().printed(), Lines{"resign active"});
@@ -151,7 +141,7 @@ TEST_F(AppDelegateTest, ItSaysThatItIsNotActiveAnyMoreAndBecomesActiveWhenStarte
     EXPECT_EQ(mac.workspace().frontmost(), ApplicationID::self);
 }
 
-TEST_F(AppDelegateTest, OnlySystemsThatAreSilencedByClicksAskForAccessibilityAtLaunch) {
+TEST_F(AppDelegateTest, LaunchAsksForAccessibilityFromVersion11On) {
     for (const SystemVersion version : {SystemVersion{10, 15}, {11, 0}, {14, 0}}) {
         SCOPED_TRACE(version.major);
         SimulatedMac other(version);
@@ -161,7 +151,7 @@ TEST_F(AppDelegateTest, OnlySystemsThatAreSilencedByClicksAskForAccessibilityAtL
     }
 }
 
-TEST_F(AppDelegateTest, AStatusItemWithoutAButtonIsNoObstacle) {
+TEST_F(AppDelegateTest, RunsWithoutAStatusItemButton) {
     mac.statusBar().failButtons = true;
     Launch launch(mac);
     launch.switchPresentationMode();

@@ -35,13 +35,9 @@ std::string outcome(const Result<AudioDevice, AudioDevice::Failure>& result) {
     return "status " + std::to_string(std::get<OSStatusError>(result.error()).code);
 }
 
-TEST_F(AudioDeviceTest, OnlyIdentityAndStreamsMustBeReadable) {
+TEST_F(AudioDeviceTest, LoadsWhenIdentityAndStreamsAreReadable) {
     const SimulatedAudioSide live{1, false, {}}, muted{2, true, 0.5f}, silent{0, true, 0.5f};
-    const struct {
-        const char* what;
-        SimulatedAudioSide input, output;
-        const char* outcome;
-    } sides[] = {
+    const std::tuple<const char*, SimulatedAudioSide, SimulatedAudioSide, const char*> sides[] = {
         {"input", live, silent, "in loud live"},
         {"output", {0, false, {}}, muted, "out loud muted"},
         {"both", live, muted, "inout loud live"},
@@ -63,7 +59,7 @@ TEST_F(AudioDeviceTest, OnlyIdentityAndStreamsMustBeReadable) {
     EXPECT_EQ(outcome(AudioDevice::load(99)), "invalidDeviceId");
 }
 
-TEST_F(AudioDeviceTest, TheDefaultDeviceFailsWithWhatFailed) {
+TEST_F(AudioDeviceTest, TheDefaultDeviceFailsWithTheErrorThatOccurred) {
     const auto microphone = plugInMicrophone("Desk");
     const auto speaker = plugInSpeaker("Hall");
     audio.setDefaultInput(microphone);
@@ -83,7 +79,7 @@ TEST_F(AudioDeviceTest, TheDefaultDeviceFailsWithWhatFailed) {
     EXPECT_EQ(outcomeNow(), "invalidDeviceId");
 }
 
-TEST_F(AudioDeviceTest, DevicesKeepTheirOrderAndUnreadableOnesAreLeftOut) {
+TEST_F(AudioDeviceTest, ListKeepsTheOrderAndOmitsUnreadableDevices) {
     EXPECT_EQ(AudioDevice::allDevices().size(), 0u);
     plugInSpeaker("Hall");
     plugInMicrophone("Desk");
@@ -104,7 +100,7 @@ TEST_F(AudioDeviceTest, DevicesKeepTheirOrderAndUnreadableOnesAreLeftOut) {
     EXPECT_EQ(mac.log().printed(), Lines{});
 }
 
-TEST_F(AudioDeviceTest, EveryFieldCountsForEqualityAndHash) {
+TEST_F(AudioDeviceTest, EqualityAndHashCoverEveryField) {
     const AudioDevice devices[] = {
         {41, "Desk", "uid", true, false, {}, {}},   {42, "Desk", "uid", true, false, {}, {}},
         {41, "Room", "uid", true, false, {}, {}},   {41, "Desk", "other", true, false, {}, {}},
@@ -121,14 +117,14 @@ TEST_F(AudioDeviceTest, EveryFieldCountsForEqualityAndHash) {
     }
 }
 
-TEST_F(AudioDeviceTest, TheDescriptionIsOneLine) {
+TEST_F(AudioDeviceTest, DescriptionStaysOnOneLine) {
     EXPECT_EQ(
         (AudioDevice{42, "The \"big\"\n\x7fone", "C:\\Café ~", false, true, 0.5, std::nullopt}.description()),
         "AudioDevice(id: 42, name: \"The \\\"big\\\"\\x0a\\x7fone\", uid: \"C:\\\\Café ~\", isInput: false, "
         "isOutput: true, volume: 0.5, mute: none)");
 }
 
-TEST_F(AudioDeviceTest, AListenerHearsItsDeviceOnTheMainQueueUntilItIsRemoved) {
+TEST_F(AudioDeviceTest, MuteListenerIsCalledOnTheMainQueueUntilRemoved) {
     const auto first = plugInMicrophone("First");
     const auto second = plugInMicrophone("Second");
     std::string told;
@@ -150,7 +146,7 @@ TEST_F(AudioDeviceTest, AListenerHearsItsDeviceOnTheMainQueueUntilItIsRemoved) {
               Lines{"audioHardware.removePropertyListener 43 mute inpt"});
 }
 
-TEST_F(AudioDeviceTest, ListenersOnAllInputDevicesGoByTheirPositions) {
+TEST_F(AudioDeviceTest, ListenersOnAllDevicesAreKeptByPosition) {
     plugInSpeaker("Hall");
     const auto first = plugInMicrophone("First");
     const auto second = plugInMicrophone("Second");
@@ -177,7 +173,7 @@ TEST_F(AudioDeviceTest, ListenersOnAllInputDevicesGoByTheirPositions) {
     EXPECT_EQ(removals(), 0u);
 }
 
-TEST_F(AudioDeviceTest, AddingListenersToAllAgainLeavesTheFormerOnesAtTheirDevices) {
+TEST_F(AudioDeviceTest, AddingListenersTwiceLeavesTheFirstOnesInPlace) {
     const auto device = plugInMicrophone("Desk");
     std::string told;
     AudioDevice::addInputDevicesMuteListener([&] { told += "former "; });

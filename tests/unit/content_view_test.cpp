@@ -8,6 +8,7 @@
 #include "settings/Constants.h"
 
 #include <chrono>
+#include <tuple>
 
 namespace tavro {
 namespace {
@@ -26,7 +27,7 @@ protected:
     std::size_t windows() { return mac.journal().lines("windowServer.createWindow").size(); }
 };
 
-TEST_F(ContentViewTest, TheSwitchInvertsAtOnceAndTheDesktopFollowsWhenItHasMoved) {
+TEST_F(ContentViewTest, SwitchInvertsAtOnceAndTogglesAfterTheAnimation) {
     launch.click(EventType::leftMouseUp);
     ASSERT_TRUE(launch.delegate.popover->isShown());
     for (const bool turnsOn : {true, false}) {
@@ -43,12 +44,9 @@ TEST_F(ContentViewTest, TheSwitchInvertsAtOnceAndTheDesktopFollowsWhenItHasMoved
     }
 }
 
-TEST_F(ContentViewTest, ARowFlipsItsOptionAndTheWallpaperWithoutAPictureOpensThePreferences) {
+TEST_F(ContentViewTest, RowFlipsItsOptionAndAMissingWallpaperOpensPreferences) {
     constexpr std::size_t wallpaper = 4;
-    const struct {
-        std::size_t row;
-        bool hasPicture, opens;
-    } taps[] = {
+    const std::tuple<std::size_t, bool, bool> taps[] = {
         {0, false, false},        {3, false, false},
         {wallpaper, true, false}, {wallpaper, false, false}, // off
         {wallpaper, false, true},
@@ -70,11 +68,9 @@ TEST_F(ContentViewTest, ARowFlipsItsOptionAndTheWallpaperWithoutAPictureOpensThe
 
 using BannerTest = SimulatedMacTest;
 
-TEST_F(BannerTest, TheBannerTellsOfANewerVersionOnlyAndLeadsToItsPage) {
-    const struct {
-        const char* record;
-        bool hasBanner;
-    } cases[] = {{R"({"version":"2.10.0"})", true}, {R"({"version":"2.9.3"})", false}, {"{", false}};
+TEST_F(BannerTest, AppearsOnlyForANewerVersionAndOpensTheChangeLog) {
+    const std::pair<const char*, bool> cases[] = {
+        {R"({"version":"2.10.0"})", true}, {R"({"version":"2.9.3"})", false}, {"{", false}};
     for (const auto& [record, hasBanner] : cases) {
         SCOPED_TRACE(record);
         Launch launch(mac);
@@ -103,22 +99,16 @@ protected:
     }
 };
 
-TEST_F(PreferencesTest, ThereIsOneWindowWhichTheNextRequestBringsToTheFront) {
+TEST_F(PreferencesTest, OpenWindowIsBroughtToTheFrontInsteadOfASecondOne) {
     mac.journal().clear();
     launch.delegate.openPreferenceWindow();
     const auto number = std::to_string(window().windowNumber());
-    EXPECT_EQ(mac.journal().lines(),
-              (Lines{
-                  "windowServer.createWindow " + number + " 400x360 at 0,0 32775 2 false",
-                  "window.center",
-                  "window.setTitle \"\"",
-                  "window.setContentView",
-                  "window.addTitlebarAccessory",
-                  "window.setLevel 0",
-                  "window.orderFront",
-                  "window.makeKeyAndOrderFront",
-                  "window.orderFrontRegardless",
-              }));
+    EXPECT_EQ(joined(mac.journal().lines()),
+              "windowServer.createWindow " + number +
+                  " 400x360 at 0,0 32775 2 false; "
+                  "window.center; window.setTitle \"\"; window.setContentView; window.addTitlebarAccessory; "
+                  "window.setLevel 0; window.orderFront; window.makeKeyAndOrderFront; "
+                  "window.orderFrontRegardless");
     const auto& state = launch.delegate.preferenceView->state;
     EXPECT_EQ(state->pageIndex.get(), 0);
     const auto bar = std::dynamic_pointer_cast<const HostingView<Toolbar>>(window().titlebarAccessory());

@@ -36,77 +36,46 @@ protected:
 };
 
 constexpr AudioObjectID speaker = 42; // the built-in one
-const char* const unmute = "audioHardware.setPropertyData 41 mute inpt 0";
-const Lines presentButtonAndObserve{
-    "controlStrip.showsCloseBoxWhenFrontMost false",  "controlStrip.addSystemTrayItem tesk.startItem",
-    "controlStrip.setPresence tesk.startItem true",
-    "audioHardware.addPropertyListener 41 mute inpt", // as the default device
-    "audioHardware.addPropertyListener 41 mute inpt", // as one of all
-};
-const Lines removeButtonAndObservation{
-    "controlStrip.removeSystemTrayItem tesk.startItem",
-    "audioHardware.removePropertyListener 41 mute inpt",
-    "audioHardware.removePropertyListener 41 mute inpt",
-};
+const std::string unmute = "audioHardware.setPropertyData 41 mute inpt 0; ";
+// The built-in microphone is listened to as the default device and as one of all.
+const std::string presentButtonAndObserve =
+    "controlStrip.showsCloseBoxWhenFrontMost false; controlStrip.addSystemTrayItem tesk.startItem; "
+    "controlStrip.setPresence tesk.startItem true; audioHardware.addPropertyListener 41 mute inpt; "
+    "audioHardware.addPropertyListener 41 mute inpt; ";
+const std::string removeButtonAndObservation = "controlStrip.removeSystemTrayItem tesk.startItem; "
+                                               "audioHardware.removePropertyListener 41 mute inpt; "
+                                               "audioHardware.removePropertyListener 41 mute inpt; ";
 
-Lines joined(const std::vector<Lines>& parts) {
-    Lines all;
-    for (const auto& part : parts)
-        all.insert(all.end(), part.begin(), part.end());
-    return all;
-}
-
-TEST_F(CoreTavroTest, FeaturesFollowTheCatalogueAndTheNotificationComesLast) {
+TEST_F(CoreTavroTest, FeaturesRunInCatalogueOrderBeforeTheNotification) {
     const Launch launch(mac);
     openWindow("Editor");
     openWindow("Browser");
     setOption("muteSpeaker", true);
     setOption("changeWallpaper", true); // which is no feature of its own
-    EXPECT_EQ(journalOfSwitch(), joined({{
-                                             "userDefaults.setObject tavro true",
-                                             "log.print Turn On --------------",
-                                             "windowServer.createWindow 7 1920x1080 at 0,0 1 2 false",
-                                             "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false",
-                                             "log.print ENABLE",
-                                             "log.print isEnabled false",
-                                             "log.print DNDfromTavro false",
-                                             "userDefaults.setObject DNDfromTavro true",
-                                             "accessibility.isProcessTrusted true",
-                                             "clock.wait 0.1",
-                                             "runningApplication.hide Dock",
-                                             "runningApplication.hide TavroPRO",
-                                             "runningApplication.hide Editor",
-                                             "audioHardware.setPropertyData 42 mute outp 1",
-                                         },
-                                         presentButtonAndObserve,
-                                         {"statusBarButton.setImage menubar-on", "TavroToogle"}}));
-    EXPECT_EQ(journalOfSwitch(), joined({{
-                                             "userDefaults.setObject tavro false",
-                                             "log.print Turn Off --------------",
-                                             "window.close 7",
-                                             "window.close 8",
-                                             unmute,
-                                             "log.print DISABLE",
-                                             "log.print isEnabled true",
-                                             "log.print DNDfromTavro true",
-                                             "clock.wait 0.1",
-                                             "userDefaults.setObject DNDfromTavro false",
-                                             unmute,
-                                             "runningApplication.unhide Dock",
-                                             "runningApplication.unhide TavroPRO",
-                                             "runningApplication.unhide Editor",
-                                             "runningApplication.unhide Browser",
-                                             "runningApplication.activate Browser 2",
-                                             unmute,
-                                             "audioHardware.setPropertyData 42 mute outp 0",
-                                             unmute,
-                                             unmute,
-                                         },
-                                         removeButtonAndObservation,
-                                         {"statusBarButton.setImage menubar-off", "TavroToogle"}}));
+    EXPECT_EQ(joined(journalOfSwitch()),
+              "userDefaults.setObject tavro true; log.print Turn On --------------; "
+              "windowServer.createWindow 7 1920x1080 at 0,0 1 2 false; "
+              "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false; log.print ENABLE; "
+              "log.print isEnabled false; log.print DNDfromTavro false; "
+              "userDefaults.setObject DNDfromTavro true; accessibility.isProcessTrusted true; "
+              "clock.wait 0.1; runningApplication.hide Dock; runningApplication.hide TavroPRO; "
+              "runningApplication.hide Editor; audioHardware.setPropertyData 42 mute outp 1; " +
+                  presentButtonAndObserve + "statusBarButton.setImage menubar-on; TavroToogle");
+    EXPECT_EQ(joined(journalOfSwitch()),
+              "userDefaults.setObject tavro false; log.print Turn Off --------------; window.close 7; "
+              "window.close 8; " +
+                  unmute +
+                  "log.print DISABLE; log.print isEnabled true; log.print DNDfromTavro true; "
+                  "clock.wait 0.1; userDefaults.setObject DNDfromTavro false; " +
+                  unmute +
+                  "runningApplication.unhide Dock; runningApplication.unhide TavroPRO; "
+                  "runningApplication.unhide Editor; runningApplication.unhide Browser; "
+                  "runningApplication.activate Browser 2; " +
+                  unmute + "audioHardware.setPropertyData 42 mute outp 0; " + unmute + unmute +
+                  removeButtonAndObservation + "statusBarButton.setImage menubar-off; TavroToogle");
 }
 
-TEST_F(CoreTavroTest, TheOrderOfTheOptionsIsTheOrderOfTheFeatures) {
+TEST_F(CoreTavroTest, FeaturesRunInTheOrderOfTheOptions) {
     const Launch launch(mac);
     auto options = UserSettings::shared().options();
     std::ranges::reverse(options);
@@ -116,7 +85,7 @@ TEST_F(CoreTavroTest, TheOrderOfTheOptionsIsTheOrderOfTheFeatures) {
               std::ranges::find(lines, "log.print ENABLE"));
 }
 
-TEST_F(CoreTavroTest, SwitchedOffFeaturesTakeNoPart) {
+TEST_F(CoreTavroTest, DisabledFeaturesAreSkipped) {
     for (const bool hasOptions : {true, false}) {
         SCOPED_TRACE(hasOptions);
         const Launch launch(mac);
@@ -124,19 +93,19 @@ TEST_F(CoreTavroTest, SwitchedOffFeaturesTakeNoPart) {
         auto options = UserSettings::shared().options();
         std::ranges::for_each(options, [](auto& option) { option.isOn = false; });
         UserSettings::shared().setOptions(hasOptions ? options : std::vector<OptionItem>{});
-        EXPECT_EQ(journalOfSwitch(),
-                  joined({{"userDefaults.setObject tavro true", "log.print Turn On --------------"},
-                          presentButtonAndObserve,
-                          {"statusBarButton.setImage menubar-on", "TavroToogle"}}));
-        EXPECT_EQ(journalOfSwitch(),
-                  joined({{"userDefaults.setObject tavro false", "log.print Turn Off --------------"},
-                          Lines(hasOptions ? 5 : 0, unmute), // once for each option, on or off
-                          removeButtonAndObservation,
-                          {"statusBarButton.setImage menubar-off", "TavroToogle"}}));
+        EXPECT_EQ(joined(journalOfSwitch()),
+                  "userDefaults.setObject tavro true; log.print Turn On --------------; " +
+                      presentButtonAndObserve + "statusBarButton.setImage menubar-on; TavroToogle");
+        std::string unmutes; // once for each option, on or off
+        for (int option = 0; hasOptions && option < 5; ++option)
+            unmutes += unmute;
+        EXPECT_EQ(joined(journalOfSwitch()),
+                  "userDefaults.setObject tavro false; log.print Turn Off --------------; " + unmutes +
+                      removeButtonAndObservation + "statusBarButton.setImage menubar-off; TavroToogle");
     }
 }
 
-TEST_F(CoreTavroTest, OptionsThatChangeMeanwhileCountAsTheyAreAtTheEnd) {
+TEST_F(CoreTavroTest, TurnOffUsesTheOptionsOfThatMoment) {
     for (const bool isOnBefore : {true, false}) {
         SCOPED_TRACE(isOnBefore);
         const Launch launch(mac);
@@ -164,7 +133,7 @@ TEST_F(CoreTavroTest, OptionsThatChangeMeanwhileCountAsTheyAreAtTheEnd) {
     }
 }
 
-TEST_F(CoreTavroTest, TheWallpaperChoiceIsTheFirstSuchOptionOrNone) {
+TEST_F(CoreTavroTest, WallpaperChoiceIsTheFirstSuchOption) {
     const Launch launch(mac);
     const OptionItem desktop{"hideDesktop", "", true};
     const auto wallpaper = [](bool isOn) { return OptionItem{"changeWallpaper", "", isOn}; };
@@ -180,7 +149,7 @@ TEST_F(CoreTavroTest, TheWallpaperChoiceIsTheFirstSuchOptionOrNone) {
     }
 }
 
-TEST_F(CoreTavroTest, TheSequenceGoesOnWhereTheMachineRefusesAStep) {
+TEST_F(CoreTavroTest, SequenceContinuesWhenAStepFails) {
     const Launch launch(mac);
     const auto editor = openWindow("Editor");
     openWindow("Browser");

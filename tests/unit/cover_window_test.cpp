@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <tuple>
 
 namespace tavro {
 namespace {
@@ -68,26 +69,18 @@ struct ClosedAtTheEnd : CoverWindow {
     }
 };
 
-TEST_F(CoverWindowTest, ConstructionConfiguresTheWindowInThisOrder) {
+TEST_F(CoverWindowTest, ConfiguresItsWindowInOrder) {
     SimulatedMac mac;
     Process process(mac);
     mac.journal().clear();
     const ClosedAtTheEnd cover(m_folder / "custom.png", mac.screens().screens()[1]);
-    EXPECT_EQ(mac.journal().lines(), (Lines{
-                                         "windowServer.createWindow 5 1440x900 at 1920,180 1 2 false",
-                                         "window.setLevel -2147483602",
-                                         "window.setCollectionBehavior 4433",
-                                         "window.setStyleMask 0",
-                                         "window.setCanHide false",
-                                         "window.setHasShadow false",
-                                         "window.setIgnoresMouseEvents true",
-                                         "window.setBackgroundColor 0 0 0 0.01",
-                                         "window.setFrame 1440x900 at 1920,180 true",
-                                         "window.setContentView",
-                                         "window.orderFrontRegardless",
-                                         "window.orderFront",
-                                         "window.makeKeyAndOrderFront",
-                                     }));
+    EXPECT_EQ(joined(mac.journal().lines()),
+              "windowServer.createWindow 5 1440x900 at 1920,180 1 2 false; "
+              "window.setLevel -2147483602; window.setCollectionBehavior 4433; window.setStyleMask 0; "
+              "window.setCanHide false; window.setHasShadow false; window.setIgnoresMouseEvents true; "
+              "window.setBackgroundColor 0 0 0 0.01; window.setFrame 1440x900 at 1920,180 true; "
+              "window.setContentView; window.orderFrontRegardless; window.orderFront; "
+              "window.makeKeyAndOrderFront");
     EXPECT_EQ(cover.displayID, DisplayID(2));
     const auto& window = static_cast<const SimulatedOverlayWindow&>(*cover.window);
     const auto view = std::dynamic_pointer_cast<const HostingView<CoverWindow>>(window.contentView());
@@ -95,7 +88,7 @@ TEST_F(CoverWindowTest, ConstructionConfiguresTheWindowInThisOrder) {
     EXPECT_EQ(describe(view->record.body()), "stretched ff445566 6x5");
 }
 
-TEST_F(CoverWindowTest, ContentIsTheFirstSourceThatWorks) {
+TEST_F(CoverWindowTest, ShowsTheFirstSourceThatWorks) {
     using Setup = std::function<void(SimulatedMac&)>;
     const auto nothing = [](SimulatedMac&) {};
     const auto noList = [](SimulatedMac& mac) { mac.windowList().failNextList(); };
@@ -118,13 +111,7 @@ TEST_F(CoverWindowTest, ContentIsTheFirstSourceThatWorks) {
     const PropertyList withoutNumber =
         PropertyList::Dictionary{{WindowListKey::ownerName, "Dock"}, {WindowListKey::name, "Wallpaper-0"}};
     constexpr int low = SimulatedWindowServer::wallpaperLevel;
-    const struct {
-        const char* what;
-        const char* custom;
-        Setup setup;
-        const char* expected;
-        int listCount;
-    } cases[] = {
+    const std::tuple<const char*, const char*, Setup, const char*, int> cases[] = {
         {"custom picture", "custom.png", nothing, "stretched ff445566 6x5", 0},
         {"no custom picture", nullptr, nothing, captured, 1},
         {"custom picture is a text", "text.png", nothing, captured, 1},
@@ -169,7 +156,7 @@ TEST_F(CoverWindowTest, TheSecondScreenFallsBackToTheMainScreensWallpaper) {
     EXPECT_EQ(describe(cover.body()), failed);
 }
 
-TEST_F(CoverWindowTest, AScreenWithoutAUsableNumberSkipsTheCapture) {
+TEST_F(CoverWindowTest, SkipsTheCaptureOnAScreenWithoutANumber) {
     for (const auto& screen :
          {SimulatedScreens::screen(firstFrame), SimulatedScreens::screen(firstFrame, 1.5)}) {
         SimulatedMac mac;
@@ -183,11 +170,8 @@ TEST_F(CoverWindowTest, AScreenWithoutAUsableNumberSkipsTheCapture) {
     }
 }
 
-TEST_F(CoverWindowTest, EachGenerationNamesItsWallpaperWindow) {
-    const struct {
-        PropertyList owner, name;
-        bool before14, from14;
-    } cases[] = {
+TEST_F(CoverWindowTest, FindsTheWallpaperWindowOfEachGeneration) {
+    const std::tuple<PropertyList, PropertyList, bool, bool> cases[] = {
         {"Dock", "Wallpaper-", false, true}, {"Dock", "Wallpaper", false, false},
         {"Dock", "Desktop", true, false},    {"Dock", "A Desktop Wallpaper-1", false, false},
         {"dock", "Desktop", false, false},   {"Docker", "Wallpaper-1", false, false},

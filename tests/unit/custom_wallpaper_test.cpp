@@ -8,6 +8,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 namespace tavro {
 namespace {
@@ -43,7 +44,7 @@ protected:
     GeneralPreferencesView page;
 };
 
-TEST_F(CustomWallpaperTest, TheChooserOffersOnePictureAndReturnsAtOnce) {
+TEST_F(CustomWallpaperTest, ChooserOffersOnePictureAndReturnsAtOnce) {
     page.chooseWallpaper();
     const auto shown = mac.openPanels().shown();
     ASSERT_TRUE(shown);
@@ -55,7 +56,7 @@ TEST_F(CustomWallpaperTest, TheChooserOffersOnePictureAndReturnsAtOnce) {
     EXPECT_EQ(mac.log().printed(), Lines{});
 }
 
-TEST_F(CustomWallpaperTest, AChosenPictureIsStoredAndShownAndReplacesTheOneBefore) {
+TEST_F(CustomWallpaperTest, ChosenPictureIsStoredAndShown) {
     for (const auto& [name, color] : {std::pair("red.jpg", 0xffaa0000), {"green.heic", 0xff00aa00}}) {
         SCOPED_TRACE(name);
         mac.journal().clear();
@@ -76,7 +77,7 @@ TEST_F(CustomWallpaperTest, AChosenPictureIsStoredAndShownAndReplacesTheOneBefor
     EXPECT_EQ(GeneralPreferencesView().selectedURL(), stored);
 }
 
-TEST_F(CustomWallpaperTest, WhatCannotBeStoredChangesOnlyWhatItMust) {
+TEST_F(CustomWallpaperTest, FailureToStoreIsLoggedAndChangesLittle) {
     const auto noFault = [] {};
     const auto noDocuments = [this] { mac.fileManager().hasNoDocuments = true; };
     const auto noEncoding = [this] { mac.images().failsToEncode = true; };
@@ -84,13 +85,8 @@ TEST_F(CustomWallpaperTest, WhatCannotBeStoredChangesOnlyWhatItMust) {
     const auto notAnImage = [this](const std::string& file) {
         return Lines{"Not an image: " + (home / file).string()};
     };
-    const struct {
-        const char* what;
-        std::optional<const char*> file;
-        std::function<void()> fault;
-        Lines log;
-        bool isShown; // and the flag is set
-    } cases[] = {
+    // What, the file, what fails, what is said, and whether the page shows it and the flag is set.
+    const std::tuple<const char*, std::optional<const char*>, std::function<void()>, Lines, bool> cases[] = {
         {"a text", "text.png", noFault, notAnImage("text.png"), false},
         {"no file", {}, noFault, {"Not an image: "}, false},
         {"no Documents", "red.jpg", noDocuments, {"There is no folder for documents"}, false},
@@ -129,7 +125,7 @@ TEST_F(CustomWallpaperTest, CancellingChangesNothing) {
     EXPECT_EQ(page.selectedURL(), home / "red.jpg");
 }
 
-TEST_F(CustomWallpaperTest, RemovingForgetsThePictureAndKeepsItsFile) {
+TEST_F(CustomWallpaperTest, RemovingKeepsTheFile) {
     choose(home / "red.jpg");
     std::string seen;
     const auto observation =
@@ -146,7 +142,7 @@ TEST_F(CustomWallpaperTest, RemovingForgetsThePictureAndKeepsItsFile) {
     EXPECT_EQ(storedColor(), 0xff00aa00);
 }
 
-TEST_F(CustomWallpaperTest, CoversShowItWhereItIsChosenInUseAndThere) {
+TEST_F(CustomWallpaperTest, CoversShowItWhenChosenInUseAndPresent) {
     choose(home / "red.jpg");
     const auto coveredWith = [](std::optional<bool> choice) {
         HideDesktop::shared().coverScreens(choice);

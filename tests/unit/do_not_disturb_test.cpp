@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <tuple>
 
 namespace tavro {
 namespace {
@@ -54,7 +55,7 @@ Lines report(const std::string& what, bool isEnabled, bool isFromTavro) {
             std::string("log.print DNDfromTavro ") + (isFromTavro ? "true" : "false")};
 }
 
-TEST(DoNotDisturbTest, EachGenerationIsSilencedAndHeardAgainItsOwnWay) {
+TEST(DoNotDisturbTest, ClicksSwitchItFromVersion11On) {
     for (const SystemVersion version : {SystemVersion{11, 0}, {12, 0}, {14, 0}}) {
         SCOPED_TRACE(version.major);
         Generation on(version);
@@ -66,7 +67,7 @@ TEST(DoNotDisturbTest, EachGenerationIsSilencedAndHeardAgainItsOwnWay) {
     }
 }
 
-TEST(DoNotDisturbTest, BeforeVersion11ThePreferencesAreWrittenAndTheProcessStartsAnew) {
+TEST(DoNotDisturbTest, PreferencesSwitchItBeforeVersion11) {
     const Lines announce{
         "preferences.synchronize com.apple.notificationcenterui",
         "distributedNotificationCenter.post com.apple.notificationcenterui.dndprefs_changed true"};
@@ -95,7 +96,7 @@ TEST(DoNotDisturbTest, BeforeVersion11ThePreferencesAreWrittenAndTheProcessStart
     EXPECT_THAT(catalina.journalOf(&DoNotDisturb::disable), testing::Not(testing::IsSupersetOf(restart)));
 }
 
-TEST(DoNotDisturbTest, WhatTheUserHadSwitchedOnStaysDuringAndIsSwitchedOffAfter) {
+TEST(DoNotDisturbTest, UsersOwnSettingStaysOnAndIsSwitchedOffAfterwards) {
     for (const SystemVersion version : {SystemVersion{10, 15}, {11, 0}, {12, 0}, {13, 0}}) {
         SCOPED_TRACE(version.major);
         Generation on(version);
@@ -113,7 +114,7 @@ TEST(DoNotDisturbTest, WhatTheUserHadSwitchedOnStaysDuringAndIsSwitchedOffAfter)
     }
 }
 
-TEST(DoNotDisturbTest, TheClickGoesByTheMainScreenAndSkipsWhatCannotBeCreated) {
+TEST(DoNotDisturbTest, ClickUsesTheMainScreenAndSkipsEventsThatFail) {
     Generation on({14, 0});
     on.mac.screens().setMain(1); // 1440 x 900 at 1920,180
     on.mac.mouseEvents().location = {2000.5, 300};
@@ -129,18 +130,13 @@ TEST(DoNotDisturbTest, TheClickGoesByTheMainScreenAndSkipsWhatCannotBeCreated) {
     EXPECT_FALSE(on.isSilent());
 }
 
-TEST(DoNotDisturbTest, OnVersion11TheInnerPropertyListDecides) {
+TEST(DoNotDisturbTest, NestedPropertyListDecidesOnVersion11) {
     const auto file = [](const PropertyList& value) { return formatPlistXml(toPlist(value)); };
     const auto with = [&](const std::string& inner) {
         return file(Dictionary{{"dnd_prefs", PropertyList::Data(inner.begin(), inner.end())}});
     };
     const std::string undecoded = "not a property list";
-    const struct {
-        const char* what;
-        std::string bytes;
-        bool isEnabled;
-        std::string complaint;
-    } cases[] = {
+    const std::tuple<const char*, std::string, bool, std::string> cases[] = {
         {"userPref is false", with(formatPlistBinary(toPlist(Dictionary{{"userPref", false}}))), true, ""},
         {"no userPref", with(file(Dictionary{{"dndMirroring", true}})), false, ""},
         {"no dnd_prefs", file(Dictionary{{"apps", 1}}), false, ""},
@@ -166,7 +162,7 @@ TEST(DoNotDisturbTest, OnVersion11TheInnerPropertyListDecides) {
     EXPECT_EQ(withoutFile.mac.log().printed().size(), 1u);
 }
 
-TEST(DoNotDisturbTest, AMachineWithASwitchOfItsOwnIsSwitchedByIt) {
+TEST(DoNotDisturbTest, MachinesOwnSwitchIsUsedWhereThereIsOne) {
     Generation other({14, 0});
     auto& silencing = other.mac.addNotificationSwitch();
     EXPECT_EQ(other.journalOf(&DoNotDisturb::enable),

@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(HideAppsTest, WithNoApplicationInFrontAllAreAskedToHide) {
+TEST_F(HideAppsTest, HidesEverythingWhenNothingIsInFront) {
     openWindow("Editor");
     Process process(mac);
     HideApps::rememberFrontmost();
@@ -29,7 +29,7 @@ TEST_F(HideAppsTest, WithNoApplicationInFrontAllAreAskedToHide) {
                      "runningApplication.unhide Dock", "runningApplication.unhide Editor"}));
 }
 
-TEST_F(HideAppsTest, AllButTheOneInFrontAreHiddenAndAllAreShownEvenThoseTheUserHadHidden) {
+TEST_F(HideAppsTest, HidesAllButTheFrontmostAndShowsEverything) {
     const auto hiddenByUser = openWindow("Mail");
     const auto editor = openWindow("Editor");
     const auto browser = openWindow("Browser");
@@ -53,7 +53,7 @@ TEST_F(HideAppsTest, AllButTheOneInFrontAreHiddenAndAllAreShownEvenThoseTheUserH
     EXPECT_EQ(mac.workspace().frontmost(), owner(editor));
 }
 
-TEST_F(HideAppsTest, RemembersEveryActivationAndForgetsWithTheProcess) {
+TEST_F(HideAppsTest, RemembersTheFrontmostApplicationUntilTheProcessEnds) {
     {
         const Launch launch(mac);
         const auto editor = openWindow("Editor");

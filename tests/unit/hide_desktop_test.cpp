@@ -17,7 +17,7 @@ protected:
     HideDesktop& hideDesktop = HideDesktop::shared();
 };
 
-TEST_F(HideDesktopTest, OneCoverForEachScreenInOrderUntilTheyAreRemoved) {
+TEST_F(HideDesktopTest, CoversEachScreenUntilRemoved) {
     hideDesktop.coverScreens(false);
     ASSERT_EQ(hideDesktop.managedWindows.size(), 2u);
     EXPECT_EQ(hideDesktop.managedWindows.front().displayID, DisplayID(1));
@@ -30,7 +30,7 @@ TEST_F(HideDesktopTest, OneCoverForEachScreenInOrderUntilTheyAreRemoved) {
     EXPECT_TRUE(window.expired());
 }
 
-TEST_F(HideDesktopTest, CoveringTwiceStacksAndScreenChangesAreNotFollowed) {
+TEST_F(HideDesktopTest, CoveringTwiceStacksAndIgnoresScreenChanges) {
     hideDesktop.coverScreens(true);
     mac.screens().set({SimulatedScreens::screen({{0, 0}, {800, 600}}, 3)});
     hideDesktop.coverScreens(std::nullopt);

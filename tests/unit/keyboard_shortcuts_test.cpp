@@ -39,7 +39,7 @@ protected:
     Observation m_changes = countChanges();
 };
 
-TEST_F(KeyboardShortcutsTest, AShortcutIsDescribedByItsModifiersAndTheLabelOfItsKey) {
+TEST_F(KeyboardShortcutsTest, DescriptionListsModifiersAndKeyLabel) {
     const std::pair<Shortcut, const char*> cases[] = {
         {m, "⇧⌘M"},
         {{96, 0}, "F5"},
@@ -70,7 +70,7 @@ TEST_F(KeyboardShortcutsTest, AShortcutIsDescribedByItsModifiersAndTheLabelOfIts
     }
 }
 
-TEST_F(KeyboardShortcutsTest, OnlyEventsOfKeysAreCombinations) {
+TEST_F(KeyboardShortcutsTest, OnlyKeyEventsBecomeShortcuts) {
     using namespace EventModifierFlags;
     for (const auto type : {EventType::keyDown, EventType::keyUp})
         EXPECT_EQ(Shortcut::of(Event{type, command | shift | capsLock | function, 46}), m);
@@ -78,7 +78,7 @@ TEST_F(KeyboardShortcutsTest, OnlyEventsOfKeysAreCombinations) {
     EXPECT_EQ(Shortcut(0, 0x1B00).modifiers(), command | shift | option | control);
 }
 
-TEST_F(KeyboardShortcutsTest, RecordsAreObjectsWithTwoIntegers) {
+TEST_F(KeyboardShortcutsTest, RecordNeedsTwoIntegers) {
     using Limits = std::numeric_limits<std::int64_t>;
     const std::pair<const char*, Shortcut> records[] = {
         {"\n{ \"carbonKeyCode\" : 46, \"carbonModifiers\" : 768, \"more\" : [{}] }", m},
@@ -101,7 +101,7 @@ TEST_F(KeyboardShortcutsTest, RecordsAreObjectsWithTwoIntegers) {
     }
 }
 
-TEST_F(KeyboardShortcutsTest, SettingStoresTakesAndAnnounces) {
+TEST_F(KeyboardShortcutsTest, SettingStoresRegistersAndNotifies) {
     setShortcut(std::nullopt, name);
     EXPECT_EQ(stored(), std::nullopt);
     EXPECT_EQ(changed, Lines{});
@@ -126,7 +126,7 @@ TEST_F(KeyboardShortcutsTest, SettingStoresTakesAndAnnounces) {
     EXPECT_EQ(changed, (Lines{"test", "test", "test", "test"}));
 }
 
-TEST_F(KeyboardShortcutsTest, ADefaultIsForANameThatHoldsNothing) {
+TEST_F(KeyboardShortcutsTest, DefaultAppliesOnlyToAnUnsetName) {
     const Name withDefault("test", m);
     EXPECT_EQ(withDefault, name);
     EXPECT_EQ(getShortcut(name), m);
@@ -142,7 +142,7 @@ TEST_F(KeyboardShortcutsTest, ADefaultIsForANameThatHoldsNothing) {
     EXPECT_EQ(changed, (Lines{"test", "test", "test", "test", "test"}));
 }
 
-TEST_F(KeyboardShortcutsTest, EventsRunTheActionsOfEveryNameThatHasTheCombinationNow) {
+TEST_F(KeyboardShortcutsTest, PressRunsTheActionsOfEveryNameWithTheShortcut) {
     std::string ran;
     const Name other("other");
     setShortcut(m, name);
@@ -169,7 +169,7 @@ TEST_F(KeyboardShortcutsTest, EventsRunTheActionsOfEveryNameThatHasTheCombinatio
     EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 1u);
 }
 
-TEST_F(KeyboardShortcutsTest, WhatTheSystemRefusesIsNotAskedForAgainUntilItIsChosenAnew) {
+TEST_F(KeyboardShortcutsTest, RefusedShortcutIsNotRetriedUntilSetAgain) {
     ASSERT_TRUE(mac.hotKeyCenter().otherProgramTakes({46, commandShift}));
     setShortcut(m, name);
     EXPECT_EQ(getShortcut(name), m);
@@ -201,7 +201,7 @@ protected:
     Lines told;
 };
 
-TEST_F(CarbonTest, EventsThatAreNotOursAreDeclined) {
+TEST_F(CarbonTest, DeclinesEventsOfOthers) {
     mac.hotKeyCenter().otherProgramTakes({35, cmdKey});
     mac.hotKeyCenter().hasDispatcher = false;
     take(p); // refused, its number is used up
@@ -228,7 +228,7 @@ TEST_F(CarbonTest, EventsThatAreNotOursAreDeclined) {
     EXPECT_EQ(registered(), Combinations{});
 }
 
-TEST_F(CarbonTest, TheSystemsListIsReadLeniently) {
+TEST_F(CarbonTest, SkipsBadEntriesOfTheSystemsList) {
     using Dictionary = PropertyList::Dictionary;
     const auto entry = [](PropertyList isEnabled, PropertyList code, PropertyList modifiers) {
         return Dictionary{{"kHISymbolicHotKeyEnabled", std::move(isEnabled)},
@@ -254,7 +254,7 @@ TEST_F(CarbonTest, TheSystemsListIsReadLeniently) {
     }
 }
 
-TEST_F(KeyboardShortcutsTest, MenuItemsAreFoundByTheirKeyFromTheTop) {
+TEST_F(KeyboardShortcutsTest, FindsMenuItemsByKeyAndModifiers) {
     using namespace EventModifierFlags;
     const auto submenu = std::make_shared<Menu>("File");
     submenu->items = {{"Close", nullptr, "w"}, {"Mute", nullptr, "m", command | shift}};

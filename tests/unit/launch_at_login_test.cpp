@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace tavro {
 namespace {
 
@@ -14,7 +16,7 @@ const std::string failure = "log.error com.vantrelo.LaunchAtLogin main Failed to
 
 using Status = AppService::Status;
 
-TEST(LaunchAtLoginTest, SettingItGoesThroughTheServiceAndOnlyEnabledCounts) {
+TEST(LaunchAtLoginTest, ServiceIsRegisteredAndUnregistered) {
     using Fault = std::optional<std::string>;
     const std::string on = "appService.register", off = "appService.unregister";
     const Fault none, busy = "busy", notPermitted = "not permitted";
@@ -60,15 +62,11 @@ TEST(LaunchAtLoginTest, SettingItGoesThroughTheServiceAndOnlyEnabledCounts) {
     }
 }
 
-TEST(LaunchAtLoginTest, BeforeTheServiceTheHelpersJobTells) {
+TEST(LaunchAtLoginTest, HelpersJobDecidesBeforeVersion13) {
     const auto job = [](PropertyList label, PropertyList onDemand) {
         return PropertyList::Dictionary{{"Label", std::move(label)}, {"OnDemand", std::move(onDemand)}};
     };
-    const struct {
-        const char* what;
-        std::optional<PropertyList::Array> jobs;
-        bool isEnabled;
-    } cases[] = {
+    const std::tuple<const char*, std::optional<PropertyList::Array>, bool> cases[] = {
         {"on demand", PropertyList::Array{job("other", false), job(1, false), job(helper, true)}, true},
         {"the first of two", PropertyList::Array{job(helper, false), job(helper, true)}, false},
         {"no Boolean", PropertyList::Array{job(helper, "yes")}, false},
@@ -87,7 +85,7 @@ TEST(LaunchAtLoginTest, BeforeTheServiceTheHelpersJobTells) {
     }
 }
 
-TEST(LaunchAtLoginTest, ObserversAreToldInOrderEvenWhenTheSystemRefuses) {
+TEST(LaunchAtLoginTest, ObserversAreNotifiedInOrderEvenOnFailure) {
     for (const auto version : {before, withService}) {
         SCOPED_TRACE(version.major);
         SimulatedMac mac(version);
@@ -113,7 +111,7 @@ TEST(LaunchAtLoginTest, ObserversAreToldInOrderEvenWhenTheSystemRefuses) {
     }
 }
 
-TEST(LaunchAtLoginTest, OnlyTheVeryFirstLaunchSwitchesItOn) {
+TEST(LaunchAtLoginTest, VeryFirstLaunchEnablesIt) {
     for (const auto version : {before, withService}) {
         SCOPED_TRACE(version.major);
         SimulatedMac mac(version);

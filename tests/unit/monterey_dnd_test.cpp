@@ -4,6 +4,7 @@
 #include "notifications/MontereyDND.h"
 
 #include <string>
+#include <tuple>
 
 namespace tavro {
 namespace {
@@ -31,13 +32,9 @@ std::string trigger(int enabled, int startHour, int startMinute, int endHour) {
            R"(,"timePeriodEndTimeMinute":30,"timePeriodEndTimeHour":)" + std::to_string(endHour) + "}";
 }
 
-TEST_F(MontereyDNDTest, ASchedulesPeriodEndsWithItsHourAndMayRunOverMidnight) {
+TEST_F(MontereyDNDTest, ScheduleEndsOnTheHourAndMaySpanMidnight) {
     const auto night = trigger(2, 22, 0, 7), day = trigger(2, 9, 30, 17);
-    const struct {
-        std::string triggers;
-        int hour, minute;
-        bool isEnabled;
-    } cases[] = {
+    const std::tuple<std::string, int, int, bool> cases[] = {
         {night, 22, 0, true},
         {night, 0, 0, true},
         {night, 6, 59, true},
@@ -70,7 +67,7 @@ TEST_F(MontereyDNDTest, ASchedulesPeriodEndsWithItsHourAndMayRunOverMidnight) {
     }
 }
 
-TEST_F(MontereyDNDTest, ARecordOfAnAssertionIsEnoughAndTheSchedulesAreNotRead) {
+TEST_F(MontereyDNDTest, AssertionMakesSchedulesIrrelevant) {
     mac.files().remove(configurationsFile); // which would be a line
     mac.files().write(assertionsFile, R"({"data":[{"storeAssertionRecords":[null]},{}]})");
     EXPECT_TRUE(MontereyDND::isEnabled());
@@ -78,7 +75,7 @@ TEST_F(MontereyDNDTest, ARecordOfAnAssertionIsEnoughAndTheSchedulesAreNotRead) {
     EXPECT_FALSE(MontereyDND::enabledByAssertion());
 }
 
-TEST_F(MontereyDNDTest, OtherShapesAreOffWithoutALine) {
+TEST_F(MontereyDNDTest, UnknownShapesCountAsOff) {
     for (const auto* text :
          {"{}", "[]", R"({"data":null})", R"({"data":[]})", R"({"data":[[]]})",
           R"({"data":[{"storeAssertionRecords":[]}]})", R"({"data":[{"storeAssertionRecords":{"0":1}}]})",
@@ -95,7 +92,7 @@ TEST_F(MontereyDNDTest, OtherShapesAreOffWithoutALine) {
     }
 }
 
-TEST_F(MontereyDNDTest, AFileThatCannotBeReadOrParsedIsOneLine) {
+TEST_F(MontereyDNDTest, UnreadableFileIsLoggedOnce) {
     const std::pair<const char*, const char*> cases[] = {
         {"", "no JSON from byte 1 on"},
         {"{\"data\":", "no JSON from byte 9 on"},

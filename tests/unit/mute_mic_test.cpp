@@ -22,12 +22,9 @@ protected:
     }
 };
 
-TEST_F(MuteMicTest, IsMutedUnlessADeviceSaysThatItIsNot) {
+TEST_F(MuteMicTest, IsMutedUnlessADeviceIsLive) {
     const auto none = std::nullopt;
-    const struct {
-        std::vector<std::optional<bool>> flags;
-        bool isMuted;
-    } cases[] = {
+    const std::pair<std::vector<std::optional<bool>>, bool> cases[] = {
         {{}, true}, {{none}, true}, {{true, true}, true}, {{true, false}, false}, {{false, none}, false},
     };
     for (const auto& [flags, isMuted] : cases) {
@@ -40,7 +37,7 @@ TEST_F(MuteMicTest, IsMutedUnlessADeviceSaysThatItIsNot) {
     }
 }
 
-TEST_F(MuteMicTest, SettingWritesToEveryInputDeviceThatHasAFlag) {
+TEST_F(MuteMicTest, MutesEveryInputDeviceWithAFlag) {
     plugInSpeaker("Hall");
     const auto muted = plugInMicrophone("Muted", true);
     const auto bare = plugInMicrophone("Bare", std::nullopt);
@@ -63,7 +60,7 @@ TEST_F(MuteMicTest, SettingWritesToEveryInputDeviceThatHasAFlag) {
         EXPECT_EQ(audio.isMuted(device), false);
 }
 
-TEST_F(MuteMicTest, ObservingHearsTheDefaultDeviceTwiceAndTheOthersOnce) {
+TEST_F(MuteMicTest, ObserverHearsTheDefaultDeviceTwiceAndOthersOnce) {
     const auto first = plugInMicrophone("First");
     const auto second = plugInMicrophone("Second");
     audio.setDefaultInput(first);
@@ -89,7 +86,7 @@ TEST_F(MuteMicTest, ObservingHearsTheDefaultDeviceTwiceAndTheOthersOnce) {
     EXPECT_EQ(mac.log().printed(), Lines{});
 }
 
-TEST_F(MuteMicTest, WithoutADefaultDeviceTheOthersAreObservedAllTheSame) {
+TEST_F(MuteMicTest, ObservesTheOthersWithoutADefaultDevice) {
     const auto device = plugInMicrophone("Desk");
     for (const int listeners : {1, 2}) {
         EXPECT_EQ(printedBy([] { MuteMic::startObserving([] {}); }), Lines{"log.print Listener error"});
@@ -100,7 +97,7 @@ TEST_F(MuteMicTest, WithoutADefaultDeviceTheOthersAreObservedAllTheSame) {
     EXPECT_EQ(audio.muteListenerCount(device), 1); // the one of the first start
 }
 
-TEST_F(MuteMicTest, ADefaultDeviceThatIsGoneAtTheEndLeavesItsListenerForTheNextEnd) {
+TEST_F(MuteMicTest, ListenerOfALostDefaultDeviceGoesWithTheNextStop) {
     const auto device = plugInMicrophone("Desk");
     audio.setDefaultInput(device);
     MuteMic::startObserving([] {});

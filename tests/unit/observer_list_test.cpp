@@ -10,7 +10,7 @@
 namespace tavro {
 namespace {
 
-TEST(ObserverListTest, TellsInTheOrderInWhichTheyCameUntilTheyEnd) {
+TEST(ObserverListTest, CallsObserversInOrderUntilTheyEnd) {
     ObserverList<int> list;
     std::string told;
     const auto first = list.add([&](int value) { told += "first" + std::to_string(value) + ' '; });
@@ -22,7 +22,7 @@ TEST(ObserverListTest, TellsInTheOrderInWhichTheyCameUntilTheyEnd) {
     EXPECT_EQ(told, "first1 second first2 ");
 }
 
-TEST(ObserverListTest, ObserversMayChangeTheListWhileTheyAreTold) {
+TEST(ObserverListTest, MayBeChangedByItsObservers) {
     ObserverList<> list;
     std::string told;
     std::vector<Observation> observations(3);
@@ -44,7 +44,7 @@ TEST(ObserverListTest, ObserversMayChangeTheListWhileTheyAreTold) {
     EXPECT_EQ(told, "self other other added ");
 }
 
-TEST(ObserverListTest, SurvivesItsOwnEndWhileTelling) {
+TEST(ObserverListTest, MayBeDestroyedByAnObserver) {
     std::optional<ObserverList<>> list(std::in_place);
     std::string told;
     const auto first = list->add([&] {
@@ -69,7 +69,7 @@ TEST(ObserverListTest, AnObservationEndsOnceWhenItIsMovedOrReplaced) {
     EXPECT_EQ(told, 11);
 }
 
-TEST(PublishedTest, TellsBeforeTheValueIsStoredEvenIfItIsTheSame) {
+TEST(PublishedTest, NotifiesBeforeStoringEvenAnEqualValue) {
     Published<std::string> field("old");
     std::vector<std::string> seen;
     const auto observation = field.willChange([&] { seen.push_back(field.get()); });

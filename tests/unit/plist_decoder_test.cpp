@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tavro {
@@ -67,12 +68,9 @@ std::string list(std::size_t times, const std::string& object) {
     return binary({counted('\xAF', times) + repeated(to(1), static_cast<int>(times)), object});
 }
 
-TEST(PlistBoundsTest, AFileMayNestHoldAndRepeatAsMuchAsPreferencesEverDo) {
+TEST(PlistBoundsTest, LimitsAreExact) {
     const auto ascii = [](std::size_t count) { return counted('\x5F', count) + std::string(count, 'x'); };
-    const struct {
-        const char* what;
-        std::string most, more;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"bytes", std::string(4 << 20, ' '), std::string((4 << 20) + 1, ' ')},
         {"lists and dictionaries in XML", repeated("<array><dict>", 2048),
          repeated("<array><dict>", 2048) + "<dict/>"},
@@ -89,7 +87,7 @@ TEST(PlistBoundsTest, AFileMayNestHoldAndRepeatAsMuchAsPreferencesEverDo) {
     }
 }
 
-TEST(PlistBoundsTest, OnlyWhatTheRootLeadsToCounts) {
+TEST(PlistBoundsTest, OnlyReachableObjectsCount) {
     const auto nul = "\x53"s + "a\0b"s;
     const auto withTrailer = [](std::string bytes, std::size_t fromEnd, char value) {
         bytes[bytes.size() - fromEnd] = value;
@@ -101,12 +99,8 @@ TEST(PlistBoundsTest, OnlyWhatTheRootLeadsToCounts) {
     EXPECT_TRUE(isWithinPlistBounds(withTrailer(binary({"\xA1" + to(1), nul}), count, 1)));
 }
 
-TEST(PlistDecoderTest, WhatTheLibraryMustNotSeeIsNoPropertyList) {
-    const struct {
-        const char* what;
-        std::string bytes;
-        bool isDecoded;
-    } cases[] = {
+TEST(PlistDecoderTest, RejectsWhatTheLibraryCannotBear) {
+    const std::tuple<const char*, std::string, bool> cases[] = {
         {"lists in lists", xml(repeated("<array>", 60) + repeated("</array>", 60)), true},
         {"lists in lists, without end", xml(repeated("<array>", 200000)), false},
         {"lists that hold the next one twice", nested(8, 2), true},

@@ -8,7 +8,7 @@
 namespace tavro {
 namespace {
 
-TEST(PropertyListTest, ReadsABooleanFromEveryType) {
+TEST(PropertyListTest, EveryTypeConvertsToABoolean) {
     for (const auto* text : {"YES", "y", "True", "t", "yellow", "1", " \t9", "+1", "-1", "007", "00y"})
         EXPECT_TRUE(PropertyList(text).boolValue()) << text;
     for (const auto* text : {"no", "on", "", "  \t\n", "-", "--1", "- 1", "000", "0.5", "a1"})

@@ -95,7 +95,7 @@ protected:
     Lines told;
 };
 
-TEST_F(ShortcutRecorderTest, TakesWhatCanBeAShortcut) {
+TEST_F(ShortcutRecorderTest, RecordsValidShortcuts) {
     const std::tuple<std::uint16_t, unsigned, SpecialKey, const char*> cases[] = {
         {35, command | shift, SpecialKey::none, "⇧⌘P"},
         {0, shift | capsLock, SpecialKey::none, "⇧A"},
@@ -120,7 +120,7 @@ TEST_F(ShortcutRecorderTest, TakesWhatCanBeAShortcut) {
     EXPECT_EQ(field.beeps, 0);
 }
 
-TEST_F(ShortcutRecorderTest, BeepsAtWhatCannotBeOne) {
+TEST_F(ShortcutRecorderTest, BeepsAtInvalidKeys) {
     field.focus();
     constexpr auto beyondF35 = SpecialKey(static_cast<int>(SpecialKey::f35) + 1);
     for (const auto key : {SpecialKey::none, beyondF35})
@@ -133,7 +133,7 @@ TEST_F(ShortcutRecorderTest, BeepsAtWhatCannotBeOne) {
     EXPECT_EQ(getShortcut(name), m);
 }
 
-TEST_F(ShortcutRecorderTest, EndsWithoutAChange) {
+TEST_F(ShortcutRecorderTest, EscapeTabAndOutsideClicksChangeNothing) {
     const std::pair<const char*, std::function<bool()>> ends[] = {
         {"Escape", [this] { return type(53, 0); }},
         {"Tab", [this] { return type(48, 0, SpecialKey::tab); }},
@@ -152,7 +152,7 @@ TEST_F(ShortcutRecorderTest, EndsWithoutAChange) {
     EXPECT_EQ(getShortcut(name), m);
 }
 
-TEST_F(ShortcutRecorderTest, ClearsWithTheDeleteKeysAndGoesOn) {
+TEST_F(ShortcutRecorderTest, DeleteKeysClearAndKeepRecording) {
     const std::pair<std::uint16_t, SpecialKey> keys[] = {
         {51, SpecialKey::delete_}, {117, SpecialKey::deleteForward}, {51, SpecialKey::backspace}};
     for (const auto& [keyCode, specialKey] : keys) {
@@ -172,7 +172,7 @@ TEST_F(ShortcutRecorderTest, ClearsWithTheDeleteKeysAndGoesOn) {
     EXPECT_EQ(field.beeps, 0);
 }
 
-TEST_F(ShortcutRecorderTest, RefusesWhatTheMenuOrTheSystemUses) {
+TEST_F(ShortcutRecorderTest, RefusesShortcutsOfTheMenuAndTheSystem) {
     const auto menu = std::make_shared<Menu>("Main");
     menu->items = {{"Close", nullptr, "w"}};
     mac.application().setMainMenu(menu);
@@ -198,7 +198,7 @@ TEST_F(ShortcutRecorderTest, RefusesWhatTheMenuOrTheSystemUses) {
     EXPECT_FALSE(isPaused());
 }
 
-TEST_F(ShortcutRecorderTest, FollowsItsNameAndNoOther) {
+TEST_F(ShortcutRecorderTest, FollowsChangesOfItsOwnName) {
     const Name other("other");
     setShortcut(Shortcut(35, 256), other);
     expectIdle("⇧⌘M");

@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(TouchBarControllerTest, StandsInTheControlStripWhilePresentationModeIsOn) {
+TEST_F(TouchBarControllerTest, IsInTheControlStripWhilePresentationModeIsOn) {
     Launch launch(mac);
     EXPECT_EQ(TouchBarController::shared().touchButton->title, "AC");
     EXPECT_EQ(TouchBarController::shared().item->identifier(), "tesk.startItem");
@@ -46,7 +46,7 @@ TEST_F(TouchBarControllerTest, StandsInTheControlStripWhilePresentationModeIsOn)
     EXPECT_EQ(mac.controlStrip().shown().size(), 0u);
 }
 
-TEST_F(TouchBarControllerTest, BeginsWithTheLiveImageAndTheColourOfTheState) {
+TEST_F(TouchBarControllerTest, StartsWithTheLiveImageAndTheColourOfTheState) {
     mac.images().removeResource("mic-on");
     Launch launch(mac);
     otherProgramSetsMute(true);
@@ -61,7 +61,7 @@ TEST_F(TouchBarControllerTest, BeginsWithTheLiveImageAndTheColourOfTheState) {
     EXPECT_EQ(mac.log().takeDiagnosed().size(), 2u);
 }
 
-TEST_F(TouchBarControllerTest, ATouchInvertsAndTheLookFollowsWithTheChange) {
+TEST_F(TouchBarControllerTest, TouchTogglesTheMicrophonesAndThenTheLook) {
     const auto other = mac.audioHardware().plugIn(SimulatedAudioHardware::microphone("Desk"));
     Launch launch(mac);
     launch.switchPresentationMode();

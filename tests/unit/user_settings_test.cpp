@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(UserSettingsTest, FirstLaunchHasTheCatalogueAndStoresIt) {
+TEST_F(UserSettingsTest, FirstLaunchStoresTheCatalogueDefaults) {
     const Launch launch(mac);
     const auto& settings = UserSettings::shared();
     EXPECT_EQ(settings.options(), (std::vector<OptionItem>{
@@ -40,7 +40,7 @@ TEST_F(UserSettingsTest, FirstLaunchHasTheCatalogueAndStoresIt) {
     EXPECT_EQ(stored(), (Lines{"on", "on", "on", "off", "off"}));
 }
 
-TEST_F(UserSettingsTest, StoredValuesOfAnyTypeAreReadAsBooleansAndRepaired) {
+TEST_F(UserSettingsTest, StoredValuesOfAnyTypeBecomeBooleans) {
     mac.userDefaults().setObject("tavro", "yes");
     mac.userDefaults().setObject("hideDesktop", false);
     mac.userDefaults().setObject("disableNotification", PropertyList::Array{true});
@@ -57,7 +57,7 @@ TEST_F(UserSettingsTest, StoredValuesOfAnyTypeAreReadAsBooleansAndRepaired) {
     EXPECT_EQ(mac.userDefaults().object("tavro"), PropertyList(false));
 }
 
-TEST_F(UserSettingsTest, OneSwitchRewritesAllFiveKeysInOrder) {
+TEST_F(UserSettingsTest, ChangingOneOptionStoresAllInOrder) {
     const Launch launch(mac);
     mac.journal().clear();
     UserSettings::shared().setOptionIsOn(3, true);
@@ -73,7 +73,7 @@ TEST_F(UserSettingsTest, OneSwitchRewritesAllFiveKeysInOrder) {
     EXPECT_EQ(mac.journal().lines(), Lines{});
 }
 
-TEST_F(UserSettingsTest, ObserversAreToldBeforeEitherFieldAndItsStoreChange) {
+TEST_F(UserSettingsTest, ObserversAreNotifiedBeforeEachChange) {
     const Launch launch(mac);
     auto& settings = UserSettings::shared();
     Lines seen;

@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(VersionObserverTest, TheRecordDecidesAndTheFieldsChangeOnTheMainQueue) {
+TEST_F(VersionObserverTest, RecordDecidesWhetherTheVersionIsCurrent) {
     const struct {
         const char* what;
         std::optional<std::string> record;
@@ -73,7 +73,7 @@ TEST_F(VersionObserverTest, TheRecordDecidesAndTheFieldsChangeOnTheMainQueue) {
     EXPECT_EQ(mac.log().printed(), Lines{"Version updated 0.0.0"});
 }
 
-TEST_F(VersionObserverTest, EachLaunchAsksOnceUnlessTheMachineAsksNothingOfTheNetwork) {
+TEST_F(VersionObserverTest, AsksOncePerLaunchUnlessOffline) {
     for (const bool isOffline : {false, true}) {
         mac.isOffline = isOffline;
         const Launch launch(mac);
@@ -85,7 +85,7 @@ TEST_F(VersionObserverTest, EachLaunchAsksOnceUnlessTheMachineAsksNothingOfTheNe
     }
 }
 
-TEST_F(VersionObserverTest, ObserversAreToldBeforeEachField) {
+TEST_F(VersionObserverTest, ObserversAreNotifiedBeforeEachChange) {
     const Launch launch(mac);
     Lines seen;
     const auto observations = VersionObserver::shared().willChange([&] { seen.push_back(state()); });
@@ -94,7 +94,7 @@ TEST_F(VersionObserverTest, ObserversAreToldBeforeEachField) {
     EXPECT_EQ(seen, (Lines{"loading", "loading updated"}));
 }
 
-TEST(NumericOrderTest, DigitsCompareByValueAndAllElseByCharacter) {
+TEST(NumericOrderTest, ComparesDigitsByValueAndTheRestByCharacter) {
     const Lines ascending{"",
                           "0",
                           "0.9",
