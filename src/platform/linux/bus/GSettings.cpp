@@ -2,6 +2,7 @@
 
 #include "platform/linux/bus/GVariantText.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -19,6 +20,7 @@ struct GiveUp {
             delete process;
             return;
         }
+        process->setParent(QCoreApplication::instance()); // should its end come after ours
         QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
         process->kill();
     }
