@@ -67,7 +67,7 @@ void remove(const Name& name) {
 void run(const Handlers& handlers, const Shortcut& shortcut) {
     if (state().isPaused)
         return;
-    const auto ofTheMoment = handlers;
+    const auto ofTheMoment = handlers; // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& [name, actions] : ofTheMoment)
         if (getShortcut(name) == shortcut)
             for (const auto& action : actions)
@@ -78,7 +78,7 @@ void run(const Handlers& handlers, const Shortcut& shortcut) {
 
 Name::Name(std::string rawValue, std::optional<Shortcut> defaultShortcut)
     : m_rawValue(std::move(rawValue))
-    , m_defaultShortcut(std::move(defaultShortcut)) {
+    , m_defaultShortcut(defaultShortcut) {
     if (m_defaultShortcut && !userDefaults().object(key()))
         setShortcut(m_defaultShortcut, *this);
 }

@@ -9,6 +9,7 @@ namespace {
 std::vector<std::ptrdiff_t> heights(const std::vector<xcb_window_t>& stacking,
                                     const std::vector<xcb_window_t>& windows) {
     std::vector<std::ptrdiff_t> result;
+    result.reserve(windows.size());
     for (const auto window : windows)
         result.push_back(std::ranges::find(stacking, window) - stacking.begin());
     return result;

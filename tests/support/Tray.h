@@ -41,7 +41,8 @@ private:
     bool shows(bool (*isOfBezel)(int red, int green, int blue)) const {
         constexpr int least = 50;
         return std::ranges::count_if(m_server.screenshot(left), [isOfBezel](std::uint32_t pixel) {
-                   return isOfBezel(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+                   const auto part = [pixel](int shift) { return static_cast<int>(pixel >> shift & 0xFF); };
+                   return isOfBezel(part(16), part(8), part(0));
                }) > least;
     }
 

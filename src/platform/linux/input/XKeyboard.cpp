@@ -164,7 +164,7 @@ std::optional<std::string> XKeyboard::displayText(std::uint16_t keyCode) const {
         return std::nullopt;
     // The keypad types its figures on the second level.
     for (const xkb_level_index_t level : {0u, 1u})
-        if (const auto text = textOf(symbolAt(latin.keymap.get(), *keycode, latin.layout, level)))
+        if (auto text = textOf(symbolAt(latin.keymap.get(), *keycode, latin.layout, level)))
             return text;
     return std::nullopt;
 }

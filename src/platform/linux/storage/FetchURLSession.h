@@ -17,7 +17,7 @@ class Log;
 class FetchURLSession final : public URLSession {
 public:
     struct Limits {
-        std::size_t bytes = 64 * 1024;
+        std::size_t bytes = std::size_t{64} * 1024;
         std::chrono::milliseconds time = std::chrono::seconds(15);
     };
 
