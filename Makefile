@@ -27,6 +27,8 @@ check: ## What a maintainer runs before merging, besides the tests.
 	@ctest --preset asan --label-exclude desktop
 	@cmake --preset offline --log-level=WARNING
 	@cmake --build --preset offline
+	@cmake --preset bench --log-level=WARNING
+	@cmake --build --preset bench
 
 bench: ## Measures, and writes bench/RESULTS.md.
 	@tools/install-packages run desktop test

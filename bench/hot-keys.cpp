@@ -60,10 +60,7 @@ void measureHandler(Keys& keys, tavro::XConnection& x, int rounds) {
     const Name name("bench");
     Clock::time_point arrived, handled;
     bool isUp = false;
-    const auto events = x.onEvent([&](const auto& event) {
-        if ((event.response_type & 0x7F) == XCB_KEY_PRESS)
-            arrived = Clock::now();
-    });
+    const auto arrivals = x.on(tavro::XEvents::keyPress, [&](const auto&) { arrived = Clock::now(); });
     setShortcut(Shortcut(46, tavro::cmdKey | tavro::shiftKey), name);
     onKeyDown(name, [&] { handled = Clock::now(); });
     onKeyUp(name, [&] { isUp = true; });
