@@ -18,9 +18,7 @@ TEST_F(TrayHost, TheItemShowsWhenThePanelComesAndWhenItComesAgain) {
     const auto item = tray.picture();
     quit(withPanel);
     ASSERT_TRUE(killPanel());
-    const auto front = server.active();
-    TavroProcess tavro(settings());
-    closePopover(tavro, front); // which stands where the panel comes
+    TavroProcess tavro(settings()); // whose popover stands where the panel comes, and makes room
     EXPECT_TRUE(
         server.eventually("a line that there is no status bar", [&] { return lines(tavro.errors()) == 1; }));
     for (const auto* what : {"first panel", "restarted panel", "panel restarted again"}) {

@@ -77,6 +77,12 @@ PanelWatch::PanelWatch(XConnection& x, QPoint point, std::function<void()> left)
     const auto panels = screen ? panelsOn(x, *screen) : std::vector<Panel>();
     const auto panel =
         std::ranges::find_if(panels, [&](const auto& each) { return each.place.contains(point); });
+    if (screen && panels.empty())
+        m_arrival = x.onPropertyChange(x.root(), x.atoms().netClientListStacking, [this, point] {
+            const auto* around = QGuiApplication::screenAt(point);
+            if (around && !panelsOn(m_x, *around).empty())
+                leave();
+        });
     if (panel == panels.end())
         return;
     m_panel = panel->window;

@@ -20,10 +20,11 @@ QRect besidePanel(const XConnection& x, QPoint point, QSize size);
 /// Where the tray is now.
 QPoint trayPlace(const XConnection& x);
 
-/// Tells, once, that the panel at a point has left its edge of the screen for another place, or is gone.
+/// Tells, once, that the panel at a point has left its edge of the screen for another place, or is gone; on a
+/// screen without panels, that one has come.
 class PanelWatch {
 public:
-    /// What is told may destroy this object. Nothing is where there is no panel.
+    /// What is told may destroy this object.
     PanelWatch(XConnection& x, QPoint point, std::function<void()> left);
     ~PanelWatch();
     PanelWatch(const PanelWatch&) = delete;
@@ -38,7 +39,7 @@ private:
     std::function<void()> m_left;
     xcb_window_t m_panel = XCB_NONE;
     QRegion m_edge; // of the screen, as thick as the panel
-    Observation m_moves, m_end;
+    Observation m_moves, m_end, m_arrival;
 };
 
 } // namespace tavro
