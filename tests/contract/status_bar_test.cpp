@@ -34,6 +34,17 @@ protected:
     bool opensMenu() {
         return waitUntil([&] { return testMachine->menuIsOpen(); });
     }
+    /// Right-clicks until the item hears of it: a panel that has not fetched the item's menu yet shows one of
+    /// its own, and a user would close that and click again.
+    bool rightClickReachesTheItem() {
+        return waitUntil([&] {
+            testMachine->click(EventType::rightMouseUp);
+            if (opensMenu() && testMachine->hasStatusItem() && !told.empty())
+                return true;
+            testMachine->closeMenu();
+            return false;
+        });
+    }
 
     const std::shared_ptr<Menu> menu = std::make_shared<Menu>("Menu");
     std::string told;
@@ -61,9 +72,8 @@ TEST_F(StatusBarContract, AnActionMayPopAMenuUpAndOtherClicksDoNotSendIt) {
         button->popUp(menu, {0, button->frame().size.height + 2});
     });
     testMachine->click(EventType::leftMouseUp);
-    testMachine->click(EventType::rightMouseUp);
-    ASSERT_TRUE(opensMenu());
-    EXPECT_TRUE(waitUntil([&] { return told.starts_with("right "); })) << told;
+    ASSERT_TRUE(rightClickReachesTheItem());
+    EXPECT_TRUE(told.starts_with("right ")) << told;
     testMachine->closeMenu();
     EXPECT_TRUE(tells("right closed ")) << told;
 

@@ -144,23 +144,17 @@ public:
         return QtScreens::coordinates().fromToolkit(QRect(place.x, place.y, place.width, place.height));
     }
 
-    // Having drawn the item, the panel still fetches its menu in a few steps, and until then shows one of its
-    // own on a right click. A question that it answers after our answers to it marks the end of a step.
+    // The answer to a question marks that the panel has also seen what was sent to it before.
     bool hasStatusItem() override {
-        constexpr int steps = 6, answerMilliseconds = 1000;
-        if (m_tray.isEmpty())
-            return false;
+        constexpr int answerMilliseconds = 1000;
         auto question =
             QDBusMessage::createMethodCall("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
                                            "org.freedesktop.DBus.Properties", "Get");
         question << "org.kde.StatusNotifierWatcher"
                  << "IsStatusNotifierHostRegistered";
-        for (int step = 0; step < steps; ++step)
-            if (QDBusConnection::sessionBus()
-                    .call(question, QDBus::BlockWithGui, answerMilliseconds)
-                    .type() != QDBusMessage::ReplyMessage)
-                return false;
-        return true;
+        return !m_tray.isEmpty() &&
+               QDBusConnection::sessionBus().call(question, QDBus::BlockWithGui, answerMilliseconds).type() ==
+                   QDBusMessage::ReplyMessage;
     }
     // Panels keep Alt-clicks to themselves; the middle button stands for them.
     void click(EventType type, unsigned modifierFlags) override {

@@ -18,9 +18,10 @@ public:
     bool waitUntil(const std::function<bool()>& condition) override {
         const auto deadline = now() + MainQueue::Duration(10);
         m_mac.mainQueue().runUntilIdle();
-        while (!condition() && now() < deadline)
+        bool isMet = condition();
+        for (; !isMet && now() < deadline; isMet = condition())
             m_mac.mainQueue().advance(MainQueue::Duration(0.01));
-        return condition();
+        return isMet;
     }
     MainQueue::Duration now() const override { return m_mac.mainQueue().now(); }
     void relaunch() override {
