@@ -32,6 +32,10 @@
         <translation>🎉 Neue Version verfügbar. Zum Aktualisieren klicken</translation>
     </message>
     <message>
+        <source>Microphones</source>
+        <translation>Mikrofone</translation>
+    </message>
+    <message>
         <source>Preferences</source>
         <translation>Einstellungen</translation>
     </message>

@@ -28,6 +28,7 @@ TouchBarController::TouchBarController()
     : touchButton(makeButton())
     , item(std::make_shared<CustomTouchBarItem>(itemIdentifier)) {
     touchButton->title = "AC";
+    item->setCustomizationLabel("Microphones");
 }
 
 std::shared_ptr<TouchBarButton> TouchBarController::makeButton() {

@@ -29,6 +29,9 @@ public:
         : m_identifier(std::move(identifier)) {}
 
     const std::string& identifier() const { return m_identifier; }
+    /// Its name for people, in English. To be set before it is shown.
+    const std::string& customizationLabel() const { return m_customizationLabel; }
+    void setCustomizationLabel(std::string label) { m_customizationLabel = std::move(label); }
     /// Null before it is set.
     const std::shared_ptr<const TouchBarButton>& view() const { return m_view; }
     /// Setting the button that is the view already shows what has changed about it.
@@ -43,6 +46,7 @@ public:
 
 private:
     const std::string m_identifier;
+    std::string m_customizationLabel;
     std::shared_ptr<const TouchBarButton> m_view;
     ObserverList<> m_viewChange;
 };

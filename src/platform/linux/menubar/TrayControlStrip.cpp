@@ -3,8 +3,9 @@
 #include "platform/linux/menubar/TrayHost.h"
 #include "toolkit/Colors.h"
 #include "toolkit/Icons.h"
+#include "toolkit/Translation.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QPainter>
 #include <QPixmap>
 
@@ -14,8 +15,6 @@ namespace tavro {
 
 namespace {
 
-/// The sizes that panels ask for; others are scaled from the next one.
-constexpr int sizes[] = {16, 22, 24, 32, 48, 64};
 constexpr Color systemBezelColor{0.39, 0.39, 0.39, 1};
 
 void paintLabel(const TouchBarButton& button, QPainter& painter, const QRect& area) {
@@ -47,7 +46,7 @@ QPixmap picture(const TouchBarButton& button, int size) {
 
 QIcon iconOf(const TouchBarButton& button) {
     QIcon icon;
-    for (const int size : sizes)
+    for (const int size : TrayIcon::sizes)
         icon.addPixmap(picture(button, size));
     return icon;
 }
@@ -86,7 +85,6 @@ void TrayControlStrip::removeSystemTrayItem(const std::shared_ptr<CustomTouchBar
         std::ranges::find_if(m_entries, [&](const auto& entry) { return entry->item == item; });
     if (found == m_entries.end())
         return;
-    hide(**found);
     m_entries.erase(found);
 }
 
@@ -98,7 +96,7 @@ void TrayControlStrip::updateAll() {
 void TrayControlStrip::update(Entry& entry) {
     const auto& button = entry.item->view();
     if (!m_hasHost || !button || !m_present.contains(entry.item->identifier()))
-        return hide(entry);
+        return entry.icon.reset();
     if (entry.icon)
         entry.icon->setIcon(iconOf(*button));
     else
@@ -106,19 +104,11 @@ void TrayControlStrip::update(Entry& entry) {
 }
 
 void TrayControlStrip::show(Entry& entry, const TouchBarButton& button) {
-    entry.icon = std::make_unique<QSystemTrayIcon>(iconOf(button));
-    QObject::connect(entry.icon.get(), &QSystemTrayIcon::activated, entry.icon.get(),
-                     [item = entry.item] { touch(*item); });
-    entry.icon->setToolTip(QGuiApplication::applicationDisplayName());
+    const auto label = entry.item->customizationLabel();
+    const auto id = QCoreApplication::applicationName() + '-' + QString::fromStdString(label).toLower();
+    entry.icon = m_host.makeIcon({id, translated(label)}, [item = entry.item](auto) { touch(*item); });
+    entry.icon->setIcon(iconOf(button));
     entry.icon->show();
-}
-
-// It may be the icon's own click that takes it away.
-void TrayControlStrip::hide(Entry& entry) {
-    if (!entry.icon)
-        return;
-    entry.icon->hide();
-    entry.icon.release()->deleteLater();
 }
 
 void TrayControlStrip::touch(const CustomTouchBarItem& item) {

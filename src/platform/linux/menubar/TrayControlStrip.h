@@ -1,8 +1,7 @@
 #pragma once
 
+#include "platform/linux/menubar/TrayIcon.h"
 #include "platform/menubar/ControlStrip.h"
-
-#include <QSystemTrayIcon>
 
 #include <memory>
 #include <set>
@@ -30,13 +29,12 @@ private:
     struct Entry {
         std::shared_ptr<CustomTouchBarItem> item;
         Observation viewChange;
-        std::unique_ptr<QSystemTrayIcon> icon; // while it shows
+        std::unique_ptr<TrayIcon> icon; // while it shows
     };
 
     void updateAll();
     void update(Entry& entry);
     void show(Entry& entry, const TouchBarButton& button);
-    static void hide(Entry& entry);
     static void touch(const CustomTouchBarItem& item);
 
     TrayHost& m_host;

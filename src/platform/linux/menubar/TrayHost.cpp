@@ -1,9 +1,11 @@
 #include "platform/linux/menubar/TrayHost.h"
 
+#include "platform/linux/menubar/EmbeddedTrayIcon.h"
+#include "platform/linux/menubar/StatusNotifierItem.h"
 #include "platform/process/Log.h"
 #include "platform/process/MainQueue.h"
 
-#include <QDBusConnection>
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -12,8 +14,8 @@
 namespace tavro {
 
 namespace {
-constexpr auto watcherService = "org.kde.StatusNotifierWatcher";
-constexpr auto watcherPath = "/StatusNotifierWatcher";
+constexpr auto watcherService = StatusNotifierItem::watcherService;
+constexpr auto watcherPath = StatusNotifierItem::watcherPath;
 /// How long a panel that takes embedded icons may need until it has registered as a host as well.
 constexpr MainQueue::Duration embeddingGrace{2.0};
 } // namespace
@@ -24,7 +26,7 @@ TrayHost::TrayHost(XConnection& x, MainQueue& queue, Log& log)
     , m_log(log) {}
 
 void TrayHost::whenAvailable(std::function<void()> block) {
-    if (m_isAvailable)
+    if (m_kind != Kind::none)
         return block();
     m_waiting.push_back(std::move(block));
     if (std::exchange(m_asked, true))
@@ -33,6 +35,7 @@ void TrayHost::whenAvailable(std::function<void()> block) {
     auto* watcher =
         new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::askWatcher);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::watcherAppeared);
     bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierHostRegistered", this,
                 SLOT(hostRegistered()));
     m_newTray = m_x.onNewManager(m_x.atoms().netSystemTray, [this] { lookForEmbedding(); });
@@ -53,21 +56,21 @@ void TrayHost::askWatcher() {
 
 void TrayHost::watcherAnswered(bool hasHost) {
     if (hasHost)
-        return becameAvailable();
+        return becameAvailable(Kind::statusNotifier);
     if (embeddingHasOwner())
         return lookForEmbedding();
-    if (!m_isAvailable && !std::exchange(m_reported, true))
+    if (m_kind == Kind::none && !std::exchange(m_reported, true))
         m_log.diagnose("The desktop has no status bar yet; the status item appears when one does");
 }
 
 void TrayHost::hostRegistered() {
-    becameAvailable();
+    becameAvailable(Kind::statusNotifier);
 }
 
 void TrayHost::lookForEmbedding() {
     m_queue.asyncAfter(embeddingGrace, [this] {
         if (embeddingHasOwner())
-            becameAvailable();
+            becameAvailable(Kind::embedding);
     });
 }
 
@@ -78,12 +81,45 @@ bool TrayHost::embeddingHasOwner() const {
     return reply && reply->owner != XCB_NONE;
 }
 
-void TrayHost::becameAvailable() {
-    if (std::exchange(m_isAvailable, true))
+void TrayHost::becameAvailable(Kind kind) {
+    if (m_kind != Kind::none)
         return;
+    m_kind = kind;
     m_newTray = {};
     for (const auto& block : std::exchange(m_waiting, {}))
         block();
+}
+
+std::unique_ptr<TrayIcon> TrayHost::makeIcon(const TrayIcon::Identity& identity,
+                                             std::function<void(TrayIcon::Click)> clicked) {
+    if (m_kind == Kind::embedding)
+        return std::make_unique<EmbeddedTrayIcon>(identity, std::move(clicked));
+    const auto bus = takeConnection();
+    const auto name = QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
+                          .arg(QCoreApplication::applicationPid())
+                          .arg(++m_itemsMade);
+    auto item = std::make_unique<StatusNotifierItem>(bus, name, identity, std::move(clicked),
+                                                     [this, bus] { m_connections.push_back(bus); });
+    connect(this, &TrayHost::watcherAppeared, item.get(), &StatusNotifierItem::registerWithWatcher);
+    return item;
+}
+
+// Watchers know an item by its bus name and forget it with that alone, so each needs one, and since the
+// item's path is given, a connection besides.
+QDBusConnection TrayHost::takeConnection() {
+    const auto open = [this] {
+        const auto name = QStringLiteral("tavropro-tray-%1").arg(++m_openedConnections);
+        m_connections.push_back(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name));
+    };
+    if (m_connections.empty())
+        open();
+    const auto taken = m_connections.back();
+    m_connections.pop_back();
+    m_queue.async([this, open] {
+        if (m_connections.empty())
+            open();
+    });
+    return taken;
 }
 
 } // namespace tavro

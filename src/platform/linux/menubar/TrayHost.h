@@ -1,18 +1,20 @@
 #pragma once
 
+#include "platform/linux/menubar/TrayIcon.h"
 #include "platform/linux/x11/XConnection.h"
 
+#include <QDBusConnection>
 #include <QObject>
 
-#include <functional>
+#include <vector>
 
 namespace tavro {
 
 class Log;
 class MainQueue;
 
-/// Tells when the desktop has a place for tray items: a StatusNotifierItem host, or else an owner of the
-/// XEmbed system-tray selection. The toolkit remembers its first answer for good, so it is not asked before.
+/// The desktop's place for tray items: a StatusNotifierItem host, or else an owner of the XEmbed system-tray
+/// selection. Which of them is found first, once there is one, stays.
 class TrayHost final : public QObject {
     Q_OBJECT
 
@@ -21,25 +23,39 @@ public:
 
     /// Runs the block once there is a host; at once when there is one already.
     void whenAvailable(std::function<void()> block);
+    /// An item for the host that is there, not shown yet. `clicked` may end it.
+    std::unique_ptr<TrayIcon> makeIcon(const TrayIcon::Identity& identity,
+                                       std::function<void(TrayIcon::Click)> clicked);
+
+Q_SIGNALS:
+    /// Another watcher than before, which knows of no item yet.
+    void watcherAppeared();
 
 private Q_SLOTS:
     void hostRegistered();
 
 private:
+    enum class Kind { none, statusNotifier, embedding };
+
     void askWatcher();
     void watcherAnswered(bool hasHost);
     void lookForEmbedding();
-    void becameAvailable();
+    void becameAvailable(Kind kind);
     bool embeddingHasOwner() const;
+    QDBusConnection takeConnection();
 
     XConnection& m_x;
     MainQueue& m_queue;
     Log& m_log;
-    bool m_isAvailable = false;
+    Kind m_kind = Kind::none;
     bool m_asked = false;
     bool m_reported = false;
     std::vector<std::function<void()>> m_waiting;
     Observation m_newTray;
+    /// That no item uses. Opening one waits for the bus, so that one is always kept ready.
+    std::vector<QDBusConnection> m_connections{QDBusConnection::sessionBus()};
+    int m_openedConnections = 0;
+    int m_itemsMade = 0;
 };
 
 } // namespace tavro

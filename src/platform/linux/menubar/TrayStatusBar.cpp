@@ -11,9 +11,9 @@ TrayStatusBar::TrayStatusBar(XConnection& x, MainQueue& queue, Log& log, EventSo
 
 std::shared_ptr<StatusItem> TrayStatusBar::statusItem(double) {
     auto item = std::make_shared<TrayStatusItem>(m_x, m_events);
-    m_host.whenAvailable([weak = std::weak_ptr(item)] {
+    m_host.whenAvailable([this, weak = std::weak_ptr(item)] {
         if (const auto alive = weak.lock())
-            alive->show();
+            alive->show(m_host);
     });
     return item;
 }

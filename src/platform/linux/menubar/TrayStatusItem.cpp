@@ -1,10 +1,11 @@
 #include "platform/linux/menubar/TrayStatusItem.h"
 
 #include "platform/linux/input/EventSource.h"
+#include "platform/linux/menubar/ToolkitMenu.h"
+#include "platform/linux/menubar/TrayHost.h"
 #include "platform/linux/windows/Panels.h"
 #include "platform/linux/windows/QtScreens.h"
 #include "toolkit/Icons.h"
-#include "toolkit/Translation.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -29,16 +30,6 @@ unsigned modifierFlags(Qt::KeyboardModifiers modifiers) {
     return flags;
 }
 
-void fill(QMenu& widget, const Menu& menu) {
-    widget.setTitle(QString::fromStdString(menu.title));
-    for (const auto& item : menu.items) {
-        auto* action = widget.addAction(translated(item.title));
-        action->setEnabled(item.action != nullptr);
-        if (item.action)
-            QObject::connect(action, &QAction::triggered, action, [run = item.action] { run(); });
-    }
-}
-
 } // namespace
 
 TrayStatusItem::TrayStatusItem(XConnection& x, EventSource& events)
@@ -47,14 +38,13 @@ TrayStatusItem::TrayStatusItem(XConnection& x, EventSource& events)
 
 TrayStatusItem::~TrayStatusItem() = default;
 
-void TrayStatusItem::show() {
-    m_tray = std::make_unique<QSystemTrayIcon>(icon());
-    QObject::connect(m_tray.get(), &QSystemTrayIcon::activated, m_tray.get(),
-                     [this](auto reason) { activated(reason); });
-    m_tray->setToolTip(QGuiApplication::applicationDisplayName());
-    if (m_hostMenuWidget)
-        m_tray->setContextMenu(m_hostMenuWidget.get());
-    m_tray->show();
+void TrayStatusItem::show(TrayHost& host) {
+    m_icon = host.makeIcon({QCoreApplication::applicationName(), QGuiApplication::applicationDisplayName()},
+                           [this](auto click) { pressed(click); });
+    m_icon->setIcon(icon());
+    if (m_hostMenu)
+        m_icon->setMenu(m_hostMenu, [this] { hostOpensMenu(); });
+    m_icon->show();
 }
 
 void TrayStatusItem::setMenu(std::shared_ptr<Menu> menu) {
@@ -63,18 +53,14 @@ void TrayStatusItem::setMenu(std::shared_ptr<Menu> menu) {
 
 void TrayStatusItem::announceMenu(std::shared_ptr<Menu> menu) {
     m_hostMenu = std::move(menu);
-    m_hostMenuWidget = std::make_unique<QMenu>();
-    fill(*m_hostMenuWidget, *m_hostMenu);
-    auto* widget = m_hostMenuWidget.get();
-    QObject::connect(widget, &QMenu::aboutToShow, widget, [this] { hostOpensMenu(); });
-    if (m_tray)
-        m_tray->setContextMenu(widget);
+    if (m_icon)
+        m_icon->setMenu(m_hostMenu, [this] { hostOpensMenu(); });
 }
 
 void TrayStatusItem::setImage(std::optional<NamedImage> image) {
     m_image = std::move(image);
-    if (m_tray)
-        m_tray->setIcon(icon());
+    if (m_icon)
+        m_icon->setIcon(icon());
 }
 
 // Without a picture the item keeps its place, and its clicks.
@@ -87,32 +73,27 @@ QIcon TrayStatusItem::icon() const {
 }
 
 Rect TrayStatusItem::frame() const {
-    const auto geometry = m_tray ? m_tray->geometry() : QRect();
+    const auto geometry = m_icon ? m_icon->geometry() : QRect();
     if (geometry.isEmpty()) // a StatusNotifierItem does not know where it is drawn
         return {{0, 0}, {usualSize, usualSize}};
     return QtScreens::coordinates().fromToolkit(geometry);
 }
 
 Point TrayStatusItem::positionOnScreen() const {
-    const auto geometry = m_tray ? m_tray->geometry() : QRect();
+    const auto geometry = m_icon ? m_icon->geometry() : QRect();
     const auto place = geometry.isEmpty() ? trayPlace(m_x) : geometry.center();
     return QtScreens::coordinates().fromToolkit(place);
 }
 
-void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
+void TrayStatusItem::pressed(TrayIcon::Click click) {
     const auto modifiers = modifierFlags(QGuiApplication::queryKeyboardModifiers());
-    switch (reason) {
-    case QSystemTrayIcon::Trigger:
-    case QSystemTrayIcon::DoubleClick: // the second of two quick clicks
+    switch (click) {
+    case TrayIcon::Click::left:
         return clicked(EventType::leftMouseUp, modifiers);
-    case QSystemTrayIcon::MiddleClick:
+    case TrayIcon::Click::middle:
         return clicked(EventType::leftMouseUp, modifiers | EventModifierFlags::option);
-    case QSystemTrayIcon::Context: // with an announced menu, its showing tells the click
-        if (!m_hostMenu)
-            clicked(EventType::rightMouseUp, modifiers);
-        return;
-    case QSystemTrayIcon::Unknown:
-        return;
+    case TrayIcon::Click::right:
+        return clicked(EventType::rightMouseUp, modifiers);
     }
 }
 
@@ -139,8 +120,7 @@ void TrayStatusItem::popUp(const std::shared_ptr<Menu>& menu, Point) {
 
 // The pointer is where the item is; the menu opens beside the panel, and the toolkit keeps it on the screen.
 void TrayStatusItem::popUpAtPointer(const std::shared_ptr<Menu>& menu) {
-    m_popUp = std::make_unique<QMenu>();
-    fill(*m_popUp, *menu);
+    m_popUp = toolkitMenu(*menu);
     QObject::connect(m_popUp.get(), &QMenu::aboutToHide, m_popUp.get(), [this, menu] { closed(menu); });
     m_popUp->popup(besidePanel(m_x, QCursor::pos(), m_popUp->sizeHint()).topLeft());
 }

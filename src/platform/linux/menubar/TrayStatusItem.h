@@ -1,19 +1,20 @@
 #pragma once
 
 #include "platform/input/Event.h"
+#include "platform/linux/menubar/TrayIcon.h"
 #include "platform/menubar/StatusBar.h"
 
 #include <QMenu>
-#include <QSystemTrayIcon>
 
 #include <memory>
 
 namespace tavro {
 
 class EventSource;
+class TrayHost;
 class XConnection;
 
-/// A tray item by StatusNotifierItem, or XEmbed. Panels do not hand on Alt-clicks, so a middle click stands
+/// The program's item in the tray. Panels do not hand on Alt-clicks, so a middle click stands
 /// for a click with Option. Many panels draw the menu of a right click themselves; the click is delivered all
 /// the same, and the menu that is asked for is the one that shows already.
 class TrayStatusItem final : public StatusItem, public StatusBarButton {
@@ -22,7 +23,7 @@ public:
     ~TrayStatusItem() override;
 
     /// There is a tray now.
-    void show();
+    void show(TrayHost& host);
 
     StatusBarButton* button() override { return this; }
     void setMenu(std::shared_ptr<Menu> menu) override;
@@ -36,7 +37,7 @@ public:
     void popUp(const std::shared_ptr<Menu>& menu, Point location) override;
 
 private:
-    void activated(QSystemTrayIcon::ActivationReason reason);
+    void pressed(TrayIcon::Click click);
     void clicked(EventType type, unsigned modifierFlags);
     void hostOpensMenu();
     void closed(const std::shared_ptr<Menu>& menu);
@@ -51,9 +52,8 @@ private:
     std::shared_ptr<Menu> m_attachedMenu;
     std::shared_ptr<Menu> m_hostMenu;
     bool m_hostShowsMenu = false;
-    std::unique_ptr<QMenu> m_hostMenuWidget;
     std::unique_ptr<QMenu> m_popUp;
-    std::unique_ptr<QSystemTrayIcon> m_tray; // null until there is a tray
+    std::unique_ptr<TrayIcon> m_icon; // null until there is a tray
 };
 
 } // namespace tavro
