@@ -4,7 +4,6 @@
 #include "platform/simulated/windows/SimulatedTitledWindow.h"
 #include "platform/windows/Popover.h"
 #include "popover/ContentView.h"
-#include "preferences/Toolbar.h"
 #include "settings/Constants.h"
 
 #include <chrono>
@@ -23,8 +22,6 @@ protected:
         const auto& popover = static_cast<SimulatedPopover&>(*launch.delegate.popover);
         return static_cast<const HostingView<ContentView>&>(*popover.contentView()).record;
     }
-    bool isOn(std::size_t index) const { return UserSettings::shared().options()[index].isOn; }
-    std::size_t windows() { return mac.journal().lines("windowServer.createWindow").size(); }
 };
 
 TEST_F(ContentViewTest, SwitchInvertsAtOnceAndTogglesAfterTheAnimation) {
@@ -55,11 +52,10 @@ TEST_F(ContentViewTest, RowFlipsItsOptionAndAMissingWallpaperOpensPreferences) {
         SCOPED_TRACE(row);
         mac.userDefaults().setObject(Constants::wallpaperFileKey, hasPicture);
         const auto before = UserSettings::shared().options();
-        const auto windowsBefore = windows();
         view.tapOption(row);
         for (std::size_t i = 0; i < before.size(); ++i)
-            EXPECT_EQ(isOn(i), before[i].isOn != (i == row)) << i;
-        EXPECT_EQ(windows() - windowsBefore, opens ? 1u : 0u);
+            EXPECT_EQ(UserSettings::shared().options()[i].isOn, before[i].isOn != (i == row)) << i;
+        EXPECT_EQ(launch.delegate.preferenceView.has_value(), opens);
     }
     const auto lines = mac.journal().lines();
     view.tapOption(5);
@@ -76,19 +72,14 @@ TEST_F(BannerTest, AppearsOnlyForANewerVersionAndOpensTheChangeLog) {
         Launch launch(mac);
         ContentView now(UserSettings::shared(), VersionObserver::shared(), launch.delegate);
         EXPECT_FALSE(now.banner());
-        int told = 0;
-        const auto observations = now.willChange([&told] { ++told; });
+        int changes = 0;
+        const auto observations = now.willChange([&changes] { ++changes; });
         mac.urlSession()->answer(record);
         mac.mainQueue().runUntilIdle();
-        EXPECT_EQ(told, 2);
+        EXPECT_EQ(changes, 2);
         ASSERT_EQ(now.banner().has_value(), hasBanner);
-        if (hasBanner) {
-            EXPECT_EQ(now.banner()->message, "🎉 New version is available. Click to update");
-        }
         now.tapBanner();
-        const auto opened = mac.journal().lines("workspace.open https://");
-        ASSERT_FALSE(opened.empty());
-        EXPECT_EQ(opened.back().substr(opened.back().find_last_of('/')), "/changelog");
+        EXPECT_EQ(mac.journal().lines().back(), "workspace.open https://vantrelo.example/changelog");
     }
 }
 
@@ -109,23 +100,16 @@ TEST_F(PreferencesTest, OpenWindowIsBroughtToTheFrontInsteadOfASecondOne) {
                   "window.center; window.setTitle \"\"; window.setContentView; window.addTitlebarAccessory; "
                   "window.setLevel 0; window.orderFront; window.makeKeyAndOrderFront; "
                   "window.orderFrontRegardless");
-    const auto& state = launch.delegate.preferenceView->state;
-    EXPECT_EQ(state->pageIndex.get(), 0);
-    const auto bar = std::dynamic_pointer_cast<const HostingView<Toolbar>>(window().titlebarAccessory());
-    ASSERT_TRUE(bar);
-    EXPECT_EQ(bar->record.tabs, Lines{"General"});
-    EXPECT_EQ(bar->record.selectedTab, state);
+    EXPECT_EQ(launch.delegate.preferenceView->state->pageIndex.get(), 0);
     mac.journal().clear();
     launch.delegate.openPreferenceWindow();
     EXPECT_EQ(mac.journal().lines(), Lines{"window.makeKeyAndOrderFront"});
+    const std::weak_ptr<Window> first = launch.delegate.preferenceView->window;
     window().closeByUser();
-    EXPECT_FALSE(launch.delegate.preferenceView->prefsWindowDelegate->windowIsOpen);
-    launch.delegate.openPreferenceWindow();
-    EXPECT_NE(std::to_string(window().windowNumber()), number);
     mac.windowServer().failNextWindow();
-    window().closeByUser();
     launch.delegate.openPreferenceWindow();
     EXPECT_FALSE(launch.delegate.preferenceView->window);
+    EXPECT_TRUE(first.expired());
     launch.delegate.openPreferenceWindow();
     EXPECT_TRUE(launch.delegate.preferenceView->window);
 }

