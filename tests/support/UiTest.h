@@ -7,8 +7,8 @@
 #include "platform/linux/windows/QtTitledWindow.h"
 #include "platform/simulated/storage/SimulatedImages.h"
 #include "platform/simulated/windows/SimulatedPopover.h"
+#include "platform/simulated/windows/SimulatedTitledWindow.h"
 #include "popover/ContentView.h"
-#include "preferences/Toolbar.h"
 #include "settings/Constants.h"
 #include "ui/ViewPainting.h"
 
@@ -91,10 +91,9 @@ protected:
         const auto before = QApplication::topLevelWidgets();
         m_window = std::make_unique<QtTitledWindow>(PreferenceView::contentSize, m_views);
         launch.delegate.openPreferenceWindow();
-        const auto& record = *launch.delegate.preferenceView;
-        m_window->setContentView(std::make_shared<HostingView<PreferenceView>>(record));
-        m_window->addTitlebarAccessory(
-            std::make_shared<HostingView<Toolbar>>(Toolbar{{"General"}, record.state}));
+        const auto& made = static_cast<SimulatedTitledWindow&>(*launch.delegate.preferenceView->window);
+        m_window->setContentView(made.contentView());
+        m_window->addTitlebarAccessory(made.titlebarAccessory());
         m_window->makeKeyAndOrderFront();
         for (auto* window : QApplication::topLevelWidgets())
             if (!before.contains(window) && window->isVisible())

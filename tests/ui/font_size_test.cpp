@@ -26,41 +26,32 @@ public:
     }
 };
 
-struct FontSize {
-    int points;
-    bool isLong = false;
-    friend void PrintTo(const FontSize& size, std::ostream* stream) {
-        *stream << size.points << " points" << (size.isLong ? ", long words" : "");
-    }
-};
-
-/// With letters of the size that a user may have set.
-class FontSizeTest : public UiTest, public testing::WithParamInterface<FontSize> {
+/// With letters of a size that a user may have set, in points, and with longer words.
+class FontSizeTest : public UiTest, public testing::WithParamInterface<std::tuple<int, bool>> {
 protected:
     FontSizeTest() {
         auto font = QApplication::font();
-        font.setPointSize(GetParam().points);
+        font.setPointSize(points);
         QApplication::setFont(font);
-        if (GetParam().isLong)
+        if (isLong)
             QCoreApplication::installTranslator(&m_translator);
         chooseWallpaper();
     }
     /// A picture for whoever wants to look.
-    static void keep(QWidget& widget, const char* name) {
+    void keep(QWidget& widget, const char* name) const {
         if (const char* folder = std::getenv("TAVRO_TEST_PICTURES"))
-            widget.grab().save(QString("%1/%2-%3%4.png")
-                                   .arg(folder, name)
-                                   .arg(GetParam().points)
-                                   .arg(GetParam().isLong ? "-long" : ""));
+            widget.grab().save(
+                QString("%1/%2-%3%4.png").arg(folder, name).arg(points).arg(isLong ? "-long" : ""));
     }
+
+    const int points = std::get<0>(GetParam());
+    const bool isLong = std::get<1>(GetParam());
     static constexpr const char* longText = "Benachrichtigungen während der Vorführung ausschalten";
 
 private:
     LongWords m_translator;
 };
-INSTANTIATE_TEST_SUITE_P(Of, FontSizeTest,
-                         testing::Values(FontSize{10}, FontSize{14}, FontSize{18}, FontSize{10, true},
-                                         FontSize{14, true}, FontSize{18, true}));
+INSTANTIATE_TEST_SUITE_P(Of, FontSizeTest, testing::Combine(testing::Values(10, 14, 18), testing::Bool()));
 
 TEST_P(FontSizeTest, FitIntoThePopover) {
     publishNewVersion();
@@ -93,8 +84,7 @@ TEST_P(FontSizeTest, FitIntoThePreferences) {
     auto& window = preferences();
     settle();
     EXPECT_GE(window.width(), 400);
-    EXPECT_EQ(window.width() == 400, GetParam().points == 10 && !GetParam().isLong)
-        << "grows only if it must";
+    EXPECT_EQ(window.width() == 400, points == 10 && !isLong) << "grows only if it must";
     keep(window, "preferences");
     for (auto* child : window.findChildren<QWidget*>()) {
         const auto* label = qobject_cast<QLabel*>(child);
