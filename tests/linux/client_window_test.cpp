@@ -23,22 +23,22 @@ TEST(ClientWindowTest, IsWhatItsPropertiesSay) {
         const char* what;
         std::vector<std::uint32_t> state, types, actions;
         std::optional<std::uint32_t> transientFor;
-        bool isApplicationWindow, isMinimised, canMinimise;
+        bool isApplicationWindow = false, isMinimised = false, canMinimise = true;
     } cases[] = {
-        {"nothing said", {}, {}, {}, {}, true, false, true},
-        {"minimised", {x.netWmStateBelow, x.netWmStateHidden}, {}, {}, {}, true, true, true},
-        {"not in taskbars", {x.netWmStateSkipTaskbar}, {}, {}, {}, false, false, true},
-        {"not in pagers", {x.netWmStateSkipPager}, {}, {}, {}, true, false, true},
-        {"transient", {}, {}, {}, 7, false, false, true},
-        {"transient for nothing", {}, {}, {}, 0, true, false, true},
-        {"of another type", {}, {5}, {}, {}, true, false, true},
-        {"desktop", {}, {5, x.netWmWindowTypeDesktop}, {}, {}, false, false, true},
-        {"panel", {}, {x.netWmWindowTypeDock}, {}, {}, false, false, true},
-        {"notification", {}, {x.netWmWindowTypeNotification}, {}, {}, false, false, true},
-        {"splash screen", {}, {x.netWmWindowTypeSplash}, {}, {}, false, false, true},
-        {"menu", {}, {x.netWmWindowTypeMenu}, {}, {}, false, false, true},
-        {"toolbar", {}, {x.netWmWindowTypeToolbar}, {}, {}, false, false, true},
-        {"may be minimised", {}, {}, {5, x.netWmActionMinimize}, {}, true, false, true},
+        {"nothing said", {}, {}, {}, {}, true},
+        {"minimised", {x.netWmStateBelow, x.netWmStateHidden}, {}, {}, {}, true, true},
+        {"not in taskbars", {x.netWmStateSkipTaskbar}, {}, {}, {}},
+        {"not in pagers", {x.netWmStateSkipPager}, {}, {}, {}, true},
+        {"transient", {}, {}, {}, 7},
+        {"transient for nothing", {}, {}, {}, 0, true},
+        {"of another type", {}, {5}, {}, {}, true},
+        {"desktop", {}, {5, x.netWmWindowTypeDesktop}, {}, {}},
+        {"panel", {}, {x.netWmWindowTypeDock}, {}, {}},
+        {"notification", {}, {x.netWmWindowTypeNotification}, {}, {}},
+        {"splash screen", {}, {x.netWmWindowTypeSplash}, {}, {}},
+        {"menu", {}, {x.netWmWindowTypeMenu}, {}, {}},
+        {"toolbar", {}, {x.netWmWindowTypeToolbar}, {}, {}},
+        {"may be minimised", {}, {}, {5, x.netWmActionMinimize}, {}, true},
         {"may not", {}, {}, {5}, {}, true, false, false},
     };
     for (const auto& [what, state, types, actions, transientFor, isApplicationWindow, isMinimised,
@@ -50,6 +50,11 @@ TEST(ClientWindowTest, IsWhatItsPropertiesSay) {
         EXPECT_EQ(window.canMinimise, canMinimise);
         EXPECT_EQ(window.workspace, ClientWindow::allWorkspaces);
     }
+    const auto window = ClientWindow::from(9, {{"org.example.App", "", "", {}, {}}, {}, {}, {}, 3, {}, 5}, x);
+    EXPECT_EQ(window.id, 9u);
+    EXPECT_EQ(window.application, "org.example.App");
+    EXPECT_EQ(window.workspace, 3u);
+    EXPECT_EQ(window.hiddenMark, 5u);
 }
 
 TEST(ClientWindowTest, BelongsToAnApplicationByTheStrongestHint) {
