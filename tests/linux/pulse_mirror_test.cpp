@@ -1,6 +1,6 @@
 #include "platform/linux/audio/PulseMirror.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
@@ -8,23 +8,13 @@
 namespace tavro {
 namespace {
 
-using Kind = PulseDeviceKind;
+using enum PulseDeviceKind;
 using About = PulseQuestion::About;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using Step = std::function<void()>;
 
-PulseDevice sink(std::uint32_t index, const std::string& name, bool isMuted = false, float volume = 1) {
-    return {Kind::sink, index, name, "the " + name, false, isMuted, volume};
-}
-
-PulseDevice source(std::uint32_t index, const std::string& name, bool isMuted = false) {
-    return {Kind::source, index, name, "the " + name, false, isMuted, 1};
-}
-
-PulseDevice monitor(std::uint32_t index, const std::string& name) {
-    auto device = source(index, name);
-    device.isMonitor = true;
-    return device;
+PulseDevice device(PulseDeviceKind kind, std::uint32_t index, const std::string& name, bool isMuted = false,
+                   float volume = 1, const std::string& description = "") {
+    return {kind, index, name, description, name.ends_with(".monitor"), isMuted, volume};
 }
 
 /// A server that is described by hand: it answers when the test says so, with what it has at that moment.
@@ -36,7 +26,6 @@ protected:
             waiting.push_back(question);
         return waiting;
     }
-
     void answer(const PulseQuestion& question) {
         const auto& [about, kind, index] = question.subject;
         if (about == About::defaults)
@@ -50,251 +39,191 @@ protected:
         else
             mirror.answerOneDevice(question, found.empty() ? std::nullopt : std::optional(found.front()));
     }
-
     void answerFirst() {
         const auto question = questions().at(0);
         waiting.erase(waiting.begin());
         answer(question);
     }
-
     void answerAll() {
         while (!questions().empty())
             answerFirst();
     }
 
-    void connect() {
-        waiting.clear();
-        mirror.connected();
-        answerAll();
+    Step connected() {
+        return [this] { mirror.connected(); };
+    }
+    Step disconnected() {
+        return [this] { mirror.disconnected(); };
+    }
+    Step changed(PulseDeviceKind kind, std::uint32_t index) {
+        return [=, this] { mirror.deviceChanged(kind, index); };
+    }
+    Step removed(PulseDeviceKind kind, std::uint32_t index) {
+        return [=, this] { mirror.deviceRemoved(kind, index); };
+    }
+    /// The server has one more device, or another one in its place, and says so.
+    Step has(const PulseDevice& device) {
+        return [=, this] {
+            std::erase_if(devices, [&](const auto& other) {
+                return other.kind == device.kind &&
+                       (other.index == device.index || other.name == device.name);
+            });
+            devices.push_back(device);
+            mirror.deviceChanged(device.kind, device.index);
+        };
+    }
+    Step hasDefaultSource(const std::string& name) {
+        return [=, this] {
+            defaults.source = name;
+            mirror.defaultsChanged();
+        };
+    }
+    Step confirmed(AudioObjectID object, bool isMuted) {
+        return [=, this] { mirror.confirmMute(object, isMuted); };
+    }
+    Step answered() {
+        return [this] { answerAll(); };
+    }
+    /// What waits for an answer gets it after the step.
+    Step late(const Step& step) {
+        return [=, this] {
+            const auto old = questions();
+            waiting.clear();
+            step();
+            std::ranges::for_each(old, [this](const auto& question) { answer(question); });
+        };
     }
 
-    std::vector<std::string> names() const {
-        std::vector<std::string> names;
+    /// The devices with their numbers.
+    std::string shown() const {
+        std::string text;
         for (const auto object : mirror.devices())
-            names.push_back(mirror.device(object)->name);
-        return names;
+            text += std::to_string(object) + mirror.device(object)->name + " ";
+        return text;
     }
-
-    AudioObjectID number(const std::string& name) const {
-        for (const auto object : mirror.devices())
-            if (mirror.device(object)->name == name)
-                return object;
-        return 0;
+    /// What has changed since the last call, by the codes of the properties.
+    std::string changes() {
+        std::string text;
+        for (const auto& [object, selector] : mirror.takeChanges()) {
+            if (object != kAudioObjectSystemObject)
+                text += std::to_string(object);
+            for (const int shift : {24, 16, 8, 0})
+                text += static_cast<char>(selector >> shift);
+            text += " ";
+        }
+        return text;
     }
-
-    bool isMuted(const std::string& name) const { return mirror.device(number(name))->isMuted; }
 
     PulseMirror mirror;
-    std::vector<PulseDevice> devices{sink(0, "speaker"), monitor(0, "speaker.monitor"), source(1, "mic")};
+    std::vector<PulseDevice> devices{device(sink, 0, "speaker"), device(source, 0, "speaker.monitor"),
+                                     device(source, 1, "mic")};
     PulseDefaults defaults{"speaker", "mic"};
     std::vector<PulseQuestion> waiting;
 };
 
 TEST_F(PulseMirrorTest, ShowsNothingBeforeAllThatTheServerHadIsKnown) {
     mirror.connected();
-    ASSERT_EQ(questions().size(), 3u);
-    while (!questions().empty()) {
+    for (std::size_t left = 3; left > 0; --left) {
+        EXPECT_EQ(questions().size(), left);
         EXPECT_FALSE(mirror.isComplete());
-        EXPECT_THAT(mirror.devices(), IsEmpty());
+        EXPECT_EQ(shown() + changes(), "");
         EXPECT_EQ(mirror.device(2), nullptr);
-        EXPECT_EQ(mirror.defaultDevice(Kind::sink), 0u);
+        EXPECT_EQ(mirror.defaultDevice(sink), 0u);
         answerFirst();
     }
     EXPECT_TRUE(mirror.isComplete());
-    EXPECT_THAT(names(), ElementsAre("speaker", "mic"));
-    EXPECT_EQ(mirror.defaultDevice(Kind::sink), number("speaker"));
-    EXPECT_EQ(mirror.defaultDevice(Kind::source), number("mic"));
+    EXPECT_EQ(mirror.defaultDevice(sink), 2u);
+    EXPECT_EQ(mirror.defaultDevice(source), 3u);
 }
 
-// Each case acts while the three questions of the connection, or one of a change, wait for their answers.
-TEST_F(PulseMirrorTest, AnswersThatComeLateChangeNothing) {
-    using Names = std::vector<std::string>;
-    const std::vector<PulseDevice> withOther{devices[0], devices[1], devices[2], source(7, "other")};
-    mirror.connected();
-    auto old = questions();
-    ASSERT_EQ(old.size(), 3u);
-
-    // Of the connection before this one.
-    waiting.clear();
-    mirror.connected();
-    std::ranges::for_each(old, [this](const auto& question) { answer(question); });
-    devices = {source(1, "another server's")};
-    answerAll();
-    EXPECT_EQ(names(), Names{"another server's"});
-
-    // Removed while the list is under way, and then its index taken again.
-    for (const bool isTakenAgain : {false, true}) {
-        devices = withOther;
-        mirror.connected();
-        ASSERT_EQ(questions().size(), 3u);
-        mirror.deviceRemoved(Kind::source, 7);
-        if (isTakenAgain)
-            mirror.deviceChanged(Kind::source, 7);
-        answerAll();
-        EXPECT_EQ(names(), isTakenAgain ? Names({"speaker", "mic", "other"}) : Names({"speaker", "mic"}));
-    }
-
-    // Removed before it is described: it was there when the server answered.
-    mirror.deviceChanged(Kind::source, 7);
-    ASSERT_EQ(questions().size(), 1u);
-    mirror.deviceRemoved(Kind::source, 7);
-    answerAll();
-    EXPECT_EQ(names(), Names({"speaker", "mic"}));
-
-    // Gone when the server looked for it.
-    mirror.deviceChanged(Kind::source, 1);
-    devices = {sink(0, "speaker")};
-    answerAll();
-    EXPECT_EQ(names(), Names{"speaker"});
-
-    // After the server has gone.
-    mirror.connected();
-    old = questions();
-    mirror.disconnected();
-    std::ranges::for_each(old, [this](const auto& question) { answer(question); });
-    EXPECT_EQ(names(), Names{});
-}
-
-TEST_F(PulseMirrorTest, ABurstIsFoldedIntoOneMoreQuestionAndEndsWithWhatIsTrue) {
-    connect();
-    devices.back().isMuted = true;
-    mirror.deviceChanged(Kind::source, 1);
-    ASSERT_EQ(questions().size(), 1u);
-    for (int i = 0; i < 100; ++i)
-        mirror.deviceChanged(Kind::source, 1);
-    EXPECT_EQ(questions().size(), 1u);
-    answerFirst();
-    EXPECT_TRUE(isMuted("mic"));
-    devices.back().isMuted = false;
-    ASSERT_EQ(questions().size(), 1u);
-    answerFirst();
-    EXPECT_FALSE(isMuted("mic"));
-    EXPECT_THAT(questions(), IsEmpty());
-}
-
-TEST_F(PulseMirrorTest, KindsAreKeptApartAlthoughTheyShareTheirIndexes) {
-    devices = {sink(3, "both"), source(3, "both")};
-    connect();
-    ASSERT_EQ(mirror.devices().size(), 2u);
-    mirror.deviceRemoved(Kind::sink, 3);
-    ASSERT_EQ(mirror.devices().size(), 1u);
-    EXPECT_EQ(mirror.device(mirror.devices().front())->kind, Kind::source);
-}
-
-TEST_F(PulseMirrorTest, ADeviceKeepsItsNumberForGoodAndNoOtherGetsIt) {
-    connect();
-    const auto mic = number("mic");
-    const auto replug = [this](PulseDevice device) {
-        mirror.deviceRemoved(Kind::source, devices.back().index);
-        devices.back() = std::move(device);
-        mirror.deviceChanged(Kind::source, devices.back().index);
-        answerAll();
-    };
-    replug(source(1, "other")); // at the index that the microphone had
-    EXPECT_EQ(mirror.device(mic), nullptr);
-    EXPECT_NE(number("other"), 0u);
-    EXPECT_NE(number("other"), mic);
-    replug(source(9, "mic"));
-    EXPECT_EQ(number("mic"), mic);
-    mirror.disconnected();
-    EXPECT_EQ(mirror.device(mic), nullptr);
-    connect();
-    EXPECT_EQ(number("mic"), mic);
-}
-
-TEST_F(PulseMirrorTest, AnIndexOrANameThatMovedWithoutAWordLeavesNoGhost) {
-    connect();
-    devices.back() = source(1, "other"); // the removal of "mic" was never told
-    mirror.deviceChanged(Kind::source, 1);
-    answerAll();
-    EXPECT_THAT(names(), ElementsAre("speaker", "other"));
-    devices.back() = source(5, "other");
-    mirror.deviceChanged(Kind::source, 5);
-    answerAll();
-    mirror.deviceRemoved(Kind::source, 1); // late
-    EXPECT_THAT(names(), ElementsAre("speaker", "other"));
-}
-
-TEST_F(PulseMirrorTest, TellsWhatHasChangedOnceAndNothingElse) {
-    constexpr auto system = kAudioObjectSystemObject;
-    connect();
-    EXPECT_THAT(mirror.takeChanges(),
-                ElementsAre(PulseMirror::Change{system, kAudioHardwarePropertyDevices},
-                            PulseMirror::Change{system, kAudioHardwarePropertyDefaultOutputDevice},
-                            PulseMirror::Change{system, kAudioHardwarePropertyDefaultInputDevice}));
-    const auto mic = number("mic");
-    const auto speaker = number("speaker");
-    const auto update = [this](const PulseDevice& device) {
-        *std::ranges::find(devices, device.name, &PulseDevice::name) = device;
-        mirror.deviceChanged(device.kind, device.index);
-    };
+TEST_F(PulseMirrorTest, FollowsTheServerAndReportsEachChangeOnce) {
     const struct {
         const char* what;
-        std::function<void()> act;
-        std::vector<PulseMirror::Change> expected;
-    } cases[] = {
-        {"nothing", [] {}, {}},
-        {"an event without a change", [&] { mirror.deviceChanged(Kind::source, 1); }, {}},
-        {"a monitor's event", [&] { mirror.deviceChanged(Kind::source, 0); }, {}},
-        {"muted", [&] { update(source(1, "mic", true)); }, {{mic, kAudioDevicePropertyMute}}},
-        {"louder",
-         [&] { update(sink(0, "speaker", false, 0.5f)); },
-         {{speaker, kAudioDevicePropertyVolumeScalar}}},
-        {"confirmed, then told by the server as well",
-         [&] {
-             mirror.confirmMute(mic, false);
-             update(source(1, "mic", false));
-         },
-         {{mic, kAudioDevicePropertyMute}}},
-        {"another default",
-         [&] {
-             defaults.source = "";
-             mirror.defaultsChanged();
-         },
-         {{system, kAudioHardwarePropertyDefaultInputDevice}}},
-        {"unplugged",
-         [&] { mirror.deviceRemoved(Kind::source, 1); },
-         {{system, kAudioHardwarePropertyDevices}}},
-        {"plugged in again as it was",
-         [&] { mirror.deviceChanged(Kind::source, 1); },
-         {{system, kAudioHardwarePropertyDevices}}},
-        {"server gone",
-         [&] { mirror.disconnected(); },
-         {{system, kAudioHardwarePropertyDevices}, {system, kAudioHardwarePropertyDefaultOutputDevice}}},
+        std::vector<Step> steps;
+        const char *shown, *changes;
+    } history[] = {
+        {"connected", {connected()}, "2speaker 3mic ", "dev# dOut dIn  "},
+        {"nothing", {}, "2speaker 3mic ", ""},
+        {"no change", {changed(source, 1)}, "2speaker 3mic ", ""},
+        {"a monitor", {changed(source, 0)}, "2speaker 3mic ", ""},
+        {"muted", {has(device(source, 1, "mic", true))}, "2speaker 3mic ", "3mute "},
+        {"louder", {has(device(sink, 0, "speaker", false, 0.5f))}, "2speaker 3mic ", "2volm "},
+        {"a microphone louder", {has(device(source, 1, "mic", true, 0.5f))}, "2speaker 3mic ", ""},
+        {"renamed", {has(device(source, 1, "mic", true, 1, "new"))}, "2speaker 3mic ", "3lnam "},
+        {"confirmed, then announced",
+         {confirmed(3, false), has(device(source, 1, "mic", false, 1, "new"))},
+         "2speaker 3mic ",
+         "3mute "},
+        {"no default", {hasDefaultSource("")}, "2speaker 3mic ", "dIn  "},
+        {"a monitor as the default", {hasDefaultSource("speaker.monitor")}, "2speaker 3mic ", ""},
+        {"a sink as the default", {hasDefaultSource("speaker")}, "2speaker 3mic ", ""},
+        {"an unknown default", {hasDefaultSource("unknown")}, "2speaker 3mic ", ""},
+        {"unplugged, then confirmed", {removed(source, 1), confirmed(3, true)}, "2speaker ", "dev# "},
+        {"plugged in as it was", {changed(source, 1)}, "2speaker 3mic ", "dev# "},
+        {"a sink with its name and index", {has(device(sink, 1, "mic"))}, "2speaker 3mic 4mic ", "dev# "},
+        {"which goes", {removed(sink, 1)}, "2speaker 3mic ", "dev# "},
+        {"replaced without a word", {has(device(source, 1, "other"))}, "2speaker 5other ", "dev# "},
+        {"moved without a word", {has(device(source, 5, "other"))}, "2speaker 5other ", ""},
+        {"removed late where it was", {removed(source, 1)}, "2speaker 5other ", ""},
+        {"server gone", {disconnected()}, "", "dev# dOut "},
         {"back, and muted meanwhile",
-         [&] {
-             devices.back().isMuted = true;
-             mirror.connected();
-         },
-         {{system, kAudioHardwarePropertyDevices},
-          {system, kAudioHardwarePropertyDefaultOutputDevice},
-          {mic, kAudioDevicePropertyMute}}},
+         {has(device(source, 5, "other", true)), has(device(sink, 1, "mic")), connected()},
+         "2speaker 4mic 5other ",
+         "dev# dOut 5mute "},
     };
-    for (const auto& [what, act, expected] : cases) {
+    for (const auto& [what, steps, expected, expectedChanges] : history) {
         SCOPED_TRACE(what);
-        act();
+        for (const auto& step : steps)
+            step();
         answerAll();
-        EXPECT_EQ(mirror.takeChanges(), expected);
+        EXPECT_EQ(shown(), expected);
+        EXPECT_EQ(changes(), expectedChanges);
     }
 }
 
-TEST_F(PulseMirrorTest, ADefaultThatIsNoDeviceIsNone) {
-    for (const auto* name : {"", "speaker.monitor", "speaker", "unknown"}) {
-        SCOPED_TRACE(name);
-        defaults.source = name;
-        connect();
-        EXPECT_EQ(mirror.defaultDevice(Kind::source), 0u);
+// Each case begins while the three questions of the connection wait for their answers.
+TEST_F(PulseMirrorTest, AnswersThatComeLateChangeNothing) {
+    const struct {
+        const char* what;
+        std::vector<Step> steps;
+        const char* expected;
+    } cases[] = {
+        {"of the connection before", {late(connected()), [&] { devices.pop_back(); }}, "2speaker 3mic "},
+        {"after the server has gone", {late(disconnected())}, ""},
+        {"a list without the removal", {removed(source, 7)}, "2speaker 3mic "},
+        {"whose index is taken again", {removed(source, 7), changed(source, 7)}, "2speaker 3mic 4other "},
+        {"a description of one that was removed",
+         {answered(), changed(source, 7), late(removed(source, 7))},
+         "2speaker 3mic "},
+        {"of one that had gone by then",
+         {answered(), changed(source, 7), [&] { devices.pop_back(); }},
+         "2speaker 3mic "},
+    };
+    devices.push_back(device(source, 7, "other"));
+    for (const auto all = devices; const auto& [what, steps, expected] : cases) {
+        SCOPED_TRACE(what);
+        devices = all;
+        mirror = PulseMirror();
+        mirror.connected();
+        for (const auto& step : steps)
+            step();
+        answerAll();
+        EXPECT_EQ(shown(), expected);
     }
 }
 
-TEST_F(PulseMirrorTest, AWriteIsShownAtOnceIfTheDeviceIsStillThere) {
-    connect();
-    const auto mic = number("mic");
-    mirror.confirmMute(mic, true);
-    EXPECT_TRUE(isMuted("mic"));
-    mirror.deviceRemoved(Kind::source, 1);
-    mirror.confirmMute(mic, false);
-    EXPECT_EQ(mirror.device(mic), nullptr);
+TEST_F(PulseMirrorTest, ABurstIsFoldedIntoOneMoreQuestion) {
+    mirror.connected();
+    answerAll();
+    for (int i = 0; i < 100; ++i)
+        mirror.deviceChanged(source, 1);
+    for (const bool isMuted : {true, false}) {
+        devices.back().isMuted = isMuted;
+        ASSERT_EQ(questions().size(), 1u);
+        answerFirst();
+        EXPECT_EQ(mirror.device(3)->isMuted, isMuted);
+    }
+    EXPECT_TRUE(questions().empty());
 }
 
 } // namespace
