@@ -7,7 +7,6 @@
 #include "support/TemporaryFolder.h"
 
 #include <QCoreApplication>
-#include <QDBusVariant>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -21,10 +20,6 @@ using Lines = std::vector<std::string>;
 
 const QString notifications = "org.freedesktop.Notifications";
 const QString properties = "org.freedesktop.DBus.Properties";
-
-QVariant variant(const QVariant& value) {
-    return QVariant::fromValue(QDBusVariant(value));
-}
 
 struct NotificationServer : BusStandIn {
     NotificationServer(const char* name, const char* vendor, const QStringList& services = {})
@@ -78,9 +73,9 @@ TEST_F(Silencing, SwitchesTheServerThatRuns) {
         QVariant off, on;
     } onTheBus[] = {
         {"Xfce Notify Daemon", "org.xfce.Xfconf", "org.xfce.Xfconf.GetProperty xfce4-notifyd /do-not-disturb",
-         "org.xfce.Xfconf.SetProperty xfce4-notifyd /do-not-disturb", variant(false), variant(true)},
+         "org.xfce.Xfconf.SetProperty xfce4-notifyd /do-not-disturb", busVariant(false), busVariant(true)},
         {"dunst", "", properties + ".Get org.dunstproject.cmd0 paused",
-         properties + ".Set org.dunstproject.cmd0 paused", variant(false), variant(true)},
+         properties + ".Set org.dunstproject.cmd0 paused", busVariant(false), busVariant(true)},
         {"mako", "fr.emersion.Mako", "fr.emersion.Mako.ListModes", "fr.emersion.Mako.SetModes",
          QStringList{"default", "away"}, QStringList{"default", "away", "do-not-disturb"}},
         {"SwayNotificationCenter", "org.erikreider.swaync.cc", "org.erikreider.swaync.cc.GetDnd",
@@ -118,7 +113,7 @@ TEST_F(Silencing, WithoutAServerOrASwitchOneLineSaysSo) {
                      "\" has no switch that is known here");
     }
     NotificationServer dunst("dunst", "knopwob");
-    for (const auto& answer : {QVariantList{variant("maybe")}, QVariantList{}}) {
+    for (const auto& answer : {QVariantList{busVariant("maybe")}, QVariantList{}}) {
         dunst.methods[properties + ".Get org.dunstproject.cmd0 paused"] = [=](auto&) { return answer; };
         EXPECT_EQ(silencing.isOn(), std::nullopt);
     }
@@ -132,7 +127,7 @@ struct Plasma : NotificationServer {
         : NotificationServer("Plasma", "KDE") {
         methods[properties + ".Get " + notifications + " Inhibited"] = [this](auto&) {
             std::erase_if(inhibitions, [](const auto& entry) { return hasGone(entry.second); });
-            return QVariantList{variant(isOnByUser || !inhibitions.empty())};
+            return QVariantList{busVariant(isOnByUser || !inhibitions.empty())};
         };
         methods[notifications + ".Inhibit com.vantrelo.TavroPRO Presentation mode"] =
             [this](const auto& message) {

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QStringList>
 #include <QThread>
@@ -9,6 +10,11 @@
 #include <atomic>
 #include <functional>
 #include <map>
+
+/// A value of type "v".
+inline QVariant busVariant(const QVariant& value) {
+    return QVariant::fromValue(QDBusVariant(value));
+}
 
 /// Services on the session bus, on a thread and a connection of their own, as another program's would be.
 class BusStandIn : public QDBusVirtualObject {
