@@ -22,7 +22,6 @@ TEST_F(MainQueueContract, BlocksRunOneByOneAndNeverInsideTheCallThatQueuesThem) 
 }
 
 TEST_F(MainQueueContract, DelaysOrderTheBlocksAndNoneIsEarly) {
-    using Duration = MainQueue::Duration;
     std::string order;
     const auto start = testMachine->now();
     const auto add = [&](const char* name, Duration delay) {
