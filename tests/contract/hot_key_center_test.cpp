@@ -39,12 +39,6 @@ protected:
         testMachine->releaseKey(keyCode);
         testMachine->releaseModifiers(modifiers);
     }
-    testing::AssertionResult hears(const std::string& expected) {
-        const bool hasHeard = waitUntil([&] { return heard == expected; });
-        return (hasHeard ? testing::AssertionSuccess() : testing::AssertionFailure()) << heard;
-    }
-
-    std::string heard;
 };
 
 TEST_F(HotKeyCenterContract, APressAndARelease) {

@@ -98,24 +98,21 @@ TEST_F(WindowServerContract, AWindowIsOnScreenExactlyFromItsOrderingToItsClose) 
     }
 }
 
-TEST_F(WindowServerContract, DroppingTheLastReferenceTakesTheWindowOffTheScreen) {
+TEST_F(WindowServerContract, AClosedWindowLetsItsContentGoAndADroppedOneLeavesTheScreen) {
+    struct EmptyView : View {};
     auto cover = createCover(firstScreen());
+    auto view = std::make_shared<EmptyView>();
+    const std::weak_ptr<EmptyView> content = view;
+    cover->setContentView(std::move(view));
+    EXPECT_FALSE(content.expired());
+    cover->close();
+    EXPECT_TRUE(waitUntil([&] { return content.expired(); }));
+    cover = createCover(firstScreen());
     cover->orderFrontRegardless();
     ASSERT_TRUE(isShownAt(*cover, firstScreen().frame));
     const auto coverNumber = number(*cover);
     cover = nullptr;
     EXPECT_TRUE(waitUntil([&] { return !testMachine->shownFrame(coverNumber); }));
-}
-
-TEST_F(WindowServerContract, ClosingLetsTheContentViewGo) {
-    struct EmptyView : View {};
-    const auto cover = createCover(firstScreen());
-    auto view = std::make_shared<EmptyView>();
-    const std::weak_ptr<EmptyView> reference = view;
-    cover->setContentView(std::move(view));
-    EXPECT_FALSE(reference.expired());
-    cover->close();
-    EXPECT_TRUE(waitUntil([&] { return reference.expired(); }));
 }
 
 TEST_F(WindowServerContract, ACoverStandsBelowApplicationsAndStaysWhenAllAreHidden) {

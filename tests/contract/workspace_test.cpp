@@ -7,6 +7,7 @@
 #include "platform/windows/WindowServer.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace tavro {
 namespace {
@@ -25,10 +26,11 @@ protected:
     }
     Application frontmostOtherThan(const Application& other) {
         Application front;
-        EXPECT_TRUE(waitUntil([&] {
-            front = workspace().frontmostApplication();
-            return front && !(other && front->isEqual(*other));
-        }));
+        if (!waitUntil([&] {
+                front = workspace().frontmostApplication();
+                return front && !(other && front->isEqual(*other));
+            }))
+            throw std::runtime_error("no other application in front");
         return front;
     }
     bool isFrontmost(const Application& application) {
@@ -42,7 +44,6 @@ protected:
 TEST_F(WorkspaceContract, AnApplicationIsEqualToItselfOnly) {
     const auto editor = open("Tavro-Editor", "notes");
     const auto browser = open("Tavro-Browser", "page", editor);
-    ASSERT_TRUE(editor && browser);
     EXPECT_FALSE(editor->isEqual(*browser));
     for (const auto& application : {editor, browser}) {
         const auto isSame = [&](const auto& other) { return application->isEqual(*other); };
@@ -52,15 +53,12 @@ TEST_F(WorkspaceContract, AnApplicationIsEqualToItselfOnly) {
 
 TEST_F(WorkspaceContract, ObserversAreNotifiedOfActivationsThatAreInForce) {
     const auto editor = open("Tavro-Editor", "notes");
-    ASSERT_TRUE(editor);
-    std::string heard;
     auto observation = workspace().notificationCenter().addObserver(workspaceDidActivateApplication, [&] {
         const auto front = workspace().frontmostApplication();
         heard += !front ? "none " : front->isEqual(*editor) ? "editor " : "browser ";
     });
     const auto hears = [&](const char* last) { return waitUntil([&] { return heard.ends_with(last); }); };
     const auto browser = open("Tavro-Browser", "page", editor);
-    ASSERT_TRUE(browser);
     EXPECT_TRUE(hears("browser ")) << heard;
     testMachine->clickWindow("notes");
     EXPECT_TRUE(hears("browser editor ")) << heard;
@@ -78,7 +76,6 @@ TEST_F(WorkspaceContract, HidingTakesAllWindowsOfOneApplicationThatAreOnScreen) 
     const auto again = open("Tavro-Editor", "letter", browser);
     open("Tavro-Editor", "away");
     testMachine->minimise("away");
-    ASSERT_TRUE(editor && browser && again);
     EXPECT_TRUE(again->isEqual(*editor));
     ASSERT_TRUE(shows({"notes", "page", "letter"}));
     editor->unhide(); // which nobody hid
@@ -114,7 +111,6 @@ TEST_F(WorkspaceContract, TheNextProcessRestoresTheStackingAndWhatTheUserHadPutA
 
 TEST_F(WorkspaceContract, AnOrdinaryWindowOfThisProgramCountsLikeAnyOther) {
     const auto editor = open("Tavro-Editor", "notes");
-    ASSERT_TRUE(editor);
     const auto window = machine().windowServer().createTitledWindow(
         {.contentRect = place, .styleMask = WindowStyleMask::titled, .screen = {}});
     const auto isShown = [&] {
@@ -123,7 +119,6 @@ TEST_F(WorkspaceContract, AnOrdinaryWindowOfThisProgramCountsLikeAnyOther) {
     window->makeKeyAndOrderFront();
     machine().application().activate(true);
     const auto self = frontmostOtherThan(editor);
-    ASSERT_TRUE(self);
     editor->hide();
     EXPECT_TRUE(shows({}));
     EXPECT_TRUE(isShown());
@@ -139,7 +134,6 @@ TEST_F(WorkspaceContract, AnOrdinaryWindowOfThisProgramCountsLikeAnyOther) {
 TEST_F(WorkspaceContract, RequestsToAnApplicationThatHasGoneAreIgnored) {
     const auto editor = open("Tavro-Editor", "notes");
     const auto browser = open("Tavro-Browser", "page", editor);
-    ASSERT_TRUE(editor && browser);
     testMachine->quit("Tavro-Browser");
     testMachine->clickWindow("notes");
     ASSERT_TRUE(isFrontmost(editor));

@@ -103,9 +103,15 @@ protected:
             return testing::AssertionSuccess();
         return testing::AssertionFailure() << "shows " << testing::PrintToString(testMachine->shownTitles());
     }
+    testing::AssertionResult hears(const std::string& expected) {
+        const bool hasHeard = waitUntil([&] { return heard == expected; });
+        return (hasHeard ? testing::AssertionSuccess() : testing::AssertionFailure()) << "heard " << heard;
+    }
 
     static constexpr Rect place{{120, 150}, {500, 300}};
 
+    /// What listeners and handlers write down.
+    std::string heard;
     const std::unique_ptr<TestMachine> testMachine = makeTestMachine();
 };
 
