@@ -77,7 +77,7 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
     };
     QVariantMap shortcuts{{"/commands/default/<Alt>F1", "menu"},
                           {"/commands/custom/override", true},
-                          {"/commands/custom/<Alt>F2/startup-notify", true},
+                          {"/commands/custom/<Alt>F2", true},
                           {"/commands/custom/<Alt>F3", ""},
                           {"/xfwm4/default/<Alt>F4", "close_window_key"},
                           {"/xfwm4/custom/<Alt>F5", "move_window_key"}};

@@ -33,7 +33,7 @@ TEST(PanelGeometry, ThingsOpenBesideThePanelAtTheirPointAndOnItsScreen) {
         {"top, at its end", {0, 0, 1920, 29}, {1908, 14}, {1580, 29, 340, 400}},
         {"top, at its beginning", {0, 0, 1920, 29}, {5, 14}, {0, 29, 340, 400}},
         {"bottom", {0, 1051, 1920, 29}, {1908, 1066}, {1580, 651, 340, 400}},
-        {"right", {1891, 0, 29, 1080}, {1906, 540}, {1551, 340, 340, 400}},
+        {"right, its upper half", {1891, 0, 29, 500}, {1906, 240}, {1551, 40, 340, 400}},
         {"right of the second", {3331, 0, 29, 900}, {3346, 886}, {2991, 500, 340, 400}},
         {"a panel that leaves little room", {0, 0, 1920, 800}, {1000, 700}, {830, 800, 340, 280}},
         {"away from the panel", {0, 0, 1920, 29}, {1000, 500}, {1000, 500, 340, 400}},

@@ -105,6 +105,7 @@ TEST_F(PlistUserDefaultsTest, WhatCannotBeWrittenIsReportedOnceAndTriedAgain) {
     for (const bool value : {true, false}) {
         defaults.setObject("tavro", value);
         queue.runUntilIdle();
+        EXPECT_FALSE(defaults.synchronize());
         EXPECT_EQ(defaults.object("tavro"), PropertyList(value));
     }
     EXPECT_EQ(log.takeDiagnosed().size(), 1u);

@@ -48,11 +48,11 @@ TEST_F(XdgFileManagerTest, TheUsersDirectoriesNameTheDocumentsFolderWhichIsMadeW
         EXPECT_EQ(files.existingDocumentsFolder(), documents);
         EXPECT_TRUE(fs::is_directory(documents));
     }
-    std::ofstream(home / "config" / "user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"/proc/none\"\n";
-    EXPECT_EQ(files.existingDocumentsFolder(), std::nullopt);
     std::ofstream(home / "a file");
-    std::ofstream(home / "config" / "user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"$HOME/a file\"\n";
-    EXPECT_EQ(files.existingDocumentsFolder(), std::nullopt);
+    for (const auto* folder : {"/proc/none", "$HOME/a file"}) {
+        std::ofstream(home / "config" / "user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"" << folder << "\"\n";
+        EXPECT_EQ(files.existingDocumentsFolder(), std::nullopt);
+    }
 }
 
 TEST_F(XdgFileManagerTest, AKillAtAnyMomentLeavesTheOldBytesOrTheNew) {
