@@ -101,15 +101,6 @@ TEST_F(FetchURLSessionTest, WhatTakesTooLongOrIsTooLongIsNoDocument) {
     EXPECT_EQ(fetch(local(server.ports().trusted, "/document"), {.bytes = 3}), std::nullopt);
 }
 
-TEST_F(FetchURLSessionTest, TheUsersProxyIsUsed) {
-    server.setRecord("behind the proxy");
-    qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(server.ports().proxy));
-    EXPECT_EQ(fetch("https://updates.example/releases/version.json"), "behind the proxy");
-    EXPECT_EQ(server.requests(),
-              "CONNECT updates.example:443 HTTP/1.1\nGET /releases/version.json HTTP/1.1\n");
-    qunsetenv("https_proxy");
-}
-
 TEST_F(FetchURLSessionTest, AProgramThatIsMissingOrDiesIsNoDocument) {
     const auto script = folder.path() / "dies";
     std::ofstream(script) << "#!/bin/sh\necho half\nkill -KILL $$\n";

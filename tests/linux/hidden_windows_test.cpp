@@ -15,9 +15,9 @@ using What = Command::What;
 /// The model with a user, other applications and a window manager around it.
 ///
 /// Windows are written bottom to top. "A1" is the first one of application A, "a1" the same minimised; behind
-/// it stand "@2", on workspace 2, "!", with our mark and at first its value, "*", active, "#", not to be
-/// minimised, and "-", no window of an application. What a picture says is minimised stands behind a bar,
-/// since nobody sees its place.
+/// it stand "@2", on workspace 2, "*", active, "#", not to be minimised, "-", no window of an application,
+/// and in a picture "!", with our mark. What is minimised stands behind a bar there, since nobody sees its
+/// place.
 class Desktop {
 public:
     explicit Desktop(const std::string& windows) {
@@ -73,8 +73,6 @@ private:
         window.isMinimised = std::islower(text[0]);
         window.isApplicationWindow = !has('-');
         window.canMinimise = !has('#');
-        if (has('!'))
-            window.hiddenMark = static_cast<std::uint32_t>(text.back() - '0');
         if (has('*'))
             m_list.active = window.id;
     }
@@ -95,12 +93,10 @@ private:
             // The window manager, which may do things later, and the server, of which we may hear later.
             {"focus", [&] { focus(number(object)); }},
             {"busy", [&] { m_isBusy = true; }},
-            {"one", [&] { obeyNext(); }},
             {"calm", [&] { m_isBusy = false; }},
             {"deaf", [&] { m_isDeaf = true; }},
             {"hear", [&] { m_isDeaf = false; }},
             {"maps", [&] { m_wayInPlace = What::map; }},
-            {"neither", [&] { m_wayInPlace = What::watch; }},
             // Our program.
             {"on", [&] { turnOn(); }},
             {"off", [&] { turnOff(); }},
@@ -161,8 +157,12 @@ private:
     }
 
     void carryOut() {
-        for (take(); !m_isBusy && !m_requests.empty(); take())
-            obeyNext();
+        for (take(); !m_isBusy && !m_requests.empty(); take()) {
+            const auto request = m_requests.front();
+            m_requests.erase(m_requests.begin());
+            if (auto* window = find(request.window))
+                obey(request, *window);
+        }
         hear();
         take();
     }
@@ -184,12 +184,6 @@ private:
             note(complaint);
     }
     void note(const std::string& text) { m_sent += (m_sent.empty() ? "" : ", ") + text; }
-    void obeyNext() {
-        const auto request = m_requests.front();
-        m_requests.erase(m_requests.begin());
-        if (auto* window = find(request.window))
-            obey(request, *window);
-    }
     void obey(const Command& request, ClientWindow& window) {
         if (request.what == What::minimise)
             minimise(window);
@@ -262,7 +256,6 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
     } cases[] = {
         {"hidden", "A1 B1 A2 C1*", "on", "C1* | a1! b1! a2!"},
         {"not an application's, not to be minimised", "A1- B1# C1*", "on", "A1 B1 C1* |"},
-        {"only one comes back", "A1 B1 C1*", "on; unhide A; restore", "A1* C1 | b1!"},
         {"hidden again before it has come back", "A1 B1*", "on; unhide A; hide A; restore", "B1* | a1!"},
         {"another state changes", "A1 B1*", "on; maximise A1", "B1* | a1!"},
         {"in front later, by the user", "A1 B1*", "on; off; wait; show A1; on", "A1* | b1!"},
@@ -283,13 +276,10 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
 
         {"the user's: brought back", "A1 A2 B1*", "on; show A1; open A3; go 2; go 1", "B1 A1 A3* | a2!"},
         {"the user's: put away after that", "A1 A2 B1*", "on; show A1; minimise A1; off", "A2 B1* | a1"},
-        {"the user's: the number of another", "A1 B1*", "on; quit A; open A1; minimise A1; show B1; off",
-         "B1* | a1"},
 
         {"elsewhere: left alone", "A1@2 B1*", "on; go 1", ""},
         {"elsewhere: hidden on arrival", "A1@2 C1@2 B1*", "on; maximise A1; wait; go 1; go 2",
          "at 2: B1 | a1@2! c1@2!"},
-        {"elsewhere: back there", "A1@2 C1@2 B1*", "on; go 2; off; go 1", "B1* A1@2 C1@2 |"},
         {"elsewhere: back on arrival", "C1@2 B1* A1@2 B2@2", "on; go 2; go 1; off; go 2",
          "at 2: B1 C1@2 A1@2 B2@2* |"},
         {"elsewhere: hidden again", "A1@2 B1*", "on; go 2; go 1; off; on; go 2", "at 2: B1 | a1@2!"},
@@ -302,24 +292,15 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
         {"elsewhere: the number of another", "A1@2 B1*", "on; quit A; open A1@2; go 2", "at 2: B1 A1@2* |"},
 
         {"under way: off", "A1 B1 A2 B2*", "busy; on; off; calm", ""},
-        {"under way: off after on again", "A1 B1 A2 B2*", "on; busy; off; on; calm; off", ""},
-        {"under way: twice off", "A1 B1 A2 B2*", "busy; on; off; on; off; calm", ""},
         {"under way: twice on", "A1 B1*", "busy; on; on; calm; show A1", "B1 A1* |"},
         {"under way: another state changes", "A1 B1*", "busy; on; maximise A1; calm", "B1* | a1!"},
-        {"under way: the second heard late", "A1 B1*", "on; deaf; off; busy; on; off; hear; on; calm; off",
-         ""},
-        {"under way: half done", "A1 B1 A2 B2*", "on; busy; off; one; on; calm; off", ""},
         {"under way: another in front", "A1 A2 B1*", "on; busy; off; focus A1; on; calm", "B1* | a1! a2!"},
         {"long ago: put away by the user", "A1 B1*", "busy; on; off; calm; wait; minimise A1; on; off",
          "B1* | a1"},
 
         {"after a crash", "A1 B1 a2 C1 B2*", "on; crash; off", "B1 A1 C1 B2* | a2"},
-        {"after a crash, by the marks alone", "a1!1 b1!0 C1*", "off", "B1 A1 C1* |"},
-        {"after a crash, elsewhere", "A1@2 B1*", "on; go 2; go 1; crash; off; go 2", "at 2: B1 A1@2* |"},
         {"the end, elsewhere, of one only", "A1 C1 B1*", "on; go 2; unhide A; restore; leave",
          "at 2: A1 B1 | c1!"},
-        {"the end, elsewhere, by mapping", "A1 C1 B1*", "maps; on; go 2; off; leave", "at 2: A1 C1 B1 |"},
-        {"the end, elsewhere, by no way", "A1 C1 B1*", "neither; on; go 2; off; leave", "at 2: B1 | a1! c1!"},
     };
     for (const auto& [what, windows, steps, expected] : cases) {
         SCOPED_TRACE(what);
@@ -341,15 +322,12 @@ TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
         {"bottom to top, and those that stay in their turn", "b2 A1 B1 C1- A2 B3*", "on; off",
          "unmark A1, activate A1, raise B1, unmark A2, activate A2, raise B3, activate B3, unwatch A1, "
          "unwatch A2"},
-        {"one of the process before, back already", "A1!1 B1*", "off", "unmark A1, activate B1"},
         {"brought back, and not heard of yet", "A1 B1*", "on; deaf; show A1; off",
          "unmark A1, unwatch A1, raise B1, activate A1"},
-        {"the user's is let go", "A1 B1*", "on; show A1", "unmark A1, unwatch A1"},
         {"the end of another is heard late", "A1@2 B1*", "on; go 2; go 1; deaf; quit A; open A1@2; off; hear",
          "watch A1"},
         {"what cannot be minimised", "A1# B1*", "on", "A window of \"A\" cannot be minimised and stays"},
         {"put away by the user before: left alone", "a1 a2@2 B1*", "on", ""},
-        {"elsewhere: only watched", "A1@2 B1*", "on", "watch A1"},
         {"elsewhere: let go", "A1@2 B1*", "on; off", "unwatch A1, activate B1"},
         {"the focus left below, again", "A1 B1 C1*", "on; off; focus A1; focus C1; focus B1", "activate C1"},
         {"the focus by way of another", "A1 B1 C2 C1*", "on; off; focus B1; focus C2; focus A1",

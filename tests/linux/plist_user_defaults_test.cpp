@@ -39,6 +39,7 @@ TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreS
         {"text", "hideDesktop = true\n"},
         {"truncated XML", header + "<dict><key>tavro</key><tr"s},
         {"an array on top", header + "<array><true/></array></plist>"s},
+        {"too large", header + "<dict/>"s + std::string(1 << 16, ' ') + "</plist>"},
         {"binary with wild offsets", "bplist00\xd1\x01\x02Ua"s + std::string(32, '\xff')},
     };
     std::size_t setAside = 0;

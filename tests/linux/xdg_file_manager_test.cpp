@@ -55,32 +55,6 @@ TEST_F(XdgFileManagerTest, TheUsersDirectoriesNameTheDocumentsFolderWhichIsMadeW
     }
 }
 
-TEST_F(XdgFileManagerTest, AKillAtAnyMomentLeavesTheOldBytesOrTheNew) {
-    const std::string contents[] = {std::string(1 << 20, 'a'), std::string(3 << 19, 'b')};
-    const auto file = home / "wallpaper.png";
-    ASSERT_EQ(files.writeAtomically(file, contents[0]), std::nullopt);
-    for (int moment = 0; moment < 30; ++moment) {
-        int rounds[2];
-        ASSERT_EQ(::pipe(rounds), 0);
-        const auto child = ::fork();
-        if (child == 0) {
-            for (unsigned round = 1;; ++round)
-                if (::write(rounds[1], "", 1) != 1 || files.writeAtomically(file, contents[round % 2]))
-                    ::_exit(1);
-        }
-        char begun = 1;
-        EXPECT_EQ(::read(rounds[0], &begun, 1), 1);
-        for (int look = 0; look < 100 * moment; ++look) // another moment of the writing each time
-            EXPECT_TRUE(fs::exists(file));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        ::close(rounds[0]);
-        ::close(rounds[1]);
-        const auto found = contentsOf(file);
-        ASSERT_TRUE(found == contents[0] || found == contents[1]) << found.size() << " bytes, " << moment;
-    }
-}
-
 TEST_F(XdgFileManagerTest, WhatCannotBeWrittenIsSaidAndChangesNothing) {
     const auto file = home / "wallpaper.png";
     ASSERT_EQ(files.writeAtomically(file, "old"), std::nullopt);
