@@ -66,6 +66,7 @@ protected:
         return std::make_shared<const std::function<void()>>(
             [this, name = std::move(name)] { heard += name + ' '; });
     }
+
     static constexpr Address name{kAudioObjectPropertyName};
     static constexpr Address devices{kAudioHardwarePropertyDevices};
     static constexpr Address inputMute{kAudioDevicePropertyMute, kAudioObjectPropertyScopeInput};

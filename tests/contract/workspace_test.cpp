@@ -18,7 +18,7 @@ protected:
     using Application = std::shared_ptr<RunningApplication>;
 
     Workspace& workspace() { return machine().workspace(); }
-    /// Opens a window and returns its application, which is another one than `other`.
+    /// Opens a window and returns its application, which is in front and another one than `other`.
     Application open(const std::string& application, const std::string& title,
                      const Application& other = nullptr) {
         testMachine->openWindow(application, title, place);
