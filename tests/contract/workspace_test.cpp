@@ -64,6 +64,7 @@ TEST_F(WorkspaceContract, ObserversAreNotifiedOfActivationsThatAreInForce) {
     EXPECT_TRUE(hears("browser editor ")) << heard;
     browser->activate(ApplicationActivationOption::ignoringOtherApps);
     EXPECT_TRUE(hears("editor browser ")) << heard;
+    EXPECT_TRUE(shows({"notes", "page"}));
     observation = Observation();
     testMachine->clickWindow("notes");
     EXPECT_TRUE(isFrontmost(editor));
