@@ -2,9 +2,10 @@
 
 #include "notifications/MontereyDND.h"
 #include "notifications/NCPrefs.h"
+#include "notifications/SilencingRecord.h"
+#include "notifications/SilencingRequests.h"
 #include "platform/input/MouseEvents.h"
 #include "platform/notifications/DistributedNotificationCenter.h"
-#include "platform/notifications/NotificationSilencing.h"
 #include "platform/notifications/Preferences.h"
 #include "platform/notifications/RunningProcesses.h"
 #include "platform/process/Accessibility.h"
@@ -31,22 +32,6 @@ constexpr auto preferencesFile = "~/Library/Preferences/com.apple.ncprefs.plist"
 
 SystemServices services() {
     return machine().systemServices().value();
-}
-
-bool isFromTavro() {
-    return machine().userDefaults().boolForKey(DoNotDisturb::fromTavroKey);
-}
-
-void setFromTavro(bool isFromTavro) {
-    machine().userDefaults().setObject(DoNotDisturb::fromTavroKey, isFromTavro);
-}
-
-/// The three lines that every switch begins with.
-void report(const char* what, bool isEnabled) {
-    const auto text = [](bool value) { return value ? "true" : "false"; };
-    machine().log().print(what);
-    machine().log().print(std::string("isEnabled ") + text(isEnabled));
-    machine().log().print(std::string("DNDfromTavro ") + text(isFromTavro()));
 }
 
 void setPreference(const char* key, std::optional<PropertyList> value) {
@@ -92,30 +77,11 @@ private:
     std::optional<MouseEvent> m_up;
 };
 
-// With a switch of the machine's own, its state is asked for once: where it cannot be told, asking again
-// would only take time.
-
-void enable(NotificationSilencing& silencing) {
-    const bool isOn = silencing.isOn().value_or(false);
-    report("ENABLE", isOn);
-    setFromTavro(true);
-    if (!isOn)
-        silencing.setOn(true);
-}
-
-void disable(NotificationSilencing& silencing) {
-    const bool isOn = silencing.isOn().value_or(false);
-    report("DISABLE", isOn);
-    // Where it failed, the next turn-off, of whichever process, finds the flag and tries again.
-    if ((isFromTavro() || isOn) && silencing.setOn(false))
-        setFromTavro(false);
-}
-
 } // namespace
 
 bool DoNotDisturb::isEnabled() {
-    if (auto* silencing = machine().notificationSilencing())
-        return silencing->isOn().value_or(false);
+    if (machine().notificationSilencing())
+        return SilencingRequests::shared().wasOn();
     if (machine().systemVersion() >= monterey)
         return MontereyDND::isEnabled();
     if (machine().systemVersion() >= bigSur)
@@ -137,10 +103,11 @@ bool DoNotDisturb::isEnabledInNCPrefs() {
 }
 
 void DoNotDisturb::enable() {
-    if (auto* silencing = machine().notificationSilencing())
-        return tavro::enable(*silencing);
-    report("ENABLE", isEnabled());
-    setFromTavro(true);
+    if (machine().notificationSilencing())
+        return SilencingRequests::shared().add(true);
+    SilencingRecord::begin(true);
+    SilencingRecord::report(isEnabled());
+    SilencingRecord::setFromTavro(true);
     if (isEnabled())
         return;
     if (machine().systemVersion() < bigSur)
@@ -150,14 +117,15 @@ void DoNotDisturb::enable() {
 }
 
 void DoNotDisturb::disable() {
-    if (auto* silencing = machine().notificationSilencing())
-        return tavro::disable(*silencing);
-    report("DISABLE", isEnabled());
-    if (!isFromTavro() && !isEnabled())
+    if (machine().notificationSilencing())
+        return SilencingRequests::shared().add(false);
+    SilencingRecord::begin(false);
+    SilencingRecord::report(isEnabled());
+    if (!SilencingRecord::isFromTavro() && !isEnabled())
         return;
     if (machine().systemVersion() >= bigSur) {
         toggleByClick();
-        setFromTavro(false);
+        SilencingRecord::setFromTavro(false);
         return;
     }
     writePreferences(false); // and the flag stays

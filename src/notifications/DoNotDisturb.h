@@ -8,11 +8,9 @@ namespace tavro {
 class DoNotDisturb {
 public:
     static constexpr const char* notificationCenterDomain = "com.apple.notificationcenterui";
-    /// User-defaults key: Do Not Disturb has been asked for here. Survives the process, so that the next one
-    /// puts right what this one could not.
-    static constexpr const char* fromTavroKey = "DNDfromTavro";
 
-    /// Whether Do Not Disturb is on now, whoever switched it on.
+    /// Whether Do Not Disturb is on now, whoever switched it on. With a switch of the machine's own, which
+    /// answers later: whether it was on when that was last asked.
     static bool isEnabled();
     static void enable();
     /// Switches it off where it was asked for here or is on, also where the user had switched it on.

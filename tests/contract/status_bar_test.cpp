@@ -38,6 +38,7 @@ protected:
     /// its own, and a user would close that and click again.
     bool rightClickReachesTheItem() {
         return waitUntil([&] {
+            told.clear();
             testMachine->click(EventType::rightMouseUp);
             if (opensMenu() && testMachine->hasStatusItem() && !told.empty())
                 return true;

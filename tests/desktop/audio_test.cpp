@@ -65,7 +65,7 @@ protected:
     }
 
     /// As at the start of the program, but patient, unless a test wants to see that it is not.
-    void launch(PulseAudioHardware::Waits waits = {.first = deadline, .write = deadline, .turn = deadline}) {
+    void launch(PulseAudioHardware::Waits waits = {.first = deadline}) {
         hardware.reset();
         hardware = std::make_unique<PulseAudioHardware>(queue, log, waits);
     }
@@ -130,7 +130,7 @@ protected:
     std::unique_ptr<PulseAudioHardware> hardware;
 };
 
-TEST_F(AudioTest, TheFirstReadShowsAllDevicesAndOneTurnSwitchesThem) {
+TEST_F(AudioTest, TheFirstReadShowsAllDevices) {
     for (int i = 0; i < 10; ++i) {
         server.plugInMicrophone("usb_" + std::to_string(i));
         server.plugInSpeaker("speaker_usb_" + std::to_string(i));
@@ -140,12 +140,14 @@ TEST_F(AudioTest, TheFirstReadShowsAllDevicesAndOneTurnSwitchesThem) {
     launch();
     EXPECT_TRUE(showsTheSame());
     EXPECT_EQ(devices().size(), 24u);
-    for (const auto& devices : {shown(output), shown(input)})
-        for (const auto& [name, device] : devices)
-            EXPECT_EQ(setMute(name, 1), noErr);
-    const auto isMuted = [](const auto& entry) { return entry.second.isMuted; };
-    EXPECT_TRUE(std::ranges::all_of(server.microphones(), isMuted));
-    EXPECT_TRUE(std::ranges::all_of(server.speakers(), isMuted));
+}
+
+TEST_F(AudioTest, WhatWasSentIsInForceAtTheEndOfTheProcess) {
+    for (const auto* name : {"mic_1", "mic_2", "speaker_1"})
+        EXPECT_EQ(setMute(name, 1), noErr);
+    hardware->finish();
+    for (const auto* name : {"mic_1", "mic_2", "speaker_1"})
+        EXPECT_TRUE(AudioServer::isMuted(name)) << name;
 }
 
 TEST_F(AudioTest, AListenerMayRemoveAnyFromWithinItsCall) {
@@ -183,7 +185,7 @@ TEST_F(AudioTest, ARestartedServerIsFoundAgainWithAllThatWasObserved) {
     EXPECT_THAT(devices(), testing::UnorderedElementsAreArray(before));
     EXPECT_TRUE(eventually("word that the microphone is muted now", [&] { return told == 1; }));
     EXPECT_EQ(setMute("mic_1", 0), noErr);
-    EXPECT_FALSE(server.microphones()["mic_1"].isMuted);
+    EXPECT_TRUE(eventually("the microphone live", [&] { return !isMuted("mic_1"); }));
 }
 
 TEST_F(AudioTest, AServerIsFoundByItsSocketAsSoonAsItAppears) {
@@ -212,23 +214,20 @@ TEST_F(AudioTest, AServerThatNothingAnnouncesIsFoundByTryingAgain) {
     qputenv("PULSE_SERVER", before);
 }
 
-// What does not wait does not see an answer either, however soon it comes.
-TEST_F(AudioTest, ASilentServerIsWaitedForOnceAtLaunchAndOnceInATurn) {
+TEST_F(AudioTest, ASilentServerIsWaitedForOnceAtLaunchAndGetsWritesWhenItAnswers) {
     server.freeze();
-    launch({.first = 200ms, .write = 200ms});
+    launch({.first = 200ms});
     EXPECT_THAT(devices(), IsEmpty());
     server.thaw();
     EXPECT_THAT(devices(), IsEmpty()) << "waited a second time";
     ASSERT_TRUE(comesToShowTheSame());
 
     server.freeze();
-    EXPECT_NE(setMute("mic_1", 1), noErr);
+    EXPECT_EQ(setMute("mic_1", 1), noErr);
     EXPECT_FALSE(isMuted("mic_1"));
     server.thaw();
-    EXPECT_NE(setMute("mic_2", 1), noErr) << "waited a second time";
-    EXPECT_TRUE(comesToShowTheSame()) << "whatever it did with the writes";
-    EXPECT_TRUE(eventually("a write that is confirmed", [&] { return setMute("mic_1", 0) == noErr; }));
-    EXPECT_FALSE(server.microphones()["mic_1"].isMuted);
+    EXPECT_TRUE(eventually("the write confirmed", [&] { return isMuted("mic_1"); }));
+    EXPECT_TRUE(showsTheSame());
 }
 
 TEST_F(AudioTest, NothingWakesUpByItselfWhileAServerRuns) {
@@ -237,7 +236,8 @@ TEST_F(AudioTest, NothingWakesUpByItselfWhileAServerRuns) {
     ASSERT_TRUE(eventually("no devices", [&] { return devices().empty(); }));
     server.start();
     ASSERT_TRUE(comesToShowTheSame());
-    ASSERT_TRUE(eventually("a confirmed write", [&] { return setMute("mic_1", 1) == noErr; }));
+    EXPECT_EQ(setMute("mic_1", 1), noErr);
+    ASSERT_TRUE(eventually("a confirmed write", [&] { return isMuted("mic_1"); }));
     EXPECT_TRUE(eventually("rest", [] { return awakeningsWithin(200ms) <= 2; }));
 }
 

@@ -56,7 +56,7 @@ TEST_P(Notifications, WhatTheUserHadSwitchedOnEndsWithThePresentation) {
     auto tavro = launch();
     notifications.userSwitchesOn();
     toggle(*tavro);
-    EXPECT_EQ(tavro->linesOfOutput("isEnabled true"), 1);
+    EXPECT_TRUE(tavro->waitForLine("isEnabled true", 1));
     turnOff(*tavro, notifications);
     quit(tavro);
     EXPECT_EQ(tavro->errors(), "");
@@ -72,7 +72,7 @@ TEST_P(Notifications, TurningOffInTheNextLaunchEndsWhatAKilledProcessLeftOn) {
     EXPECT_TRUE(notifications.isOn());
     tavro = launch();
     toggle(*tavro);
-    EXPECT_EQ(tavro->linesOfOutput("DNDfromTavro true"), 1);
+    EXPECT_TRUE(tavro->waitForLine("DNDfromTavro true", 1));
     turnOff(*tavro, notifications);
     quit(tavro);
 }
@@ -98,9 +98,10 @@ TEST_F(DesktopTest, AHungNotificationServerIsWaitedForOnceAndSwitchedWhenItRecov
                                   [this] { return areMinimised(windowsBesides("Chat")); }));
     toggle(*tavro);
     toggle(*tavro);
-    EXPECT_EQ(tavro->errors(),
-              "tavropro: Do Not Disturb cannot be switched: org.freedesktop.Notifications does "
-              "not answer\n");
+    EXPECT_TRUE(server.eventually("one line", [&] {
+        return tavro->errors() ==
+               "tavropro: Do Not Disturb cannot be switched: org.freedesktop.Notifications does not answer\n";
+    })) << tavro->errors();
     notifications.thaw();
     EXPECT_TRUE(server.eventually("Do Not Disturb on", [&] { return notifications.isOn(); }));
     EXPECT_FALSE(notifications.showsANotification());

@@ -144,7 +144,8 @@ public:
         return QtScreens::coordinates().fromToolkit(QRect(place.x, place.y, place.width, place.height));
     }
 
-    // The answer to a question marks that the panel has also seen what was sent to it before.
+    // The answer to a question marks that the panel has also seen what was sent to it before, and we what it
+    // has sent.
     bool hasStatusItem() override {
         constexpr int answerMilliseconds = 1000;
         auto question =
@@ -152,9 +153,12 @@ public:
                                            "org.freedesktop.DBus.Properties", "Get");
         question << "org.kde.StatusNotifierWatcher"
                  << "IsStatusNotifierHostRegistered";
-        return !m_tray.isEmpty() &&
-               QDBusConnection::sessionBus().call(question, QDBus::BlockWithGui, answerMilliseconds).type() ==
-                   QDBusMessage::ReplyMessage;
+        if (m_tray.isEmpty())
+            return false;
+        const auto answer =
+            QDBusConnection::sessionBus().call(question, QDBus::BlockWithGui, answerMilliseconds);
+        QCoreApplication::processEvents();
+        return answer.type() == QDBusMessage::ReplyMessage;
     }
     // Panels keep Alt-clicks to themselves; the middle button stands for them.
     void click(EventType type, unsigned modifierFlags) override {

@@ -22,6 +22,7 @@ struct Generation {
     std::string journalOf(const std::function<void()>& call) {
         mac.journal().clear();
         call();
+        mac.mainQueue().runUntilIdle();
         return joined(mac.journal().lines());
     }
     bool isSilent() { return mac.systemNotificationCenter().isSilent(); }
@@ -135,8 +136,8 @@ TEST(DoNotDisturbTest, MachinesOwnSwitchIsUsedWhereThereIsOne) {
     Generation other({14, 0});
     auto& silencing = other.mac.addNotificationSwitch();
     EXPECT_EQ(other.journalOf(&DoNotDisturb::enable), report("ENABLE", false, false) + flagSet + on);
-    EXPECT_TRUE(DoNotDisturb::isEnabled());
     EXPECT_EQ(other.journalOf(&DoNotDisturb::enable), report("ENABLE", true, true) + flagSet);
+    EXPECT_TRUE(DoNotDisturb::isEnabled());
     silencing.fails = true; // in one line, and the next turn-off tries again
     EXPECT_EQ(other.journalOf(&DoNotDisturb::disable), report("DISABLE", false, true) + off);
     EXPECT_EQ(other.mac.log().takeDiagnosed().size(), 1u);
@@ -144,8 +145,14 @@ TEST(DoNotDisturbTest, MachinesOwnSwitchIsUsedWhereThereIsOne) {
     EXPECT_EQ(other.journalOf(&DoNotDisturb::disable), report("DISABLE", true, true) + off + flagCleared);
     EXPECT_EQ(other.journalOf(&DoNotDisturb::disable), report("DISABLE", false, false));
     silencing.state = true; // by the user
-    DoNotDisturb::disable();
+    other.journalOf(&DoNotDisturb::disable);
     EXPECT_FALSE(silencing.state);
+    const auto onAndOff = [] {
+        DoNotDisturb::enable();
+        DoNotDisturb::disable();
+    };
+    EXPECT_EQ(other.journalOf(onAndOff), report("ENABLE", false, false) + flagSet + on + "; " +
+                                             report("DISABLE", true, true) + off + flagCleared);
 }
 
 } // namespace

@@ -73,7 +73,8 @@ public:
     virtual OSStatus getPropertyData(AudioObjectID object, const AudioObjectPropertyAddress& address,
                                      std::uint32_t size, AudioPropertyValue& value) const = 0;
     virtual bool hasProperty(AudioObjectID object, const AudioObjectPropertyAddress& address) const = 0;
-    /// Only the mute flag can be set. Success means that the server has confirmed it.
+    /// Only the mute flag can be set. Success means that the machine has taken it; it is in force, and reads
+    /// show it, at once or soon, when listeners hear of it.
     virtual OSStatus setPropertyData(AudioObjectID object, const AudioObjectPropertyAddress& address,
                                      std::uint32_t size, const AudioPropertyValue& value) = 0;
     /// A listener that is registered twice is called twice for each change.

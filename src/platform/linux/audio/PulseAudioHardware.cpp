@@ -58,7 +58,6 @@ std::optional<AudioPropertyValue> deviceProperty(const PulseDevice& device, Audi
 PulseAudioHardware::PulseAudioHardware(MainQueue& queue, Log& log, Waits waits)
     : m_queue(queue)
     , m_waits(waits)
-    , m_waitLeft(waits.turn)
     , m_connection(m_mirror, log, waits.retry, [this] { mirrorChanged(); }) {}
 
 void PulseAudioHardware::waitAtFirst() const {
@@ -135,25 +134,7 @@ OSStatus PulseAudioHardware::setPropertyData(AudioObjectID object, const AudioOb
     const auto* word = std::get_if<std::uint32_t>(&value);
     if (size != audioPropertyWordSize || !word)
         return kAudioHardwareBadPropertySizeError;
-    return setMute(object, *word != 0);
-}
-
-OSStatus PulseAudioHardware::setMute(AudioObjectID object, bool isMuted) {
-    if (!std::exchange(m_turnIsLimited, true))
-        m_queue.async([this] {
-            m_turnIsLimited = false;
-            m_waitLeft = m_waits.turn;
-        });
-    const auto begin = Clock::now();
-    const auto deadline = begin + std::min<Clock::duration>(m_waits.write, m_waitLeft);
-    const auto status = m_connection.setMute(*m_mirror.device(object), isMuted, deadline);
-    const auto end = Clock::now();
-    m_waitLeft = end < deadline ? m_waitLeft - (end - begin) : Clock::duration::zero();
-    if (status == noErr) {
-        m_mirror.confirmMute(object, isMuted);
-        mirrorChanged();
-    }
-    return status;
+    return m_connection.setMute(object, *m_mirror.device(object), *word != 0);
 }
 
 OSStatus PulseAudioHardware::addPropertyListener(AudioObjectID object,
@@ -176,6 +157,10 @@ OSStatus PulseAudioHardware::removePropertyListener(AudioObjectID object,
         return kAudioHardwareUnspecifiedError;
     m_listeners.erase(found);
     return findObject(object);
+}
+
+void PulseAudioHardware::finish() {
+    m_connection.waitForAnswers(Clock::now() + m_waits.finish);
 }
 
 AudioObjectPropertyAddress PulseAudioHardware::addressOf(const PulseMirror::Change& change) const {

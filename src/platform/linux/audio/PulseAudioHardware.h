@@ -17,11 +17,9 @@ class MainQueue;
 /// than monitors are inputs.
 ///
 /// - Reads answer from a mirror. Only the very first call may wait, and only while a server is being
-/// connected
-///   to, so that a program which asks at launch sees the devices.
-/// - Writes wait for the server's word, and all those of one turn of the main loop together have a limit.
-/// After one that has waited in vain, the others of its turn do not wait at all. What is not
-///   confirmed is a failure, though the server may carry it out when it answers again.
+///   connected to, so that a program which asks at launch sees the devices.
+/// - Writes are sent and not waited for. The mirror shows one, and its listeners hear of it, when the server
+///   has confirmed it.
 /// - A device is the one of its kind and server name. It keeps its number and its listeners while it is away,
 ///   unplugged or with its server; on its return they are told if it differs from before.
 /// - Without a server there is no property of the system to read, and there are no devices.
@@ -29,7 +27,7 @@ class PulseAudioHardware final : public AudioHardware {
 public:
     /// What is waited for at the most, and how long after the first attempt to connect the next one comes.
     struct Waits {
-        std::chrono::milliseconds first{300}, write{500}, turn{2000}, retry{1000};
+        std::chrono::milliseconds first{300}, finish{500}, retry{1000};
     };
 
     PulseAudioHardware(MainQueue& queue, Log& log, Waits waits);
@@ -50,6 +48,9 @@ public:
     OSStatus removePropertyListener(AudioObjectID object, const AudioObjectPropertyAddress& address,
                                     const AudioPropertyListener& listener) override;
 
+    /// Waits until the server has confirmed what was sent; for the end of the process.
+    void finish();
+
 private:
     struct Registration {
         std::uint64_t number = 0;
@@ -63,7 +64,6 @@ private:
     OSStatus read(AudioObjectID object, const AudioObjectPropertyAddress& address,
                   AudioPropertyValue& value) const;
     std::optional<AudioPropertyValue> systemProperty(const AudioObjectPropertyAddress& address) const;
-    OSStatus setMute(AudioObjectID object, bool isMuted);
     void mirrorChanged();
     AudioObjectPropertyAddress addressOf(const PulseMirror::Change& change) const;
     void callListeners();
@@ -72,8 +72,6 @@ private:
     const Waits m_waits;
     PulseMirror m_mirror;
     mutable bool m_hasWaited = false;
-    PulseConnection::Clock::duration m_waitLeft; // in this turn of the main loop
-    bool m_turnIsLimited = false;
     std::vector<Registration> m_listeners;
     std::uint64_t m_lastRegistration = 0;
     std::vector<std::uint64_t> m_calls;   // numbers of registrations, in order

@@ -11,7 +11,7 @@ namespace tavro {
 
 namespace {
 
-constexpr std::chrono::milliseconds longestRetryDelay{30'000};
+constexpr std::chrono::milliseconds longestRetryDelay{30'000}, longestSilence{1000};
 
 PulseDeviceKind kindOf(const pa_sink_info&) {
     return PulseDeviceKind::sink;
@@ -78,6 +78,9 @@ PulseConnection::PulseConnection(PulseMirror& mirror, Log& log, std::chrono::mil
         m_retryDelay = m_firstRetryDelay;
         connect();
     }) {
+    m_silence.setSingleShot(true);
+    QObject::connect(&m_silence, &QTimer::timeout, &m_silence,
+                     [this] { m_log.diagnose("The audio server does not answer"); });
     m_retry.setSingleShot(true);
     QObject::connect(&m_retry, &QTimer::timeout, &m_retry, [this] { connect(); });
     connect();
@@ -85,6 +88,7 @@ PulseConnection::PulseConnection(PulseMirror& mirror, Log& log, std::chrono::mil
 
 PulseConnection::~PulseConnection() {
     m_requests.clear(); // before the context that they are requests of
+    m_writes.clear();
     m_context.reset();
 }
 
@@ -92,6 +96,7 @@ PulseConnection::~PulseConnection() {
 // not.
 void PulseConnection::connect() {
     m_requests.clear();
+    m_writes.clear();
     m_retry.stop();
     m_socketWatch.remember();
     m_context = makeContext(m_loop.api());
@@ -142,6 +147,7 @@ void PulseConnection::lost() {
     if (m_mirror.isComplete())
         m_log.diagnose("The audio server has gone");
     m_mirror.disconnected();
+    m_silence.stop();
     m_retry.start(m_retryDelay);
     m_retryDelay = std::min(2 * m_retryDelay, longestRetryDelay);
     m_socketWatch.start();
@@ -224,28 +230,48 @@ void PulseConnection::waitForListing(Clock::time_point deadline) {
     m_loop.runUntil([this] { return m_mirror.isComplete() || hasFailed(); }, deadline);
 }
 
-// By its name: the index may be another device's by the time that the request arrives.
-OSStatus PulseConnection::setMute(const PulseDevice& device, bool isMuted, Clock::time_point deadline) {
-    struct Answer {
-        bool hasCome = false;
-        OSStatus status = kAudioHardwareUnspecifiedError;
-    };
+// By its name: the index may be another device's by the time that the request arrives. One that is on its way
+// with the same flag need not be sent again.
+OSStatus PulseConnection::setMute(AudioObjectID object, const PulseDevice& device, bool isMuted) {
     if (!isReady())
         return kAudioHardwareNotRunningError;
-    const auto name = device.name; // the device itself may go while we wait
-    Answer answer;
+    const auto last = std::find_if(m_writes.rbegin(), m_writes.rend(),
+                                   [&](const auto& write) { return write.object == object; });
+    if (last != m_writes.rend() && last->isMuted == isMuted)
+        return noErr;
+    auto& write = m_writes.emplace_back(Write{*this, object, device.name, isMuted, nullptr});
     const auto request = device.kind == PulseDeviceKind::sink ? &pa_context_set_sink_mute_by_name
                                                               : &pa_context_set_source_mute_by_name;
-    const PulseOperation operation(request(
-        m_context.get(), name.c_str(), isMuted,
-        [](pa_context* context, int succeeded, void* userdata) {
-            *static_cast<Answer*>(userdata) = {true, succeeded ? noErr : statusOf(context)};
+    write.operation.reset(request(
+        m_context.get(), write.name.c_str(), isMuted,
+        [](pa_context*, int succeeded, void* userdata) {
+            auto& answered = *static_cast<Write*>(userdata);
+            answered.connection.answered(answered, succeeded);
         },
-        &answer));
-    if (!operation)
+        &write));
+    if (!write.operation) {
+        m_writes.pop_back();
         return statusOf(m_context.get());
-    m_loop.runUntil([&] { return answer.hasCome || hasFailed(); }, deadline);
-    return answer.status;
+    }
+    if (!m_silence.isActive())
+        m_silence.start(longestSilence);
+    return noErr;
+}
+
+void PulseConnection::answered(Write& write, int succeeded) {
+    if (succeeded)
+        m_mirror.confirmMute(write.object, write.isMuted);
+    else
+        m_log.diagnose("The audio server does not " + std::string(write.isMuted ? "mute " : "unmute ") +
+                       write.name + ": " + pa_strerror(pa_context_errno(m_context.get())));
+    m_writes.remove_if([&](const auto& each) { return &each == &write; });
+    if (m_writes.empty())
+        m_silence.stop();
+    m_mirrorChanged();
+}
+
+void PulseConnection::waitForAnswers(Clock::time_point deadline) {
+    m_loop.runUntil([this] { return m_writes.empty(); }, deadline);
 }
 
 } // namespace tavro

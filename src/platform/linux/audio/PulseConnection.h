@@ -9,6 +9,7 @@
 #include <pulse/subscribe.h>
 
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
 
@@ -33,9 +34,11 @@ public:
 
     /// Waits until the mirror is complete, the attempt to connect has failed, or the deadline is over.
     void waitForListing(Clock::time_point deadline);
-    /// Success means that the server has confirmed it. A request that it does not answer by the deadline is a
-    /// failure, although it may be carried out later.
-    OSStatus setMute(const PulseDevice& device, bool isMuted, Clock::time_point deadline);
+    /// Sends it; the mirror shows it when the server has confirmed it. What the server refuses, or does not
+    /// answer for a second, is a line of the log, although it may still carry out the latter.
+    OSStatus setMute(AudioObjectID object, const PulseDevice& device, bool isMuted);
+    /// Waits until the server has answered all that was sent, or the deadline is over.
+    void waitForAnswers(Clock::time_point deadline);
 
 private:
     /// A question that is under way, with what has come of the answer.
@@ -43,6 +46,15 @@ private:
         PulseConnection& connection;
         PulseQuestion question;
         std::vector<PulseDevice> devices;
+        PulseOperation operation;
+    };
+
+    /// A flag that is on its way to the server.
+    struct Write {
+        PulseConnection& connection;
+        AudioObjectID object = 0;
+        std::string name;
+        bool isMuted = false;
         PulseOperation operation;
     };
 
@@ -56,6 +68,7 @@ private:
     void askQuestions();
     PulseOperation send(Request& request);
     void finished(const Request& request);
+    void answered(Write& write, int succeeded);
     template <class Info>
     static void deviceInfo(pa_context* context, const Info* info, int end, void* request);
     static void serverInfo(pa_context* context, const pa_server_info* info, void* request);
@@ -66,6 +79,8 @@ private:
     PulseMainLoop m_loop;
     PulseContext m_context;
     std::map<std::uint64_t, std::unique_ptr<Request>> m_requests; // by ticket
+    std::list<Write> m_writes;                                    // in their order
+    QTimer m_silence;
     QTimer m_retry;
     const std::chrono::milliseconds m_firstRetryDelay;
     std::chrono::milliseconds m_retryDelay;

@@ -61,6 +61,7 @@ void BoundedBus::stopWaitingFor(const QString& service) {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, service, answer] {
         m_silent.remove(service);
         answer->deleteLater();
+        Q_EMIT serviceAnswers();
     });
 }
 

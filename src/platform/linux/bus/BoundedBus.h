@@ -34,6 +34,8 @@ using BusReply = Result<QVariantList, BusFailure>;
 /// run into the bound gets later ones as well, in their order, but nobody waits for it until it has answered
 /// something.
 class BoundedBus final : public QObject {
+    Q_OBJECT
+
 public:
     static constexpr std::chrono::milliseconds standardBound{500};
 
@@ -48,6 +50,10 @@ public:
 
     bool waitsFor(const QString& service) const { return !m_silent.contains(service); }
     std::chrono::milliseconds bound() const { return m_bound; }
+
+Q_SIGNALS:
+    /// A service that had let a call run into the bound answers again.
+    void serviceAnswers();
 
 private:
     void stopWaitingFor(const QString& service);

@@ -2,7 +2,7 @@
 
 #include "platform/linux/bus/GVariantText.h"
 
-#include <QCoreApplication>
+#include <QAbstractEventDispatcher>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -20,7 +20,7 @@ struct GiveUp {
             delete process;
             return;
         }
-        process->setParent(QCoreApplication::instance()); // should its end come after ours
+        process->setParent(QAbstractEventDispatcher::instance()); // should its end come after the thread's
         QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
         process->kill();
     }

@@ -39,8 +39,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, MenuProperties& p
 QDBusArgument& operator<<(QDBusArgument& argument, const MenuEvent& event);
 const QDBusArgument& operator>>(const QDBusArgument& argument, MenuEvent& event);
 
-/// A menu that a panel shows for us (com.canonical.dbusmenu, version 3): the root is entry 0, and its items are
-/// numbered from 1 in their order. The menu does not change while it is exported.
+/// A menu that a panel shows for us (com.canonical.dbusmenu, version 3): the root is entry 0, and its items
+/// are numbered from 1 in their order. The menu does not change while it is exported.
 class ExportedMenu final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")

@@ -88,6 +88,8 @@ void TrayHost::becameAvailable(Kind kind) {
     m_newTray = {};
     for (const auto& block : std::exchange(m_waiting, {}))
         block();
+    if (kind == Kind::statusNotifier)
+        m_queue.async([this] { openConnection(); });
 }
 
 std::unique_ptr<TrayIcon> TrayHost::makeIcon(const TrayIcon::Identity& identity,
@@ -107,19 +109,16 @@ std::unique_ptr<TrayIcon> TrayHost::makeIcon(const TrayIcon::Identity& identity,
 // Watchers know an item by its bus name and forget it with that alone, so each needs one, and since the
 // item's path is given, a connection besides.
 QDBusConnection TrayHost::takeConnection() {
-    const auto open = [this] {
-        const auto name = QStringLiteral("tavropro-tray-%1").arg(++m_openedConnections);
-        m_connections.push_back(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name));
-    };
     if (m_connections.empty())
-        open();
+        openConnection();
     const auto taken = m_connections.back();
     m_connections.pop_back();
-    m_queue.async([this, open] {
-        if (m_connections.empty())
-            open();
-    });
     return taken;
+}
+
+void TrayHost::openConnection() {
+    const auto name = QStringLiteral("tavropro-tray-%1").arg(++m_openedConnections);
+    m_connections.push_back(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name));
 }
 
 } // namespace tavro

@@ -43,6 +43,7 @@ private:
     void becameAvailable(Kind kind);
     bool embeddingHasOwner() const;
     QDBusConnection takeConnection();
+    void openConnection();
 
     XConnection& m_x;
     MainQueue& m_queue;
@@ -52,7 +53,7 @@ private:
     bool m_reported = false;
     std::vector<std::function<void()>> m_waiting;
     Observation m_newTray;
-    /// That no item uses. Opening one waits for the bus, so that one is always kept ready.
+    /// That no item uses. Opening one waits for the bus: a spare one is opened ahead.
     std::vector<QDBusConnection> m_connections{QDBusConnection::sessionBus()};
     int m_openedConnections = 0;
     int m_itemsMade = 0;

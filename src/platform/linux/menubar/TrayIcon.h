@@ -26,8 +26,8 @@ public:
 
     virtual ~TrayIcon() = default;
     virtual void setIcon(const QIcon& icon) = 0;
-    /// The tray shows the menu on a right click, which is then not reported as one. `opens` runs each time the
-    /// tray is about to.
+    /// The tray shows the menu on a right click, which is then not reported as one. `opens` runs each time
+    /// the tray is about to.
     virtual void setMenu(std::shared_ptr<const Menu> menu, std::function<void()> opens) = 0;
     /// Puts it into the tray, once.
     virtual void show() = 0;

@@ -60,6 +60,7 @@ std::optional<bool> DesktopSilencing::isOn() {
 }
 
 bool DesktopSilencing::setOn(bool isOn) {
+    m_owed = isOn;
     auto* server = serverSwitch();
     if (!server)
         return false;
@@ -67,8 +68,14 @@ bool DesktopSilencing::setOn(bool isOn) {
         report(*failure);
         return false;
     }
+    m_owed.reset();
     m_reported.clear();
     return true;
+}
+
+void DesktopSilencing::catchUp() {
+    if (m_owed)
+        setOn(*m_owed);
 }
 
 NotificationSwitch* DesktopSilencing::serverSwitch() {

@@ -3,9 +3,9 @@
 #include "platform/linux/bus/BoundedBus.h"
 #include "platform/linux/bus/GSettings.h"
 #include "platform/linux/notifications/NotificationSwitch.h"
-#include "platform/notifications/NotificationSilencing.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tavro {
@@ -14,16 +14,21 @@ class Log;
 
 /// The switch of whatever notification server runs: the one that owns org.freedesktop.Notifications on the
 /// session bus, known by what it says of itself (Desktop Notifications standard, GetServerInformation).
-/// It is asked that once; another owner of the name is another server.
-class DesktopSilencing final : public NotificationSilencing {
+/// It is asked that once; another owner of the name is another server. Calls wait for its answer, within the
+/// bound of the bus; what fails says so in one line of the log, once until something else happens.
+class DesktopSilencing final {
 public:
     DesktopSilencing(BoundedBus& bus, const GSettings& settings, Log& log)
         : m_bus(bus)
         , m_settings(settings)
         , m_log(log) {}
 
-    std::optional<bool> isOn() override;
-    bool setOn(bool isOn) override;
+    /// None when that cannot be told.
+    std::optional<bool> isOn();
+    /// False when it did not happen, or not yet.
+    bool setOn(bool isOn);
+    /// Does what the last `setOn` did not; for when a server answers again.
+    void catchUp();
 
 private:
     NotificationSwitch* serverSwitch();
@@ -36,7 +41,8 @@ private:
     Log& m_log;
     QString m_owner;
     std::unique_ptr<NotificationSwitch> m_switch;
-    std::string m_reported; // last, and nothing has worked since
+    std::string m_reported;     // last, and nothing has worked since
+    std::optional<bool> m_owed; // asked for, and not done
 };
 
 } // namespace tavro

@@ -32,7 +32,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_keyboard(*m_x, m_mainQueue)
     , m_eventMonitors(m_keyboard)
     , m_hotKeyCenter(*m_x, m_keyboard, *m_desktop, m_mainQueue, log)
-    , m_notificationSilencing(m_bus, m_settings, log)
+    , m_notificationSilencing(log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())
     , m_images(helper("tavropro-heif"), log)
@@ -44,6 +44,8 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_application(signals,
                     [this] {
                         m_workspace.finish();
+                        m_audioHardware.finish();
+                        m_notificationSilencing.finish();
                         m_userDefaults.synchronize();
                     })
     , m_statusBar(*m_x, m_mainQueue, log, m_application)

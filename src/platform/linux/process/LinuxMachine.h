@@ -11,7 +11,7 @@
 #include "platform/linux/input/XKeyboard.h"
 #include "platform/linux/menubar/TrayControlStrip.h"
 #include "platform/linux/menubar/TrayStatusBar.h"
-#include "platform/linux/notifications/DesktopSilencing.h"
+#include "platform/linux/notifications/BackgroundSilencing.h"
 #include "platform/linux/process/LinuxAccessibility.h"
 #include "platform/linux/process/LinuxApplication.h"
 #include "platform/linux/process/QtMainQueue.h"
@@ -80,7 +80,7 @@ private:
     QtEventMonitors m_eventMonitors;
     XHotKeyCenter m_hotKeyCenter;
     LinuxAccessibility m_accessibility;
-    DesktopSilencing m_notificationSilencing;
+    BackgroundSilencing m_notificationSilencing;
     PlistUserDefaults m_userDefaults;
     AutostartEntry m_loginItem;
     XdgFileManager m_fileManager;

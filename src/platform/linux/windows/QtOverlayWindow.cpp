@@ -7,6 +7,7 @@
 
 #include <QBackingStore>
 #include <QBitmap>
+#include <QGuiApplication>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QWindow>
@@ -189,6 +190,8 @@ void QtOverlayWindow::show() {
     if (isFloating())
         m_surface->raise();
     updateShape();
+    // The toolkit sends what it has buffered when the next event comes from the server, which may take long.
+    xcb_flush(qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection());
 }
 
 // What the toolkit paints is rounded to points: it may miss the last pixel of the screen, where what lies

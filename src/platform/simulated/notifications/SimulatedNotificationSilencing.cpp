@@ -4,16 +4,20 @@
 
 namespace tavro {
 
-std::optional<bool> SimulatedNotificationSilencing::isOn() {
-    return reportsFailure() ? std::nullopt : std::optional(state);
+void SimulatedNotificationSilencing::askIsOn(std::function<void(std::optional<bool>)> answer) {
+    m_queue.async([this, answer = std::move(answer)] {
+        answer(reportsFailure() ? std::nullopt : std::optional(state));
+    });
 }
 
-bool SimulatedNotificationSilencing::setOn(bool isOn) {
-    m_journal.record("notificationSilencing.setOn", isOn);
-    if (reportsFailure())
-        return false;
-    state = isOn;
-    return true;
+void SimulatedNotificationSilencing::setOn(bool isOn, std::function<void(bool)> completion) {
+    m_queue.async([this, isOn, completion = std::move(completion)] {
+        m_journal.record("notificationSilencing.setOn", isOn);
+        const bool isDone = !reportsFailure();
+        if (isDone)
+            state = isOn;
+        completion(isDone);
+    });
 }
 
 bool SimulatedNotificationSilencing::reportsFailure() {

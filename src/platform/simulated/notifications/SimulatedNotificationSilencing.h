@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/notifications/NotificationSilencing.h"
+#include "platform/process/MainQueue.h"
 #include "platform/simulated/process/Journal.h"
 #include "platform/simulated/process/SimulatedLog.h"
 
@@ -9,12 +10,13 @@ namespace tavro {
 /// The switch of a notification server.
 class SimulatedNotificationSilencing final : public NotificationSilencing {
 public:
-    SimulatedNotificationSilencing(Journal& journal, SimulatedLog& log)
+    SimulatedNotificationSilencing(Journal& journal, SimulatedLog& log, MainQueue& queue)
         : m_journal(journal)
-        , m_log(log) {}
+        , m_log(log)
+        , m_queue(queue) {}
 
-    std::optional<bool> isOn() override;
-    bool setOn(bool isOn) override;
+    void askIsOn(std::function<void(std::optional<bool>)> answer) override;
+    void setOn(bool isOn, std::function<void(bool)> completion) override;
 
     bool state = false;
     /// There is no server, or it does not answer.
@@ -25,6 +27,7 @@ private:
 
     Journal& m_journal;
     SimulatedLog& m_log;
+    MainQueue& m_queue;
     bool m_reported = false;
 };
 

@@ -18,7 +18,7 @@ SimulatedMac::SimulatedMac(SystemVersion version)
     , m_urlSession(m_journal)
     , m_distributedNotificationCenter(m_journal)
     , m_mouseEvents(m_journal)
-    , m_notificationSilencing(m_journal, m_log)
+    , m_notificationSilencing(m_journal, m_log, m_mainQueue)
     , m_preferences(m_journal)
     , m_userDefaults(m_journal, m_log, m_mainQueue)
     , m_systemNotificationCenter(version, m_journal, m_files, m_preferences, m_mouseEvents, m_accessibility,

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/notifications/NotificationSilencing.h"
+
+#include <QObject>
+#include <QThread>
+
+namespace tavro {
+
+class Log;
+
+/// The switch of the desktop's notification server, asked on a thread of its own: servers, and the stores of
+/// their settings, may take their time.
+class BackgroundSilencing final : public QObject, public NotificationSilencing {
+public:
+    /// The log is written to from that thread.
+    explicit BackgroundSilencing(Log& log);
+    ~BackgroundSilencing() override;
+
+    void askIsOn(std::function<void(std::optional<bool>)> answer) override;
+    void setOn(bool isOn, std::function<void(bool)> completion) override;
+
+    /// Waits until all that was asked is done, and what its blocks asked in turn; within a bound. For the end
+    /// of the process.
+    void finish();
+
+private:
+    class Worker;
+    /// Runs the question on the thread, and the block with its answer on this one.
+    template <class Question, class Block>
+    void run(Question question, Block block);
+
+    QThread m_thread;
+    Worker* m_worker; // lives on the thread, and ends with it
+    int m_pending = 0;
+};
+
+} // namespace tavro
