@@ -12,6 +12,7 @@ using HideAppsTest = SimulatedMacTest;
 TEST_F(HideAppsTest, HidesEverythingWhenNothingIsInFront) {
     openWindow("Editor");
     Process process(mac);
+    HideApps::rememberFrontmost();
     mac.workspace().userActivatesNothing();
     HideApps::hideOthers();
     HideApps::showAll();

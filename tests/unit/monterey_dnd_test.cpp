@@ -49,7 +49,7 @@ TEST_F(MontereyDNDTest, ScheduleEndsOnTheHourAndMaySpanMidnight) {
         {R"({"enabledSetting":4294967298,"timePeriodStartTimeHour":9,"timePeriodEndTimeHour":17})",
          {9, 0},
          true},
-        {R"({"enabledSetting":2,"timePeriodStartTimeHour":-2147483648,"timePeriodEndTimeHour":2147483647})",
+        {R"({"enabledSetting":2,"timePeriodStartTimeHour":-2147483647.0,"timePeriodEndTimeHour":2147483647.0})",
          {9, 0},
          true},
         {R"({"enabledSetting":2,"timePeriodStartTimeHour":-1e300,"timePeriodEndTimeHour":24})",

@@ -44,6 +44,8 @@ TEST_F(VersionObserverTest, RecordDecidesWhetherTheVersionIsCurrent) {
         {"a list as address", R"({"version": "9", "url": []})", error + "\"url\" is not a string"},
         {"an address with a space", R"({"version": "9", "url": "over there"})",
          error + "\"url\" is not a URL"},
+        {"an address with a brace", R"({"version": "9", "url": "https://{host}"})",
+         error + "\"url\" is not a URL"},
         {"an empty address", R"({"version": "9", "url": ""})", error + "\"url\" is not a URL"},
         {"a huge number", R"({"size": 1e999})", error + "a number beyond all bounds"},
         {"deeply nested", std::string(60000, '['), error + "not JSON, at byte 60001"},
