@@ -8,13 +8,11 @@ namespace tavro {
 namespace {
 
 using Role = QAccessible::Role;
+using Said = std::vector<std::pair<Role, std::string>>;
 
 /// As assistive technology sees it.
 class AccessibilityTest : public UiTest {
 protected:
-    static std::string text(const QAccessibleInterface& accessible, QAccessible::Text kind) {
-        return accessible.text(kind).toStdString();
-    }
     /// All that is visible, with its parents before it.
     static std::vector<QAccessibleInterface*> all(QAccessibleInterface* root) {
         std::vector<QAccessibleInterface*> found{root};
@@ -27,20 +25,22 @@ protected:
         widget.show();
         return all(QAccessible::queryAccessibleInterface(&widget));
     }
+    static std::string name(const QAccessibleInterface& accessible) {
+        return accessible.text(QAccessible::Name).toStdString();
+    }
     /// Roles and names, but for what only groups other things.
-    static std::vector<std::pair<Role, std::string>> said(QWidget& widget) {
-        std::vector<std::pair<Role, std::string>> result;
+    static Said said(QWidget& widget) {
+        Said result;
         for (const auto* accessible : all(widget))
-            if (const auto name = text(*accessible, QAccessible::Name);
-                !name.empty() || accessible->role() != Role::Client)
-                result.emplace_back(accessible->role(), name);
+            if (!name(*accessible).empty() || accessible->role() != Role::Client)
+                result.emplace_back(accessible->role(), name(*accessible));
         return result;
     }
-    static QAccessibleInterface& named(QWidget& widget, Role role, const std::string& name) {
+    static QAccessibleInterface& find(QWidget& widget, Role role, const std::string& wanted) {
         for (auto* accessible : all(widget))
-            if (accessible->role() == role && text(*accessible, QAccessible::Name) == name)
+            if (accessible->role() == role && name(*accessible) == wanted)
                 return *accessible;
-        throw std::runtime_error("nothing is named " + name);
+        throw std::runtime_error("nothing is named " + wanted);
     }
     static void act(QAccessibleInterface& accessible, const QString& action) {
         ASSERT_TRUE(accessible.actionInterface());
@@ -50,15 +50,15 @@ protected:
     }
 };
 
-TEST_F(AccessibilityTest, ThePopoverSaysWhatItShows) {
+TEST_F(AccessibilityTest, ThePopoverSaysWhatItShowsAndTakesActions) {
     publishNewVersion();
     const auto widget = popover();
-    std::vector<std::pair<Role, std::string>> expected{{Role::CheckBox, ContentView::headerTitle}};
+    Said expected{{Role::CheckBox, ContentView::headerTitle}};
     for (const auto& option : UserSettings::shared().options())
         expected.emplace_back(Role::CheckBox, option.name);
     expected.emplace_back(Role::Button, "🎉 New version is available. Click to update");
     EXPECT_EQ(said(*widget), expected);
-    auto& row = named(*widget, Role::CheckBox, UserSettings::shared().options()[3].name);
+    auto& row = find(*widget, Role::CheckBox, UserSettings::shared().options()[3].name);
     for (const bool isOn : {!row.state().checked, static_cast<bool>(row.state().checked)}) {
         act(row, QAccessibleActionInterface::toggleAction());
         EXPECT_EQ(UserSettings::shared().options()[3].isOn, isOn);
@@ -69,10 +69,10 @@ TEST_F(AccessibilityTest, ThePopoverSaysWhatItShows) {
     EXPECT_TRUE(comesTo("the page", [&] { return mac.journal().lines().back() == page; }));
 }
 
-TEST_F(AccessibilityTest, ThePreferencesSayWhatTheyShow) {
+TEST_F(AccessibilityTest, ThePreferencesSayWhatTheyShowAndTakeActions) {
     chooseWallpaper();
     auto& window = preferences();
-    const std::vector<std::pair<Role, std::string>> expected{
+    const Said expected{
         {Role::Window, "TavroPRO"},
         {Role::RadioButton, "General"},
         {Role::StaticText, "Startup"},
@@ -90,21 +90,18 @@ TEST_F(AccessibilityTest, ThePreferencesSayWhatTheyShow) {
         {Role::Button, "Remove"},
     };
     EXPECT_EQ(said(window), expected);
-    EXPECT_TRUE(named(window, Role::RadioButton, "General").state().checked);
-    const auto& field = named(window, Role::EditableText, "Mute Mic:");
-    EXPECT_EQ(text(field, QAccessible::Value), "⇧⌘M");
-    EXPECT_EQ(text(field, QAccessible::Description), "Record Shortcut");
-}
+    EXPECT_TRUE(find(window, Role::RadioButton, "General").state().checked);
+    const auto& field = find(window, Role::EditableText, "Mute Mic:");
+    EXPECT_EQ(field.text(QAccessible::Value), "⇧⌘M");
+    EXPECT_EQ(field.text(QAccessible::Description), "Record Shortcut");
 
-TEST_F(AccessibilityTest, ThePreferencesTakeActions) {
-    auto& window = preferences();
-    auto& login = named(window, Role::CheckBox, "Launch at login");
+    auto& login = find(window, Role::CheckBox, "Launch at login");
     for (const bool isOn : {false, true}) {
         act(login, QAccessibleActionInterface::toggleAction());
         EXPECT_EQ(LaunchAtLogin::isEnabled(), isOn);
         EXPECT_EQ(login.state().checked, isOn);
     }
-    act(named(window, Role::Button, "Select..."), QAccessibleActionInterface::pressAction());
+    act(find(window, Role::Button, "Select..."), QAccessibleActionInterface::pressAction());
     EXPECT_TRUE(comesTo("the chooser", [&] { return mac.openPanels().shown().has_value(); }));
 }
 

@@ -53,7 +53,7 @@ private:
 };
 INSTANTIATE_TEST_SUITE_P(Of, FontSizeTest, testing::Combine(testing::Values(10, 14, 18), testing::Bool()));
 
-TEST_P(FontSizeTest, FitIntoThePopover) {
+TEST_P(FontSizeTest, TextsFitIntoThePopover) {
     publishNewVersion();
     const auto widget = popover();
     widget->show();
@@ -80,7 +80,7 @@ TEST_P(FontSizeTest, FitIntoThePopover) {
     }
 }
 
-TEST_P(FontSizeTest, FitIntoThePreferences) {
+TEST_P(FontSizeTest, TextsFitIntoThePreferences) {
     auto& window = preferences();
     settle();
     EXPECT_GE(window.width(), 400);
@@ -105,7 +105,7 @@ TEST_P(FontSizeTest, FitIntoThePreferences) {
     }
 }
 
-TEST_P(FontSizeTest, FitIntoTheIndicator) {
+TEST_P(FontSizeTest, TextsFitIntoTheIndicator) {
     const Drawing shown({200, 200}, 1, Qt::transparent, [](QImage& image) {
         QPainter painter(&image);
         painter.setFont(QApplication::font());

@@ -41,7 +41,7 @@ protected:
 };
 
 // The track is 63 by 32 points at the right end of 300 by 35, the knob a circle of 35.
-TEST_F(PixelTest, TheBigSwitch) {
+TEST_F(PixelTest, TheBigSwitchMovesItsKnobAndTakesColour) {
     CustomToogleButton button(
         "On air", ContentView::headerStyle(), [] {}, nullptr);
     auto& knob = find<QVariantAnimation>(button);
@@ -91,7 +91,7 @@ TEST_F(PixelTest, TheBannerIsOneColourWithWhiteTextInside) {
     EXPECT_LE(text.bottom(), banner.height() - 10);
 }
 
-TEST_F(PixelTest, TheIndicator) {
+TEST_F(PixelTest, TheIndicatorShowsItsImageAboveItsText) {
     const auto isWhite = [](QColor color) { return color.alpha() > 200 && color.green() > 200; };
     const auto isRed = [](QColor color) { return color.red() > 200 && color.green() < 130; };
     for (const bool mutestate : {true, false}) {

@@ -29,7 +29,7 @@ TEST_F(AppDelegateTest, LaunchRunsItsStepsInOrder) {
               "hotKeyCenter.installEventHandler 2; "
               "urlSession.dataTask https://updates.vantrelo.example/releases/version.json; popover.show "
               "28x22 at 0,0 1; popover.makeKey; "
-              "popover.close"); // with the activation, of which the system tells later
+              "popover.close"); // with the activation, which the system reports later
 }
 
 TEST_F(AppDelegateTest, ClickActsOnButtonAndModifiers) {

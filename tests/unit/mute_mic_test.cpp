@@ -51,7 +51,7 @@ TEST_F(MuteMicTest, MutesEveryInputDeviceWithAFlag) {
     EXPECT_EQ(audio.isMuted(headset), false);
 }
 
-TEST_F(MuteMicTest, ObserverHearsTheDefaultDeviceTwiceAndOthersOnce) {
+TEST_F(MuteMicTest, DefaultDeviceNotifiesTwiceAndOthersOnce) {
     const auto first = plugInMicrophone("First");
     const auto second = plugInMicrophone("Second");
     audio.setDefaultInput(first);

@@ -202,7 +202,7 @@ TEST_F(ShortcutRecorderTest, FollowsChangesOfItsOwnName) {
     EXPECT_EQ(field.text(), "");
 }
 
-TEST_F(ShortcutRecorderTest, MayGoWhileItRecords) {
+TEST_F(ShortcutRecorderTest, MayBeDestroyedWhileRecording) {
     const std::function<void()> ways[] = {
         [this] { recorder.reset(); },
         [this] {
