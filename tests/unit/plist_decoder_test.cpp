@@ -118,7 +118,7 @@ TEST(PlistDecoderTest, RejectsWhatTheLibraryCannotBear) {
         {"a NUL behind a text", binary({"\x51"s + "a\0"s}), true},
         {"a NUL in a key", binary({"\xD1" + to(1) + to(2), "\x53"s + "a\0b"s, "\x09"}), false},
         {"a long text with a NUL", binary({counted('\x5F', 20) + std::string(19, 'x') + '\0'}), false},
-        {"a text of two-byte characters with a NUL", binary({"\x62"s + "\0a\0\0"s}), false},
+        {"a text of two-byte characters with a NUL", binary({"\x62"s + "\0a\0\0"s, "\x42xx"}), false},
         {"a text of two-byte characters", binary({"\x62"s + "\0a\0b"s}), true},
         {"data with a NUL", binary({"\x42"s + "a\0"s}), true},
         {"an offset beyond the end", binary({"\x09"}).replace(9, 1, "\xFF"), false},
