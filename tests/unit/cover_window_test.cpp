@@ -92,7 +92,7 @@ TEST_F(CoverWindowTest, ConfiguresItsWindowInOrder) {
 TEST_F(CoverWindowTest, ShowsTheFirstSourceThatWorks) {
     using Setup = std::function<void(SimulatedMac&)>;
     const auto nothing = [](SimulatedMac&) {};
-    const auto junk = [](PropertyList entry) {
+    const auto junk = [](const PropertyList& entry) {
         return [=](SimulatedMac& mac) { mac.windowList().addJunk(entry); };
     };
     const auto window = [](int level) {
@@ -101,7 +101,7 @@ TEST_F(CoverWindowTest, ShowsTheFirstSourceThatWorks) {
                                     true, false, 0xff777777});
         };
     };
-    const auto screens = [](std::vector<Screen> all) {
+    const auto screens = [](const std::vector<Screen>& all) {
         return [=](SimulatedMac& mac) { mac.screens().set(all); };
     };
     const auto noList = [](SimulatedMac& mac) { mac.windowList().failNextList(); };

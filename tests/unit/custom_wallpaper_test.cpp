@@ -115,7 +115,7 @@ TEST_F(CustomWallpaperTest, RemovingKeepsTheFile) {
 TEST_F(CustomWallpaperTest, CoversShowItWhenChosenInUseAndPresent) {
     const auto coveredWith = [](std::optional<bool> choice) {
         HideDesktop::shared().coverScreens(choice);
-        const auto path = HideDesktop::shared().managedWindows.back().wallpaperPath;
+        auto path = HideDesktop::shared().managedWindows.back().wallpaperPath;
         HideDesktop::shared().removeCovers();
         return path;
     };

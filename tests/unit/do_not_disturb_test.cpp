@@ -43,14 +43,15 @@ std::string report(const std::string& what, bool isEnabled, bool isFromTavro) {
 }
 
 TEST(DoNotDisturbTest, ClicksSwitchItFromVersion11On) {
+    const auto enabling =
+        report("ENABLE", false, false) + flagSet + "; accessibility.isProcessTrusted true; " + click;
+    const auto disabling = report("DISABLE", true, true) + "; " + click + flagCleared;
     for (const SystemVersion version : {SystemVersion{11, 0}, {12, 0}}) {
         SCOPED_TRACE(version.major);
         Generation on(version);
-        EXPECT_EQ(on.journalOf(&DoNotDisturb::enable), report("ENABLE", false, false) + flagSet +
-                                                           "; accessibility.isProcessTrusted true; " + click);
+        EXPECT_EQ(on.journalOf(&DoNotDisturb::enable), enabling);
         EXPECT_TRUE(on.isSilent());
-        EXPECT_EQ(on.journalOf(&DoNotDisturb::disable),
-                  report("DISABLE", true, true) + "; " + click + flagCleared);
+        EXPECT_EQ(on.journalOf(&DoNotDisturb::disable), disabling);
         EXPECT_FALSE(on.isSilent());
     }
 }
