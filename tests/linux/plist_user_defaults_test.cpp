@@ -121,9 +121,11 @@ TEST_F(PlistUserDefaultsTest, ChangesOfOneTurnAreOneWriteAndNoChangeIsNone) {
     defaults.setObject("hideApps", true);
     EXPECT_FALSE(fs::exists(file));
     queue.runUntilIdle();
+    ASSERT_TRUE(defaults.synchronize());
     ASSERT_TRUE(fs::remove(file));
     defaults.setObject("tavro", true);
     queue.runUntilIdle();
+    ASSERT_TRUE(defaults.synchronize());
     EXPECT_FALSE(fs::exists(file));
 }
 

@@ -17,10 +17,11 @@ public:
 
     void schedule() {
         if (!std::exchange(*m_isScheduled, true))
-            m_queue.async([this, scheduled = std::weak_ptr(m_isScheduled)] {
-                if (const auto alive = scheduled.lock(); alive && std::exchange(*alive, false))
-                    m_work();
-            });
+            m_queue.async(block());
+    }
+    void scheduleAfter(MainQueue::Duration delay) {
+        if (!std::exchange(*m_isScheduled, true))
+            m_queue.asyncAfter(delay, block());
     }
 
     /// Does the work now where some is due.
@@ -30,6 +31,13 @@ public:
     }
 
 private:
+    std::function<void()> block() {
+        return [this, scheduled = std::weak_ptr(m_isScheduled)] {
+            if (const auto alive = scheduled.lock(); alive && std::exchange(*alive, false))
+                m_work();
+        };
+    }
+
     MainQueue& m_queue;
     std::function<void()> m_work;
     std::shared_ptr<bool> m_isScheduled = std::make_shared<bool>(false); // gone with this object

@@ -34,7 +34,7 @@ fs::path firstFreeName(const fs::path& file) {
 PlistUserDefaults::PlistUserDefaults(fs::path file, MainQueue& queue, Log& log)
     : m_file(std::move(file))
     , m_log(log)
-    , m_saving(queue, [this] { synchronize(); }) {
+    , m_saving(queue, [this] { save(); }) {
     std::error_code error;
     if (const auto target = fs::canonical(m_file, error); !error)
         m_file = target; // a link that the user made stays one
@@ -99,35 +99,55 @@ void PlistUserDefaults::changed(const std::string& key) {
     m_saving.schedule();
 }
 
-/// The file as it is now, with our changes; null without a file.
-PlistNode PlistUserDefaults::merged() {
-    auto root = read();
-    if (!root)
-        return root;
-    for (const auto& key : m_unsaved) {
-        if (auto* value = plist_dict_get_item(m_root.get(), key.c_str()))
-            plist_dict_set_item(root.get(), key.c_str(), plist_copy(value));
-        else
-            plist_dict_remove_item(root.get(), key.c_str());
-    }
-    return root;
+// One that is still being written goes first.
+void PlistUserDefaults::save() {
+    using namespace std::chrono_literals;
+    if (m_writing.valid() && m_writing.wait_for(0s) != std::future_status::ready)
+        return m_saving.scheduleAfter(MainQueue::Duration(0.1));
+    finishWriting();
+    startWriting();
 }
 
 bool PlistUserDefaults::synchronize() {
-    if (m_unsaved.empty())
-        return true;
-    const auto onDisk = m_mayWrite ? merged() : PlistNode();
+    finishWriting();
+    startWriting();
+    finishWriting();
+    return m_unsaved.empty();
+}
+
+void PlistUserDefaults::startWriting() {
+    if (m_unsaved.empty() || !m_mayWrite)
+        return;
+    m_beingWritten = std::exchange(m_unsaved, {});
+    Changes changes;
+    for (const auto& key : m_beingWritten)
+        changes.emplace(key, plist_copy(plist_dict_get_item(m_root.get(), key.c_str())));
+    m_writing =
+        std::async(std::launch::async, [this, all = PlistNode(plist_copy(m_root.get())),
+                                        changes = std::move(changes)] { return write(all, changes); });
+}
+
+// What has not been written is to be written again.
+void PlistUserDefaults::finishWriting() {
+    if (m_writing.valid() && !m_writing.get())
+        m_unsaved.merge(m_beingWritten);
+}
+
+/// Into the file as it is now, or where there is none, everything. On the writer's thread.
+bool PlistUserDefaults::write(const PlistNode& all, const Changes& changes) {
+    const auto onDisk = read();
     if (!m_mayWrite)
         return false;
-    if (const int error = replaceFile(m_file, formatPlistXml(onDisk ? onDisk : m_root)); error != 0) {
-        if (!m_failureReported)
-            m_log.diagnose(m_file.string() + " cannot be written: " + std::strerror(error));
-        m_failureReported = true;
-        return false;
-    }
-    m_unsaved.clear();
-    m_failureReported = false;
-    return true;
+    for (const auto& [key, value] : changes)
+        if (onDisk && value)
+            plist_dict_set_item(onDisk.get(), key.c_str(), plist_copy(value.get()));
+        else if (onDisk)
+            plist_dict_remove_item(onDisk.get(), key.c_str());
+    const int error = replaceFile(m_file, formatPlistXml(onDisk ? onDisk : all));
+    if (error != 0 && !m_failureReported)
+        m_log.diagnose(m_file.string() + " cannot be written: " + std::strerror(error));
+    m_failureReported = error != 0;
+    return error == 0;
 }
 
 } // namespace tavro
