@@ -4,6 +4,7 @@
 #include "LaunchAtLogin/LaunchAtLogin.h"
 #include "app/CoreTavro.h"
 #include "app/HideApps.h"
+#include "app/Recovery.h"
 #include "audio/ToggleMicMute.h"
 #include "platform/applications/Workspace.h"
 #include "platform/menubar/StatusBar.h"
@@ -29,6 +30,7 @@ KeyboardShortcuts::Name muteShortcut() {
 } // namespace
 
 void AppDelegate::applicationDidFinishLaunching() {
+    Recovery::putRight();
     machine().application().activate(true);
     // Before the settings are read: presentation mode never survives a restart.
     machine().userDefaults().setObject(Constants::tavroKey, false);

@@ -1,6 +1,7 @@
 #include "app/CoreTavro.h"
 
 #include "app/HideApps.h"
+#include "app/Recovery.h"
 #include "app/TouchBarController.h"
 #include "audio/MuteMic.h"
 #include "audio/MuteSpeaker.h"
@@ -49,8 +50,10 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
             hideDesktop.coverScreens(choice);
         else if (option.id == "disableNotification" && option.isOn)
             DoNotDisturb::enable();
-        else if (option.id == "muteSpeaker" && option.isOn)
+        else if (option.id == "muteSpeaker" && option.isOn) {
+            Recovery::noteSpeaker();
             MuteSpeaker::setMute(true);
+        }
     }
     TouchBarController::shared().present();
     MuteMic::startObserving([] { TouchBarController::shared().refresh(); });
@@ -66,8 +69,10 @@ void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hid
             hideDesktop.removeCovers();
         else if (option.id == "disableNotification" && option.isOn)
             DoNotDisturb::disable();
-        else if (option.id == "muteSpeaker" && option.isOn)
+        else if (option.id == "muteSpeaker" && option.isOn) {
             MuteSpeaker::setMute(false);
+            Recovery::forgetSpeaker();
+        }
         MuteMic::setMute(false); // for every option, whatever it is and says
     }
     machine().controlStrip().removeSystemTrayItem(TouchBarController::shared().item);

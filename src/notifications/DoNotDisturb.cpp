@@ -132,6 +132,11 @@ void DoNotDisturb::disable() {
     refreshSchedule();
 }
 
+void DoNotDisturb::disableAbandoned() {
+    if (machine().notificationSilencing() && SilencingRecord::isFromTavro())
+        SilencingRequests::shared().add(false);
+}
+
 void DoNotDisturb::refreshSchedule() {
     setPreference("dndStart", 0);
     setPreference("dndEnd", 1440);

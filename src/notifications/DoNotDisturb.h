@@ -15,6 +15,9 @@ public:
     static void enable();
     /// Switches it off where it was asked for here or is on, also where the user had switched it on.
     static void disable();
+    /// Switches off what a former process has asked for and left on, where the machine has a switch of its
+    /// own: a click is blind, and would switch it on where it is off.
+    static void disableAbandoned();
 
     /// What each generation's way is made of.
     static void toggleByClick();

@@ -108,6 +108,13 @@ TEST_F(WorkspaceContract, TheNextProcessRestoresTheStackingAndWhatTheUserHadPutA
         application->unhide();
     front->activate(ApplicationActivationOption::ignoringOtherApps);
     EXPECT_TRUE(shows(before));
+    for (const auto& application : workspace().runningApplications())
+        if (!application->isEqual(*front))
+            application->hide();
+    ASSERT_TRUE(shows({"page"}));
+    testMachine->relaunch();
+    workspace().unhideAbandoned();
+    EXPECT_TRUE(shows(before));
 }
 
 TEST_F(WorkspaceContract, AnOrdinaryWindowOfThisProgramCountsLikeAnyOther) {

@@ -86,9 +86,6 @@ TEST_F(ProcessTest, TheNextLaunchBringsBackWhatAProcessThatQuitOrWasKilledHadHid
         EXPECT_TRUE(
             server.eventually("the mode off in the defaults file", [this] { return defaultsSayOff(); }));
         EXPECT_EQ(tavro->linesOfOutput(turnedOff), 0);
-        EXPECT_TRUE(areMinimised(windowsBesides("Chat")));
-        toggle(*tavro);
-        toggle(*tavro);
         EXPECT_TRUE(isRestored());
         quit(tavro);
     }

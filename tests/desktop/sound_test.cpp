@@ -1,6 +1,8 @@
 #include "support/AudioServer.h"
 #include "support/DesktopTest.h"
 
+#include <csignal>
+
 /// The real program beside the session's audio server, which other programs use meanwhile.
 class Sound : public DesktopTest {
 protected:
@@ -53,6 +55,20 @@ TEST_F(Sound, ThePresentationMutesTheDefaultSpeakerAndItsEndUnmutesEveryMicropho
     EXPECT_TRUE(becomeMuted({"speaker_1"}));
     quit(tavro);
     EXPECT_EQ(complaints(*tavro), "");
+}
+
+TEST_F(Sound, TheNextLaunchUnmutesTheSpeakerThatAKilledProcessHadMuted) {
+    auto tavro = launchMutingSpeaker();
+    toggle(*tavro);
+    EXPECT_TRUE(becomeMuted({"speaker_1"}));
+    EXPECT_TRUE(server.eventually(
+        "the note", [this] { return defaults().find("speakerFromTavro") != std::string::npos; }));
+    tavro->signal(SIGKILL);
+    EXPECT_EQ(tavro->end(), "killed by signal 9");
+    audio.mute("mic_1", true); // which is the user's
+    tavro = launch();
+    EXPECT_TRUE(becomeMuted({"mic_1"}));
+    quit(tavro);
 }
 
 TEST_F(Sound, TheButtonFlipsTheMicrophonesAndFollowsWhateverElseDoes) {

@@ -83,24 +83,39 @@ TEST_F(AppDelegateTest, MenuIsAttachedOnlyWhileOpen) {
     EXPECT_EQ(launch.item().menu(), nullptr);
 }
 
-TEST_F(AppDelegateTest, QuitEndsAtOnceAndTheNextRunCanUndoTheMode) {
+TEST_F(AppDelegateTest, QuitEndsAtOnceAndTheNextRunPutsRightWhatItLeft) {
+    mac.addNotificationSwitch();
     const auto editor = openWindow("Editor");
-    {
+    const auto away = openWindow("Mail");
+    mac.workspace().userHides(owner(away));
+    constexpr AudioObjectID speaker = 42; // the built-in one
+    const auto toggleAndQuit = [&] {
         Launch launch(mac);
+        for (std::size_t option = 0; option < 4; ++option)
+            UserSettings::shared().setOptionIsOn(option, true);
         openWindow("Browser");
         launch.switchPresentationMode();
+        mac.mainQueue().runUntilIdle();
+        EXPECT_EQ(mac.audioHardware().isMuted(speaker), true);
         launch.click(EventType::rightMouseUp);
         ASSERT_TRUE(mac.statusBar().choose("Quit"));
         EXPECT_EQ(mac.application().exitStatus(), 0);
-    }
+    };
+    toggleAndQuit();
     EXPECT_EQ(mac.journal().lines("log.print Turn"), Lines{"log.print Turn On --------------"});
     EXPECT_TRUE(mac.userDefaults().boolForKey("tavro"));
-    Launch next(mac);
+    const auto next = mac.audioHardware().plugIn(SimulatedAudioHardware::speaker("Next"));
+    mac.audioHardware().setDefaultOutput(next);
+    mac.audioHardware().otherProgramSetsMute(next, true); // which is the user's affair
+    const Launch launch(mac);
+    mac.mainQueue().runUntilIdle();
     EXPECT_FALSE(UserSettings::shared().tavroIsOn());
-    EXPECT_FALSE(isVisible(editor));
-    for (int round = 0; round < 2; ++round)
-        next.switchPresentationMode();
     EXPECT_TRUE(isVisible(editor));
+    EXPECT_FALSE(isVisible(away));
+    EXPECT_FALSE(mac.notificationSilencing()->state);
+    EXPECT_EQ(mac.audioHardware().isMuted(speaker), false);
+    EXPECT_EQ(mac.audioHardware().isMuted(next), true);
+    EXPECT_EQ(mac.userDefaults().object("speakerFromTavro"), std::nullopt);
 }
 
 TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnce) {

@@ -52,6 +52,7 @@ TEST_F(CoreTavroTest, FeaturesRunInTheOrderOfTheOptionsBeforeTheNotification) {
     UserSettings::shared().setOptions(options);
     EXPECT_EQ(joined(journalOfSwitch()),
               "userDefaults.setObject tavro true; log.print Turn On --------------; "
+              "userDefaults.setObject speakerFromTavro \"uid of Built-in Speaker\"; "
               "audioHardware.setPropertyData 42 mute outp 1; runningApplication.hide Dock; "
               "runningApplication.hide TavroPRO; runningApplication.hide Editor; log.print ENABLE; "
               "log.print isEnabled false; log.print DNDfromTavro false; "
@@ -60,17 +61,19 @@ TEST_F(CoreTavroTest, FeaturesRunInTheOrderOfTheOptionsBeforeTheNotification) {
               "windowServer.createWindow 8 1440x900 at 1920,180 1 2 false; " +
                   presentButtonAndObserve + "statusBarButton.setImage menubar-on; TavroToogle");
     EXPECT_EQ(HideDesktop::shared().changeWallpaper, true);
-    EXPECT_EQ(joined(journalOfSwitch()),
-              "userDefaults.setObject tavro false; log.print Turn Off --------------; " + unmute +
-                  "audioHardware.setPropertyData 42 mute outp 0; " + unmute +
-                  "runningApplication.unhide Dock; runningApplication.unhide TavroPRO; "
-                  "runningApplication.unhide Editor; runningApplication.unhide Browser; "
-                  "runningApplication.activate Browser 2; " +
-                  unmute +
-                  "log.print DISABLE; log.print isEnabled true; log.print DNDfromTavro true; "
-                  "clock.wait 0.1; userDefaults.setObject DNDfromTavro false; " +
-                  unmute + "window.close 7; window.close 8; " + unmute + removeButtonAndObservation +
-                  "statusBarButton.setImage menubar-off; TavroToogle");
+    EXPECT_EQ(
+        joined(journalOfSwitch()),
+        "userDefaults.setObject tavro false; log.print Turn Off --------------; " + unmute +
+            "audioHardware.setPropertyData 42 mute outp 0; userDefaults.removeObject speakerFromTavro; " +
+            unmute +
+            "runningApplication.unhide Dock; runningApplication.unhide TavroPRO; "
+            "runningApplication.unhide Editor; runningApplication.unhide Browser; "
+            "runningApplication.activate Browser 2; " +
+            unmute +
+            "log.print DISABLE; log.print isEnabled true; log.print DNDfromTavro true; "
+            "clock.wait 0.1; userDefaults.setObject DNDfromTavro false; " +
+            unmute + "window.close 7; window.close 8; " + unmute + removeButtonAndObservation +
+            "statusBarButton.setImage menubar-off; TavroToogle");
 }
 
 TEST_F(CoreTavroTest, EachSwitchUsesTheOptionsOfThatMoment) {

@@ -27,6 +27,9 @@ public:
     /// From now on no further window is hidden, not even where one of a hidden application appears before the
     /// user later. What is hidden stays so until it is unhidden.
     virtual void stopHiding() = 0;
+    /// Unhides, in their former order, what processes of this program before this one hid and did not unhide;
+    /// not what the user put away.
+    virtual void unhideAbandoned() = 0;
     /// The picture that the desktop shows on a screen, or none.
     virtual std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const = 0;
     /// Opens an address with the program that the user has chosen for such.

@@ -63,6 +63,19 @@ void XWorkspace::stopHiding() {
     m_hidden->stopHiding();
 }
 
+// All marks are those of processes that are gone: there is one of this program for a display.
+void XWorkspace::unhideAbandoned() {
+    const auto clients = m_hidden->readClients();
+    bool anyIsHidden = false;
+    for (const auto& window : clients->windows)
+        if (window.hiddenMark) {
+            m_hidden->unhide(window.application);
+            anyIsHidden = true;
+        }
+    if (anyIsHidden && clients->find(clients->active))
+        m_hidden->bringToFront(clients->active);
+}
+
 void XWorkspace::finish() {
     m_hidden->finish();
 }

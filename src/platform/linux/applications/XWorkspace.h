@@ -19,6 +19,7 @@ public:
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
     std::shared_ptr<RunningApplication> frontmostApplication() const override;
     void stopHiding() override;
+    void unhideAbandoned() override;
     std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const override;
     void open(const std::string& url) override;
     NotificationCenter& notificationCenter() override { return m_notificationCenter; }

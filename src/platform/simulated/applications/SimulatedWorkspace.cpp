@@ -82,7 +82,17 @@ Observation SimulatedWorkspace::selfResignsActive(std::function<void()> observer
 
 void SimulatedWorkspace::requestHide(ApplicationID application) {
     m_isHiding = true;
+    auto* entry = find(application);
+    const bool wasHidden = entry && entry->isHidden;
     hide(application);
+    if (entry && !wasHidden)
+        entry->isHiddenOnRequest = entry->isHidden;
+}
+
+void SimulatedWorkspace::unhideAbandoned() {
+    for (const auto& application : m_applications)
+        if (application.isHiddenOnRequest)
+            unhide(application.id);
 }
 
 void SimulatedWorkspace::hide(ApplicationID application) {
@@ -97,7 +107,7 @@ void SimulatedWorkspace::hide(ApplicationID application) {
 
 void SimulatedWorkspace::unhide(ApplicationID application) {
     if (auto* entry = find(application)) {
-        entry->isHidden = false;
+        entry->isHidden = entry->isHiddenOnRequest = false;
         m_server.setHidden(application, false);
     }
 }

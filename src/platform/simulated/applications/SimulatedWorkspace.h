@@ -21,6 +21,7 @@ public:
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
     std::shared_ptr<RunningApplication> frontmostApplication() const override;
     void stopHiding() override { m_isHiding = false; }
+    void unhideAbandoned() override;
     std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) const override;
     void open(const std::string& url) override { m_journal.record("workspace.open", url); }
     NotificationCenter& notificationCenter() override { return m_notificationCenter; }
@@ -53,6 +54,7 @@ private:
         ApplicationID id;
         std::string name;
         bool isHidden = false;
+        bool isHiddenOnRequest = false;
     };
 
     void requestHide(ApplicationID application) override;
