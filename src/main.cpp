@@ -34,9 +34,6 @@ bool isFirst(tavro::SingleInstance& instance, int& status) {
         streamLog.print("TavroPRO is running already and does not answer");
         status = EXIT_FAILURE;
         return false;
-    case Claim::unknown:
-        streamLog.diagnose("There is no session bus; a second TavroPRO would not be noticed");
-        return true;
     case Claim::first:
         return true;
     }
@@ -64,7 +61,7 @@ int main(int argc, char** argv) {
     tavro::installTranslations(application);
     QPixmapCache::setCacheLimit(0); // an entry would wake the process later, to be dropped
 
-    tavro::SingleInstance instance;
+    tavro::SingleInstance instance(*x);
     int status = EXIT_SUCCESS;
     if (!isFirst(instance, status))
         return status;

@@ -154,13 +154,20 @@ TEST_F(ProcessTest, ASecondLaunchActivatesTheFirst) {
     quit(first);
 }
 
-TEST_F(ProcessTest, ASecondLaunchGivesUpAFirstThatHangs) {
+TEST_F(ProcessTest, ASecondLaunchGivesUpAFirstThatHangsOrIsOnAnotherBus) {
     auto first = launch();
+    auto onAnotherBus = settings();
+    onAnotherBus.wrapper = {"dbus-run-session", "--"};
+    const std::pair<const char*, TavroProcess::Launch> cases[] = {{"hangs", settings()},
+                                                                  {"on another bus", onAnotherBus}};
     first->signal(SIGSTOP);
-    TavroProcess second(settings());
-    EXPECT_EQ(second.end(), "exited with 1");
-    EXPECT_EQ(second.output(), "TavroPRO is running already and does not answer\n");
-    first->signal(SIGCONT);
+    for (const auto& [what, how] : cases) {
+        SCOPED_TRACE(what);
+        TavroProcess second(how);
+        EXPECT_EQ(second.end(), "exited with 1");
+        EXPECT_EQ(second.output(), "TavroPRO is running already and does not answer\n");
+        first->signal(SIGCONT);
+    }
     toggle(*first);
     EXPECT_EQ(first->linesOfOutput(turnedOn), 1);
     quit(first);

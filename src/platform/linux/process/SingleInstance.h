@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/x11/XConnection.h"
+
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
@@ -8,8 +10,9 @@
 
 namespace tavro {
 
-/// One program for each session: the first owns the name on the session bus and offers the interface
-/// `org.freedesktop.Application` (XDG desktop entries, D-Bus activation) there.
+/// One program for each display, whichever buses it is reached by: the first owns a selection of the X server
+/// and offers the interface `org.freedesktop.Application` (XDG desktop entries, D-Bus activation) on its
+/// session bus.
 class SingleInstance final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -17,14 +20,14 @@ class SingleInstance final : public QObject {
 public:
     enum class Claim {
         first,
-        /// Another process has the name; it has been activated.
+        /// Another process has the display; it has been activated.
         activatedOther,
-        /// Another process has the name and did not answer in time.
+        /// Another process has the display, and did not answer in time or cannot be asked.
         otherIsSilent,
-        /// There is no session bus to find the other one by.
-        unknown,
     };
 
+    explicit SingleInstance(const XConnection& x)
+        : m_x(x) {}
     /// Once, before anything else of the product starts.
     Claim claim();
     /// What to do when the program is started again.
@@ -36,6 +39,10 @@ public Q_SLOTS:
     void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
 
 private:
+    xcb_window_t takeDisplay() const;
+    Claim activate(xcb_window_t owner) const;
+
+    const XConnection& m_x;
     std::function<void()> m_activate;
 };
 

@@ -42,6 +42,7 @@ constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
     {&XAtoms::kdeNetWmDesktopFile, "_KDE_NET_WM_DESKTOP_FILE"},
     {&XAtoms::manager, "MANAGER"},
     {&XAtoms::tavroHidden, "_TAVROPRO_HIDDEN"},
+    {&XAtoms::tavroInstance, "_TAVROPRO_INSTANCE"},
     {&XAtoms::wmChangeState, "WM_CHANGE_STATE"},
     {&XAtoms::wmClientLeader, "WM_CLIENT_LEADER"},
     {&XAtoms::xrootpmapId, "_XROOTPMAP_ID"},

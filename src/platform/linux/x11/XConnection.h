@@ -35,7 +35,7 @@ struct XAtoms {
         netWmStateSkipPager, netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType, netWmWindowTypeDesktop,
         netWmWindowTypeDock, netWmWindowTypeMenu, netWmWindowTypeNotification, netWmWindowTypeSplash,
         netWmWindowTypeToolbar, gtkApplicationId, kdeNetWmDesktopFile, manager, netSystemTray, netWmCm,
-        tavroHidden, wmChangeState, wmClientLeader, xrootpmapId;
+        tavroHidden, tavroInstance, wmChangeState, wmClientLeader, xrootpmapId;
 };
 
 /// A kind of event: what it holds, and its number, which for an extension's is counted from the first of
