@@ -17,11 +17,11 @@ LinuxApplication::LinuxApplication(TerminationSignals& signals, std::function<vo
 int LinuxApplication::run(ApplicationDelegate& delegate) {
     m_delegate = &delegate;
     m_signals.start([] { QCoreApplication::quit(); });
-    // The session asks while everything still runs; when it says that it is over, the window manager may
-    // have gone already.
+    // The session may only want to be saved, or its end be cancelled: the presentation goes on until it says
+    // that it is over. Should others be gone by then, the next launch puts right what outlives them.
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
         session.setRestartHint(QSessionManager::RestartNever);
-        terminate();
+        m_settle();
     });
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationInactive)
