@@ -20,6 +20,14 @@ namespace tavro {
 
 namespace {
 
+/// Unless the presentation is over by the time that this is noted.
+void muteSpeaker() {
+    Recovery::noteSpeaker([] {
+        if (UserSettings::shared().tavroIsOn())
+            MuteSpeaker::setMute(true);
+    });
+}
+
 std::optional<bool> wallpaperChoice(const std::vector<OptionItem>& options) {
     const auto option = std::ranges::find(options, "changeWallpaper", &OptionItem::id);
     return option == options.end() ? std::nullopt : std::optional(option->isOn);
@@ -50,10 +58,8 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
             hideDesktop.coverScreens(choice);
         else if (option.id == "disableNotification" && option.isOn)
             DoNotDisturb::enable();
-        else if (option.id == "muteSpeaker" && option.isOn) {
-            Recovery::noteSpeaker();
-            MuteSpeaker::setMute(true);
-        }
+        else if (option.id == "muteSpeaker" && option.isOn)
+            muteSpeaker();
     }
     TouchBarController::shared().present();
     MuteMic::startObserving([] { TouchBarController::shared().refresh(); });

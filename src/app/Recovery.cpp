@@ -8,35 +8,62 @@
 #include "platform/storage/UserDefaults.h"
 
 #include <algorithm>
+#include <memory>
+#include <optional>
+#include <utility>
 
 namespace tavro {
 
 namespace {
 
-void unmuteSpeaker() {
+struct SpeakerWatch {
+    AudioPropertyListener listener;
+};
+
+/// The speaker of the note; none where there is no note, or no such speaker now.
+std::optional<AudioDevice> notedSpeaker() {
     const auto uid = machine().userDefaults().object(Recovery::speakerKey);
     if (!uid)
-        return;
+        return std::nullopt;
     const auto devices = AudioDevice::allDevices();
     const auto speaker =
         std::ranges::find_if(devices, [&](const auto& device) { return PropertyList(device.uid) == *uid; });
+    return speaker == devices.end() ? std::nullopt : std::optional(*speaker);
+}
+
+/// Removes the note when its speaker is unmuted, which may be later.
+void followSpeaker() {
+    auto& watch = Process::current().shared<SpeakerWatch>();
+    const auto speaker = notedSpeaker();
+    if (speaker && speaker->mute == true) {
+        if (std::exchange(watch.listener, std::make_shared<const std::function<void()>>(&followSpeaker)))
+            return;
+        machine().audioHardware().addPropertyListener(speaker->id, speaker->muteAddress(), watch.listener);
+    } else if (speaker) {
+        machine().userDefaults().removeObject(Recovery::speakerKey);
+        if (const auto listener = std::exchange(watch.listener, nullptr))
+            machine().audioHardware().removePropertyListener(speaker->id, speaker->muteAddress(), listener);
+    }
+}
+
+void unmuteSpeaker() {
     const std::uint32_t live = 0;
-    if (speaker != devices.end() && machine().audioHardware().setPropertyData(
-                                        speaker->id, speaker->muteAddress(), sizeof live, live) == noErr)
-        Recovery::forgetSpeaker();
+    if (const auto speaker = notedSpeaker())
+        machine().audioHardware().setPropertyData(speaker->id, speaker->muteAddress(), sizeof live, live);
+    followSpeaker();
 }
 
 } // namespace
 
-void Recovery::noteSpeaker() {
+void Recovery::noteSpeaker(std::function<void()> block) {
     const auto speaker = AudioDevice::defaultDevice(kAudioHardwarePropertyDefaultOutputDevice);
     if (speaker && speaker->mute == false)
         machine().userDefaults().setObject(speakerKey, speaker->uid);
+    machine().userDefaults().whenWritten(std::move(block));
 }
 
 void Recovery::forgetSpeaker() {
-    if (machine().userDefaults().object(speakerKey))
-        machine().userDefaults().removeObject(speakerKey);
+    followSpeaker();
 }
 
 void Recovery::putRight() {

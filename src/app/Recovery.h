@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace tavro {
 
 /// What a presentation leaves when its process ends before it does: noted while it lasts, and put right at
@@ -9,8 +11,10 @@ public:
     /// User-defaults key: the unique identifier of the speaker that a presentation has muted.
     static constexpr const char* speakerKey = "speakerFromTavro";
 
-    /// The default speaker is about to be muted. One that is muted already is not ours.
-    static void noteSpeaker();
+    /// Notes that the default speaker is about to be muted, if it is not yet, and runs the block when the
+    /// note is on disk.
+    static void noteSpeaker(std::function<void()> block);
+    /// Forgets it when the speaker is unmuted, which it has been asked to be.
     static void forgetSpeaker();
 
     /// Brings back the applications that a former process hid, ends the silence that it asked for, and

@@ -4,6 +4,7 @@
 #include "platform/notifications/NotificationSilencing.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
+#include "platform/storage/UserDefaults.h"
 
 namespace tavro {
 
@@ -32,10 +33,10 @@ void SilencingRequests::run(bool isOn) {
         const bool isOurs = SilencingRecord::isFromTavro();
         if (isOn)
             SilencingRecord::setFromTavro(true);
-        if (isOn ? !m_wasOn : isOurs || m_wasOn)
-            set(isOn);
-        else
-            runNext();
+        if (isOn ? m_wasOn : !isOurs && !m_wasOn)
+            return runNext();
+        // The flag first: from here on a crash cannot leave the silence for good.
+        machine().userDefaults().whenWritten([this, isOn] { set(isOn); });
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/storage/PropertyList.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,9 @@ public:
     virtual void removeObject(const std::string& key) = 0;
     /// Returns when everything is on disk, or known not to get there: then false.
     virtual bool synchronize() = 0;
+    /// Runs the block when everything set so far is on disk, or known not to get there: within the call, or
+    /// later on the main queue. For notes that must outlive what is done next.
+    virtual void whenWritten(std::function<void()> block) = 0;
 
     /// The stored value read as a Boolean; false where there is none.
     bool boolForKey(const std::string& key) const {

@@ -3,6 +3,7 @@
 #include "platform/linux/notifications/DesktopSilencing.h"
 
 #include <QCoreApplication>
+#include <QDBusServiceWatcher>
 #include <QDeadlineTimer>
 #include <QTimer>
 
@@ -13,12 +14,16 @@ public:
     explicit Worker(Log& log)
         : m_bus(QDBusConnection::sessionBus())
         , silencing(m_bus, m_settings, log) {
-        m_bus.setParent(this); // comes along to the thread
+        m_bus.setParent(this); // these two come along to the thread
+        m_servers.setParent(this);
         connect(&m_bus, &BoundedBus::serviceAnswers, this, [this] { silencing.catchUp(); });
+        connect(&m_servers, &QDBusServiceWatcher::serviceRegistered, this, [this] { silencing.catchUp(); });
     }
 
 private:
     BoundedBus m_bus;
+    QDBusServiceWatcher m_servers{"org.freedesktop.Notifications", QDBusConnection::sessionBus(),
+                                  QDBusServiceWatcher::WatchForRegistration};
     const GSettings m_settings;
 
 public:

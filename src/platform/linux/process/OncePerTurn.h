@@ -19,11 +19,6 @@ public:
         if (!std::exchange(*m_isScheduled, true))
             m_queue.async(block());
     }
-    void scheduleAfter(MainQueue::Duration delay) {
-        if (!std::exchange(*m_isScheduled, true))
-            m_queue.asyncAfter(delay, block());
-    }
-
     /// Does the work now where some is due.
     void doNow() {
         if (std::exchange(*m_isScheduled, false))

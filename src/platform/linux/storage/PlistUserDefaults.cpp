@@ -99,20 +99,24 @@ void PlistUserDefaults::changed(const std::string& key) {
     m_saving.schedule();
 }
 
-// One that is still being written goes first.
+// While one is being written, its end begins the next.
 void PlistUserDefaults::save() {
-    using namespace std::chrono_literals;
-    if (m_writing.valid() && m_writing.wait_for(0s) != std::future_status::ready)
-        return m_saving.scheduleAfter(MainQueue::Duration(0.1));
-    finishWriting();
-    startWriting();
+    if (!m_writing.valid())
+        startWriting();
+    runWaiting();
 }
 
 bool PlistUserDefaults::synchronize() {
     finishWriting();
     startWriting();
     finishWriting();
+    runWaiting();
     return m_unsaved.empty();
+}
+
+void PlistUserDefaults::whenWritten(std::function<void()> block) {
+    m_waiting.push_back(std::move(block));
+    m_saving.schedule();
 }
 
 void PlistUserDefaults::startWriting() {
@@ -122,9 +126,31 @@ void PlistUserDefaults::startWriting() {
     Changes changes;
     for (const auto& key : m_beingWritten)
         changes.emplace(key, plist_copy(plist_dict_get_item(m_root.get(), key.c_str())));
-    m_writing =
-        std::async(std::launch::async, [this, all = PlistNode(plist_copy(m_root.get())),
-                                        changes = std::move(changes)] { return write(all, changes); });
+    m_writing = std::async(std::launch::async,
+                           [this, all = PlistNode(plist_copy(m_root.get())), changes = std::move(changes)] {
+                               const bool isDone = write(all, changes);
+                               QMetaObject::invokeMethod(
+                                   &m_context, [this] { writingEnded(); }, Qt::QueuedConnection);
+                               return isDone;
+                           });
+}
+
+// What failed is tried again with the next change, and not before.
+void PlistUserDefaults::writingEnded() {
+    if (!m_writing.valid())
+        return; // somebody has synchronized meanwhile
+    const bool isDone = m_writing.get();
+    if (!isDone)
+        m_unsaved.merge(m_beingWritten);
+    else
+        startWriting();
+    runWaiting();
+}
+
+void PlistUserDefaults::runWaiting() {
+    if (!m_writing.valid())
+        for (const auto& block : std::exchange(m_waiting, {}))
+            block();
 }
 
 // What has not been written is to be written again.

@@ -4,11 +4,14 @@
 #include "platform/plist/PlistNode.h"
 #include "platform/storage/UserDefaults.h"
 
+#include <QObject>
+
 #include <filesystem>
 #include <future>
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace tavro {
 
@@ -36,6 +39,7 @@ public:
     void setObject(const std::string& key, PropertyList value) override;
     void removeObject(const std::string& key) override;
     bool synchronize() override;
+    void whenWritten(std::function<void()> block) override;
 
 private:
     /// Keys, and their values; null for those that have been removed.
@@ -47,6 +51,8 @@ private:
     void save();
     void startWriting();
     void finishWriting();
+    void writingEnded();
+    void runWaiting();
     bool write(const PlistNode& all, const Changes& changes);
 
     std::filesystem::path m_file;
@@ -57,6 +63,8 @@ private:
     std::set<std::string> m_beingWritten;
     bool m_mayWrite = true; // these two are the writer's while it runs
     bool m_failureReported = false;
+    std::vector<std::function<void()>> m_waiting;
+    QObject m_context;           // of blocks that the writer's thread sends here
     std::future<bool> m_writing; // the last: it ends first
 };
 

@@ -36,6 +36,11 @@ bool SimulatedUserDefaults::synchronize() {
     return false;
 }
 
+void SimulatedUserDefaults::whenWritten(std::function<void()> block) {
+    synchronize();
+    block();
+}
+
 void SimulatedUserDefaults::flushSoon() {
     if (std::exchange(m_flushQueued, true))
         return;

@@ -19,6 +19,7 @@ public:
     void setObject(const std::string& key, PropertyList value) override;
     void removeObject(const std::string& key) override;
     bool synchronize() override;
+    void whenWritten(std::function<void()> block) override;
 
     /// A fault: the disk takes no writes while it is set.
     bool failWrites = false;
