@@ -26,6 +26,7 @@ TEST_F(DesktopTest, EachLaunchComparesThePublishedVersionWithItsOwn) {
         EXPECT_EQ(tavro->errors(), "");
     }
     const auto target = host.find(':') == host.npos ? host + ":443" : host;
-    const auto requests = "CONNECT " + target + " HTTP/1.1\nGET /releases/version.json HTTP/1.1\n";
+    const auto requests = "CONNECT " + target + " HTTP/1.1\r\nHost: " + target + "\r\n\r\n" +
+                          "GET /releases/version.json HTTP/1.1\r\nHost: " + host + "\r\n\r\n";
     EXPECT_EQ(publisher.requests(), requests + requests);
 }

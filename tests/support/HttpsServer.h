@@ -21,7 +21,7 @@ public:
     std::filesystem::path authority() const { return m_folder / "ca.pem"; }
     /// What hosts behind the proxy answer.
     void setRecord(const std::string& document) const;
-    /// The request lines so far.
+    /// The heads of all requests so far.
     std::string requests() const;
 
 private:
