@@ -43,8 +43,8 @@ protected:
         return "https://localhost:" + std::to_string(port) + path;
     }
 
-    int m_count = 0;
-    QCoreApplication m_application{m_count, nullptr};
+    int count = 0;
+    QCoreApplication application{count, nullptr};
     TemporaryFolder folder;
     HttpsServer server{folder.path(), "updates.example"};
     std::filesystem::path program = TAVRO_FETCH_BINARY;

@@ -1,5 +1,6 @@
 #include "platform/linux/storage/QtImages.h"
 
+#include "picture/PictureHeader.h"
 #include "platform/simulated/process/SimulatedLog.h"
 #include "support/TemporaryFolder.h"
 
@@ -14,6 +15,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace tavro {
@@ -73,19 +75,18 @@ protected:
         }
     }
 
-    int m_count = 0;
-    QCoreApplication m_application{m_count, nullptr};
+    int count = 0;
+    QCoreApplication application{count, nullptr};
     TemporaryFolder folder;
     Journal journal;
     SimulatedLog log{journal};
-    QtImages images{TAVRO_HEIF_BINARY, log};
+    QtImages images{TAVRO_PICTURE_BINARY, log};
 };
 
 TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
     const auto png = encoded("png"), jpeg = encoded("jpeg"), progressive = encoded("jpeg", true),
                heif = heic();
     const Bytes thumbnail("\xff\xe1\0\x08\xff\xd8\xff\xd9zz", 10);
-    const Bytes bitmapOfAGigabyte("BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\0\x40\0\0\0\x40\0\0\1\0\x20", 29);
     const struct {
         const char* what;
         Bytes bytes;
@@ -96,7 +97,15 @@ TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
         {"JPEG in several scans", progressive, true},
         {"JPEG with more behind it", jpeg + Bytes(100, 'x'), true},
         {"JPEG with a thumbnail", jpeg.left(2) + thumbnail + jpeg.mid(2), true},
+        {"WebP", encoded("webp"), true},
         {"HEIC", heif, true},
+        {"BMP, which the toolkit could decode, too", encoded("bmp")},
+        {"TIFF", encoded("tiff")},
+        {"ICO", encoded("ico")},
+        {"SVG", "<svg xmlns='http://www.w3.org/2000/svg' width='64' height='48'/>"},
+        {"AVIF", Bytes(heif).replace("heic", "avif")},
+        {"the beginning of a WebP", "RIFF"},
+        {"an empty file", ""},
         {"half a PNG", png.left(png.size() / 2)},
         {"a JPEG without its end", jpeg.left(jpeg.size() - 2)},
         {"half a JPEG", jpeg.left(jpeg.size() / 2)},
@@ -109,7 +118,7 @@ TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
         {"a HEIC of two gigapixels", resized(heif, 46000)},
         {"too wide", encoded("png", false, QImage(16385, 1, QImage::Format_Mono))},
         {"too high", encoded("png", false, QImage(1, 16385, QImage::Format_Mono))},
-        {"a gigabyte", bitmapOfAGigabyte + Bytes(1000, 0)},
+        {"a gigabyte", encoded("png", false, QImage(16384, 16384, QImage::Format_Mono))},
     };
     for (const auto& [what, bytes, isPicture] : cases)
         for (const auto* name : {"picture.png", "picture.heic"}) {
@@ -152,10 +161,87 @@ TEST_F(QtImagesTest, WhatIsNoFileIsNotWaitedFor) {
         EXPECT_FALSE(images.contentsOf(folder.path() / name)) << name;
 }
 
-TEST_F(QtImagesTest, WithoutItsProgramAHeicIsNoneAndALineSaysSo) {
-    read(heic());
+TEST_F(QtImagesTest, WithoutItsProgramAPictureIsNoneAndALineSaysSo) {
+    read(encoded("png"));
     EXPECT_FALSE(QtImages(folder.path() / "missing", log).contentsOf(folder.path() / "picture.png"));
     EXPECT_EQ(log.takeDiagnosed().size(), 1u);
+}
+
+TEST_F(QtImagesTest, WhatADecoderSaysThatAFileHasTakenOverIsNotBelieved) {
+    const auto answer = [](PictureHeader header, qsizetype bytes) {
+        return Bytes(reinterpret_cast<const char*>(&header), sizeof header) + Bytes(bytes, 'x');
+    };
+    const struct {
+        const char* what;
+        Bytes answer;
+        const char* end = "exit 0";
+        bool isPicture = false;
+        std::size_t lines = 0;
+    } cases[] = {
+        {"a picture", answer({3, 2, 1}, 24), "exit 0", true},
+        {"one without a filter", answer({3, 2, 0}, 24), "exit 0", true, 1},
+        {"a failure", answer({3, 2, 1}, 24), "exit 1"},
+        {"an end by a signal", answer({3, 2, 1}, 24), "kill -KILL $$"},
+        {"nothing", ""},
+        {"half a header", answer({3, 2, 1}, 0).left(8)},
+        {"too little", answer({3, 2, 1}, 23)},
+        {"too much", answer({3, 2, 1}, 25)},
+        {"more than it announced, and no end", answer({3, 2, 1}, 25), "exec cat /dev/zero"},
+        {"no end of a header", "x", "exec cat /dev/zero"},
+        {"no width", answer({0, 2, 1}, 0)},
+        {"no height", answer({3, 0, 1}, 0)},
+        {"too wide", answer({16385, 1, 1}, 65540)},
+        {"too high", answer({1, 16385, 1}, 65540)},
+        {"a gigabyte", answer({16384, 16384, 1}, 0), "exec cat /dev/zero"},
+        {"a size that overflows 32 bits", answer({0x8000, 0x8000, 1}, 0)},
+        {"a size that overflows 64 bits", answer({0xffffffff, 0xffffffff, 1}, 4)},
+    };
+    const auto program = folder.path() / "program";
+    read(encoded("png"));
+    for (const auto& [what, bytes, end, isPicture, lines] : cases) {
+        SCOPED_TRACE(what);
+        std::ofstream(folder.path() / "answer", std::ios::binary) << bytes.toStdString();
+        std::ofstream(program) << "#!/bin/sh\ncat '" << (folder.path() / "answer").string() << "'\n" << end;
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        const QtImages victim(program, log);
+        const auto image = victim.contentsOf(folder.path() / "picture.png");
+        EXPECT_EQ(image.has_value(), isPicture);
+        EXPECT_EQ(log.takeDiagnosed().size(), lines);
+        const std::string expected(24, 'x');
+        EXPECT_TRUE(!image || std::memcmp(image->pixels.get(), expected.data(), expected.size()) == 0);
+    }
+}
+
+// Its answer is larger than a pipe holds, so that it waits for us.
+TEST_F(QtImagesTest, TheDecoderIsConfinedWhenItAnswers) {
+    read(encoded("png", false, picture().scaled(1000, 1000)));
+    QProcess decoder;
+    decoder.setStandardInputFile(QString::fromStdString((folder.path() / "picture.png").string()));
+    decoder.start(TAVRO_PICTURE_BINARY, QStringList());
+    ASSERT_TRUE(decoder.waitForReadyRead());
+    const auto process = static_cast<pid_t>(decoder.processId());
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    EXPECT_NE(std::string(std::istreambuf_iterator<char>(status), {}).find("\nSeccomp:\t2\n"),
+              std::string::npos);
+    const struct {
+        __rlimit_resource resource;
+        rlim_t most;
+    } bounds[] = {
+#ifndef __SANITIZE_ADDRESS__
+        {RLIMIT_AS, rlim_t{4} << 30},
+#endif
+        {RLIMIT_CPU, 60},
+        {RLIMIT_NOFILE, 64},
+        {RLIMIT_FSIZE, 0},
+        {RLIMIT_CORE, 0},
+    };
+    for (const auto& [resource, most] : bounds) {
+        rlimit bound{};
+        ASSERT_EQ(::prlimit(process, resource, nullptr, &bound), 0);
+        EXPECT_LE(bound.rlim_max, most) << resource;
+    }
+    decoder.kill();
+    decoder.waitForFinished();
 }
 
 } // namespace

@@ -35,7 +35,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_notificationSilencing(log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())
-    , m_images(helper("tavropro-heif"), log)
+    , m_images(helper("tavropro-picture"), log)
     , m_screens(*m_x)
     , m_urlSession(makeURLSession(log))
     , m_windowList(*m_x)

@@ -1,97 +1,86 @@
 #include "platform/linux/storage/QtImages.h"
 
-#include "platform/linux/storage/JpegFile.h"
+#include "platform/linux/storage/PictureAnswer.h"
 #include "platform/process/Log.h"
 #include "toolkit/Icons.h"
 #include "toolkit/Pixels.h"
 
 #include <QBuffer>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QImage>
-#include <QImageReader>
-#include <QLoggingCategory>
 #include <QProcess>
+
+#include <chrono>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
 
 namespace tavro {
 
 namespace {
-/// Larger than any desktop's wallpaper; what a file announces beyond it is not decoded.
-constexpr int longestSide = 16384;
-constexpr int decodedMegabytes = 512;
 /// A photograph is encoded several times as fast as with the default, at little more than its size.
 constexpr int pngQuality = 80;
-constexpr int conversionMilliseconds = 30000;
 
-std::optional<Image> read(QImageReader& reader) {
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    reader.setAllocationLimit(decodedMegabytes);
-    const auto size = reader.size();
-    if (size.width() > longestSide || size.height() > longestSide)
-        return std::nullopt;
-    const auto image = reader.read();
-    if (image.isNull())
-        return std::nullopt;
-    return imageOf(image);
+/// Opens what is a file; never waits on a pipe or a device.
+bool openFile(const std::filesystem::path& path, QFile& file) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return false;
+    struct stat status {};
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Whether it begins as files of the HEIF family do (ISO base media files).
-bool isHeif(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.peek(8).mid(4) == "ftyp";
+/// Reads until the process has closed its output. False when what it writes, or how long it takes, is too
+/// much.
+bool read(QProcess& process, PictureAnswer& answer) {
+    const QDeadlineTimer deadline(std::chrono::seconds(30));
+    const auto timeLeft = [&] { return static_cast<int>(deadline.remainingTime()); };
+    while (process.waitForReadyRead(timeLeft()))
+        if (!answer.append(process.readAllStandardOutput()))
+            return false;
+    return answer.append(process.readAllStandardOutput()) &&
+           (process.state() == QProcess::NotRunning || process.waitForFinished(timeLeft()));
 }
 
 } // namespace
 
-QtImages::QtImages(std::filesystem::path heifProgram, Log& log)
-    : m_heifProgram(std::move(heifProgram))
-    , m_log(log) {
-    // Whoever asked for the picture says that it is none.
-    QLoggingCategory::setFilterRules("qt.gui.imageio*=false");
-}
+QtImages::QtImages(std::filesystem::path decoder, Log& log)
+    : m_decoder(std::move(decoder))
+    , m_log(log) {}
 
 std::optional<Image> QtImages::contentsOf(const std::filesystem::path& file) const {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error))
-        return std::nullopt; // never wait on a pipe or a device
     return m_recent.contentsOf(file, [this](const auto& path) { return decoded(path); });
 }
 
-std::optional<Image> QtImages::decoded(const std::filesystem::path& file) const {
-    if (isCutOffJpeg(file))
+std::optional<Image> QtImages::decoded(const std::filesystem::path& path) const {
+    QFile file;
+    if (!openFile(path, file))
         return std::nullopt;
-    const auto path = QString::fromStdString(file.string());
-    if (isHeif(path)) {
-        auto png = heifAsPng(file);
-        QBuffer buffer(&png);
-        QImageReader reader(&buffer);
-        return read(reader);
-    }
-    QImageReader reader(path);
-    return read(reader);
-}
-
-QByteArray QtImages::heifAsPng(const std::filesystem::path& file) const {
-    constexpr qint64 mostBytes = qint64{decodedMegabytes} << 20;
     QProcess process;
-    process.setStandardInputFile(QProcess::nullDevice());
+    process.setChildProcessModifier([input = file.handle()] { ::dup2(input, STDIN_FILENO); });
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(QString::fromStdString(m_heifProgram.string()),
-                  {QString::fromStdString(file.string()), QString::number(longestSide)});
-    QByteArray png;
-    while (png.size() <= mostBytes && process.waitForReadyRead(conversionMilliseconds))
-        png += process.readAllStandardOutput();
-    png += process.readAllStandardOutput();
+    process.start(QString::fromStdString(m_decoder.string()), QStringList());
+    PictureAnswer answer;
+    const bool isWhole = read(process, answer);
     if (process.error() == QProcess::FailedToStart)
-        m_log.diagnose(m_heifProgram.string() + " cannot be started");
-    constexpr int endMilliseconds = 1000;
-    if (png.size() > mostBytes ||
-        !(process.state() == QProcess::NotRunning || process.waitForFinished(endMilliseconds))) {
+        m_log.diagnose(m_decoder.string() + " cannot be started");
+    if (!isWhole) {
         process.kill();
         process.waitForFinished();
     }
-    const bool isDone = process.exitStatus() == QProcess::NormalExit && process.exitCode() == EXIT_SUCCESS;
-    return isDone && process.error() == QProcess::UnknownError ? png : QByteArray();
+    if (!isWhole || process.exitStatus() != QProcess::NormalExit || process.exitCode() != EXIT_SUCCESS)
+        return std::nullopt;
+    auto image = answer.image();
+    if (image)
+        tellConfinement(answer);
+    return image;
+}
+
+void QtImages::tellConfinement(const PictureAnswer& answer) const {
+    if (!answer.isConfined() && !std::exchange(m_hasToldConfinement, true))
+        m_log.diagnose("Pictures are decoded without a system call filter, which this kernel does not have");
 }
 
 std::optional<std::string> QtImages::pngRepresentation(const Image& image) const {

@@ -3,28 +3,28 @@
 #include "platform/linux/storage/RecentPicture.h"
 #include "platform/storage/Images.h"
 
-class QByteArray;
-
 namespace tavro {
 
 class Log;
+class PictureAnswer;
 
-/// Pictures by the toolkit's readers, and the icons compiled into the program.
+/// Pictures that a program of its own decodes, started for each, and the icons compiled into this one.
 class QtImages final : public Images {
 public:
-    /// HEIC files are turned into PNG by that program, which is started for each.
-    QtImages(std::filesystem::path heifProgram, Log& log);
+    QtImages(std::filesystem::path decoder, Log& log);
 
     std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
     std::optional<std::string> pngRepresentation(const Image& image) const override;
     std::optional<NamedImage> named(const std::string& name) const override;
 
 private:
-    std::optional<Image> decoded(const std::filesystem::path& file) const;
-    QByteArray heifAsPng(const std::filesystem::path& file) const;
+    std::optional<Image> decoded(const std::filesystem::path& path) const;
+    /// One line for all pictures.
+    void tellConfinement(const PictureAnswer& answer) const;
 
-    const std::filesystem::path m_heifProgram;
+    const std::filesystem::path m_decoder;
     Log& m_log;
+    mutable bool m_hasToldConfinement = false;
     mutable RecentPicture m_recent;
 };
 

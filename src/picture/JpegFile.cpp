@@ -1,16 +1,10 @@
-#include "platform/linux/storage/JpegFile.h"
-
-#include <QFile>
+#include "picture/JpegFile.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace tavro {
 
 namespace {
-
-/// Larger than a picture of any size that is shown; one beyond counts as cut off here.
-constexpr qint64 largestFile = qint64{256} << 20;
 
 /// Where the next marker begins that is neither a stuffed byte nor a restart within coded data.
 std::size_t endOfCodedData(std::string_view bytes, std::size_t position) {
@@ -23,16 +17,18 @@ std::size_t endOfCodedData(std::string_view bytes, std::size_t position) {
     return bytes.npos;
 }
 
-/// Walks from marker segment to marker segment; the thumbnails in them, with ends of their own, are passed
-/// over.
-bool reachesItsEnd(std::string_view bytes) {
+} // namespace
+
+// Walks from marker segment to marker segment; the thumbnails in them, with ends of their own, are passed
+// over.
+bool isCutOffJpeg(std::string_view bytes) {
     constexpr unsigned char endOfImage = 0xd9, startOfScan = 0xda;
     const auto at = [&](std::size_t position) { return static_cast<unsigned char>(bytes[position]); };
     std::size_t position = 2; // after the start of the image
     while (position < bytes.size() && bytes.size() - position >= 4 && at(position) == 0xff) {
         const auto code = at(position + 1);
         if (code == endOfImage)
-            return true;
+            return false;
         if (code == 0xff) { // padding
             ++position;
             continue;
@@ -41,17 +37,7 @@ bool reachesItsEnd(std::string_view bytes) {
         if (code == startOfScan)
             position = endOfCodedData(bytes, position);
     }
-    return bytes.substr(std::min(position, bytes.size())) == "\xff\xd9";
-}
-
-} // namespace
-
-bool isCutOffJpeg(const std::filesystem::path& path) {
-    QFile file(QString::fromStdString(path.string()));
-    if (!file.open(QIODevice::ReadOnly) || file.peek(3) != "\xff\xd8\xff")
-        return false;
-    const auto bytes = file.read(largestFile);
-    return !reachesItsEnd({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    return bytes.substr(std::min(position, bytes.size())) != "\xff\xd9";
 }
 
 } // namespace tavro

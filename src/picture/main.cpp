@@ -1,0 +1,59 @@
+// Decodes the picture file on its standard input, and writes a PictureHeader and the pixels to standard
+// output:
+//   tavropro-picture <FILE
+// Exits with 1, and without a word, when there is no whole picture within the bounds. A program of its own:
+// the decoders take megabytes that TavroPRO need not keep for a moment's use, and a hostile file finds itself
+// in a process that can do nothing but compute, and ends with it.
+
+#include "picture/Confinement.h"
+#include "picture/Decoders.h"
+#include "picture/PictureHeader.h"
+
+#include <QFile>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace {
+
+using tavro::PictureHeader;
+
+void acceptSignals() {
+    sigset_t none; // the parent handles some otherwise, and a child inherits that
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+bool write(QImage picture, bool isConfined) {
+    if (picture.isNull())
+        return false;
+    const PictureHeader header{static_cast<std::uint32_t>(picture.width()),
+                               static_cast<std::uint32_t>(picture.height()), isConfined};
+    if (!header.isWithinBounds())
+        return false;
+    const auto image = std::move(picture).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return !image.isNull() && std::fwrite(&header, sizeof header, 1, stdout) == 1 &&
+           std::fwrite(image.constBits(), header.sizeOfPixels(), 1, stdout) == 1 && std::fflush(stdout) == 0;
+}
+
+} // namespace
+
+int main() {
+    acceptSignals();
+    QFile file;
+    if (!file.open(STDIN_FILENO, QIODevice::ReadOnly))
+        return EXIT_FAILURE;
+    const auto size = file.size();
+    const auto* bytes = reinterpret_cast<const char*>(file.map(0, size)); // read when looked at
+    if (!bytes)
+        return EXIT_FAILURE;
+    tavro::loadDecoders();
+    const bool isConfined = tavro::confineThisProcess();
+    const bool isDone = write(tavro::decode({bytes, static_cast<std::size_t>(size)}), isConfined);
+    std::_Exit(isDone ? EXIT_SUCCESS
+                      : EXIT_FAILURE); // what libraries do at the end may need more than is allowed
+}
