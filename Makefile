@@ -27,6 +27,9 @@ check: ## What a maintainer runs before merging, besides the tests.
 	@ctest --preset asan --label-exclude desktop
 	@cmake --preset offline --log-level=WARNING
 	@cmake --build --preset offline
+	@cmake --preset release --log-level=WARNING
+	@cmake --build --preset release
+	@tools/hardening build/release
 	@cmake --preset bench --log-level=WARNING
 	@cmake --build --preset bench
 
