@@ -22,12 +22,8 @@ PictureHeader PictureAnswer::header() const {
 
 bool PictureAnswer::append(const QByteArray& bytes) {
     m_bytes += bytes;
-    if (m_bytes.size() < sizeOfHeader)
-        return true;
-    if (!header().isWithinBounds() || m_bytes.size() > sizeOfAnswer(header()))
-        return false;
-    m_bytes.reserve(sizeOfAnswer(header()));
-    return true;
+    return m_bytes.size() < sizeOfHeader ||
+           (header().isWithinBounds() && m_bytes.size() <= sizeOfAnswer(header()));
 }
 
 std::optional<Image> PictureAnswer::image() const {
