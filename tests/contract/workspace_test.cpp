@@ -53,17 +53,28 @@ TEST_F(WorkspaceContract, AnApplicationIsEqualToItselfOnly) {
 
 TEST_F(WorkspaceContract, ObserversAreNotifiedOfActivationsThatAreInForce) {
     const auto editor = open("Tavro-Editor", "notes");
+    Application browser;
     auto observation = workspace().notificationCenter().addObserver(workspaceDidActivateApplication, [&] {
         const auto front = workspace().frontmostApplication();
-        heard += !front ? "none " : front->isEqual(*editor) ? "editor " : "browser ";
+        heard += !front                                 ? "none "
+                 : front->isEqual(*editor)              ? "editor "
+                 : !browser || front->isEqual(*browser) ? "browser "
+                                                        : "self ";
     });
     const auto hears = [&](const char* last) { return waitUntil([&] { return heard.ends_with(last); }); };
-    const auto browser = open("Tavro-Browser", "page", editor);
+    browser = open("Tavro-Browser", "page", editor);
     EXPECT_TRUE(hears("browser ")) << heard;
     testMachine->clickWindow("notes");
     EXPECT_TRUE(hears("browser editor ")) << heard;
+    const auto own = machine().windowServer().createTitledWindow(
+        {.contentRect = place, .styleMask = WindowStyleMask::titled, .screen = {}});
+    own->makeKeyAndOrderFront();
+    machine().application().activate(true);
+    frontmostOtherThan(editor); // this program, which is not told of itself
+    own->close();
     browser->activate(ApplicationActivationOption::ignoringOtherApps);
     EXPECT_TRUE(hears("editor browser ")) << heard;
+    EXPECT_EQ(heard.find("self"), std::string::npos) << heard;
     EXPECT_TRUE(shows({"notes", "page"}));
     observation = Observation();
     testMachine->clickWindow("notes");

@@ -25,7 +25,6 @@ protected:
 };
 
 TEST_F(ContentViewTest, SwitchInvertsAtOnceAndTogglesAfterTheAnimation) {
-    launch.click(EventType::leftMouseUp);
     ASSERT_TRUE(launch.delegate.popover->isShown());
     for (const bool turnsOn : {true, false}) {
         SCOPED_TRACE(turnsOn);

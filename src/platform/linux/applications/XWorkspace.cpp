@@ -89,7 +89,7 @@ void XWorkspace::activeWindowChanged() {
         return;
     const auto application = applicationOf(m_x, active);
     m_front = active;
-    if (std::exchange(m_frontApplication, application) != application)
+    if (std::exchange(m_frontApplication, application) != application && !m_ownIsActive)
         m_notificationCenter.post(workspaceDidActivateApplication);
 }
 

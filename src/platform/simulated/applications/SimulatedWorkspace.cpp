@@ -141,7 +141,7 @@ void SimulatedWorkspace::setFrontmost(std::optional<ApplicationID> application) 
     if (m_frontmost == ApplicationID::self)
         m_queue.async([this] { m_selfResignsActive.tell(); });
     m_frontmost = application;
-    if (application)
+    if (application && application != ApplicationID::self)
         m_queue.async([this] { m_notificationCenter.post(workspaceDidActivateApplication); });
 }
 
