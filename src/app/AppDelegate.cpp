@@ -50,12 +50,12 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::createPopover() {
+    const ContentView content(UserSettings::shared(), VersionObserver::shared(), *this);
     popover = machine().windowServer().createPopover();
     popover->setContentSize({Constants::popoverWidth, Constants::popoverHeight});
     popover->setBehavior(PopoverBehavior::transient);
     popover->setAnimates(false);
-    popover->setContentView(std::make_shared<HostingView<ContentView>>(
-        ContentView(UserSettings::shared(), VersionObserver::shared(), *this)));
+    popover->setContentView(std::make_shared<HostingView<ContentView>>(content));
 }
 
 void AppDelegate::createStatusItem() {
@@ -134,17 +134,18 @@ void AppDelegate::openPreferenceWindow() {
         preferenceView.emplace(firstPage);
 }
 
-void AppDelegate::switchPresentationMode(std::optional<MainQueue::Duration> delay) {
+void AppDelegate::closePopover() {
+    popover->close();
+}
+
+void AppDelegate::toggle() {
+    CoreTavro().toggle();
+}
+
+void AppDelegate::switchPresentationMode() {
     auto& settings = UserSettings::shared();
     settings.setTavroIsOn(!settings.tavroIsOn());
-    const auto follow = [this] {
-        popover->close(); // nobody presents it
-        CoreTavro().toggle();
-    };
-    if (delay)
-        machine().mainQueue().asyncAfter(*delay, follow);
-    else
-        follow();
+    toggle();
 }
 
 void AppDelegate::openMenu() {
@@ -166,7 +167,7 @@ void AppDelegate::changeIcon() {
 
 void AppDelegate::focusedAppDidChange() {
     HideApps::rememberFrontmost();
-    popover->close();
+    closePopover();
 }
 
 void AppDelegate::quitTavro() {

@@ -31,8 +31,10 @@ public:
     void menuBarAction();
     /// Shows the popover at the status item, or closes it. Without a button nothing happens.
     void togglePopover();
-    /// What the popover's switch, the status item, the global shortcut and termination all come to.
-    void switchPresentationMode(std::optional<MainQueue::Duration> delay = std::nullopt) override;
+    void closePopover() override;
+    void toggle() override;
+    /// What the status item, the global shortcut and termination come to.
+    void switchPresentationMode();
     void openPreferenceWindow() override;
     void quitTavro();
 

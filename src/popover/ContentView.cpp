@@ -2,6 +2,7 @@
 
 #include "platform/applications/Workspace.h"
 #include "platform/process/Machine.h"
+#include "platform/process/MainQueue.h"
 #include "platform/process/Process.h"
 #include "platform/storage/UserDefaults.h"
 #include "popover/Shell.h"
@@ -47,7 +48,11 @@ std::vector<Observation> ContentView::willChange(const std::function<void()>& ob
 }
 
 void ContentView::tapHeader() const {
-    appDelegate.switchPresentationMode(toggleDelay);
+    settings.setTavroIsOn(!settings.tavroIsOn());
+    machine().mainQueue().asyncAfter(toggleDelay, [&appDelegate = appDelegate] {
+        appDelegate.closePopover(); // nobody presents it
+        appDelegate.toggle();
+    });
 }
 
 void ContentView::tapOption(std::size_t index) const {

@@ -1,8 +1,11 @@
 #include "support/Launch.h"
 
+#include "platform/windows/Popover.h"
 #include "settings/Constants.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace tavro {
 namespace {
@@ -12,13 +15,18 @@ using AppDelegateTest = SimulatedMacTest;
 TEST_F(AppDelegateTest, LaunchRunsItsStepsInOrder) {
     Launch launch(mac);
     auto lines = mac.journal().lines();
-    std::erase_if(lines, [](const auto& line) {
+    // The settings write their options over and over, the first one first.
+    const auto isOfSettings = [](const auto& line) {
         return line.starts_with("userDefaults.setObject") &&
                !line.starts_with("userDefaults.setObject tavro") &&
                !line.starts_with("userDefaults.setObject KeyboardShortcuts");
-    });
+    };
+    const auto ofSettings = std::ranges::find_if(lines, isOfSettings);
+    ASSERT_NE(ofSettings, lines.end());
+    lines.erase(std::remove_if(ofSettings + 1, lines.end(), isOfSettings), lines.end());
     EXPECT_EQ(joined(lines),
               "application.activate true; userDefaults.setObject tavro false; "
+              "userDefaults.setObject hideDesktop true; "
               "popover.setContentSize 340 400; popover.setBehavior 1; popover.setAnimates false; "
               "statusBar.statusItem -1; statusBarButton.sendActionOn 20; "
               "statusBarButton.setImage menubar-off; statusItem.announceMenu Status Bar Menu; "
@@ -33,9 +41,9 @@ TEST_F(AppDelegateTest, LaunchRunsItsStepsInOrder) {
 
 TEST_F(AppDelegateTest, ClickActsOnButtonAndModifiers) {
     using namespace EventModifierFlags;
-    enum Meaning { nothing, menu, presentationMode };
+    enum Meaning { popover, menu, presentationMode };
     const std::tuple<EventType, unsigned, Meaning> cases[] = {
-        {EventType::leftMouseUp, shift | command, nothing},
+        {EventType::leftMouseUp, shift | command, popover},
         {EventType::leftMouseUp, control, menu},
         {EventType::leftMouseUp, option | control | shift, presentationMode},
         {EventType::rightMouseUp, 0, menu},
@@ -48,6 +56,7 @@ TEST_F(AppDelegateTest, ClickActsOnButtonAndModifiers) {
         EXPECT_EQ(mac.statusBar().openMenu(), meaning == menu ? launch.delegate.statusBarMenu : nullptr);
         EXPECT_EQ(UserSettings::shared().tavroIsOn(), meaning == presentationMode);
         EXPECT_EQ(launch.shownImage(), meaning == presentationMode ? "menubar-on" : "menubar-off");
+        EXPECT_EQ(launch.delegate.popover->isShown(), meaning != popover); // it shows from the launch on
     }
 }
 
