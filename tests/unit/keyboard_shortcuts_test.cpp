@@ -45,13 +45,8 @@ TEST_F(KeyboardShortcutsTest, DescriptionListsModifiersAndKeyLabel) {
     };
     for (const auto& [shortcut, text] : cases)
         EXPECT_EQ(shortcut.description(), text) << shortcut.carbonKeyCode();
-    // The first and the last of each block of small letters, and what stands beside it.
     const std::pair<const char*, const char*> labels[] = {
-        {"`az{", "`AZ{"},     {"ßàþ÷", "SSÀÞ÷"},  {"ÿı", "ŸI"},   {"αρςστϋό", "ΑΡΣΣΤΫό"},
-        {"ЯаяѐџѠ", "ЯАЯЀЏѠ"}, {"āķĸ", "ĀĶĸ"},     {"ĺňŉ", "ĹŇŉ"}, {"ŋŷŸ", "ŊŶŸ"},
-        {"źžſ", "ŹŽſ"},       {"ѡҁ҂", "ѠҀ҂"},     {"ҋҿӀ", "ҊҾӀ"}, {"€\xC2\x80", "€\xC2\x80"},
-        {"\xC3", "\xC3"},     {"\xC3z", "\xC3Z"},
-    };
+        {"`aß€", "`ASS€"}, {"\xC3", "\xC3"}, {"\xC3z", "\xC3Z"}};
     for (const auto& [label, text] : labels) {
         mac.keyboardLayout().relabel(46, label);
         EXPECT_EQ(Shortcut(46, 0).description(), text);
