@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+#include <X11/XKBlib.h> // the last one: its macros have names of ours
+
 class Indicator : public LinuxMachineTest {
 protected:
     static xcb_window_t number(const tavro::AlertView& alert) {
@@ -72,4 +74,15 @@ TEST_F(LinuxMachineTest, TheTextOfAKeyIsWhatTheLayoutPrints) {
         ASSERT_TRUE(Session::run(std::string("setxkbmap -layout ") + layout));
         EXPECT_TRUE(shows("the key's text", [&] { return shortcut.description() == text; }));
     }
+    ASSERT_TRUE(Session::run("setxkbmap -layout us,fr,ru"));
+    auto* display = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->display();
+    const std::pair<unsigned, const char*> groups[] = {{1, "⇧⌘,"}, {2, "⇧⌘M"}}; // ru is not Latin
+    for (const auto& [group, text] : groups) {
+        XkbLockGroup(display, XkbUseCoreKbd, group);
+        XFlush(display);
+        EXPECT_TRUE(
+            shows("the key's text in the next layout", [&] { return shortcut.description() == text; }));
+    }
+    XkbLockGroup(display, XkbUseCoreKbd, 0);
+    ASSERT_TRUE(Session::run("setxkbmap -layout us"));
 }

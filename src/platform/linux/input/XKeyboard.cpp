@@ -162,11 +162,24 @@ std::optional<std::string> XKeyboard::displayText(std::uint16_t keyCode) const {
     const auto& latin = latinLayout();
     if (!keycode || !latin.keymap)
         return std::nullopt;
+    const auto active = activeLayout();
+    const bool isLatin =
+        active < xkb_keymap_num_layouts(latin.keymap.get()) && typesLatin(latin.keymap.get(), active);
+    const auto layout = isLatin ? active : latin.layout;
     // The keypad types its figures on the second level.
     for (const xkb_level_index_t level : {0u, 1u})
-        if (auto text = textOf(symbolAt(latin.keymap.get(), *keycode, latin.layout, level)))
+        if (auto text = textOf(symbolAt(latin.keymap.get(), *keycode, layout, level)))
             return text;
     return std::nullopt;
+}
+
+xkb_layout_index_t XKeyboard::activeLayout() const {
+    if (!m_hasXkb)
+        return 0;
+    const XReply<xcb_xkb_get_state_reply_t> state(
+        xcb_xkb_get_state_reply(m_x.raw(), xcb_xkb_get_state(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
+    m_x.deliverQueuedEvents();
+    return state ? state->group : 0;
 }
 
 std::optional<XKeyboard::Stroke> XKeyboard::strokeTyping(xkb_keysym_t symbol) const {

@@ -46,7 +46,7 @@ private:
         void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
     };
     using Keymap = std::unique_ptr<xkb_keymap, Unref>;
-    /// A keymap and the layout in it that types Latin letters.
+    /// A keymap and the first layout in it that types Latin letters.
     struct LatinLayout {
         Keymap keymap;
         xkb_layout_index_t layout = 0;
@@ -55,6 +55,8 @@ private:
     void startXkb();
     void refresh();
     Modifiers readModifiers() const;
+    /// The one that the user types with now.
+    xkb_layout_index_t activeLayout() const;
     const LatinLayout& latinLayout() const;
     LatinLayout readLatinLayout() const;
 
