@@ -93,7 +93,8 @@ void ShortcutRecorder::controlTextDidChange() {
     setShortcut(std::nullopt, m_shortcutName);
     if (m_onChange)
         m_onChange(std::nullopt);
-    m_field.focus();
+    if (m_field.text().empty()) // still: whoever was told may have set another
+        m_field.focus();
 }
 
 std::optional<Event> ShortcutRecorder::handle(const Event& event) {

@@ -163,6 +163,13 @@ TEST_F(ShortcutRecorderTest, DeleteKeysClearAndKeepRecording) {
     EXPECT_TRUE(isRecording());
     EXPECT_EQ(changes, Lines(4, "none"));
     EXPECT_EQ(field.beeps, 0);
+    field.blur();
+    setShortcut(m, name);
+    recorder.emplace(field, name, [this](const auto&) { setShortcut(m, name); });
+    field.recorder = &*recorder;
+    field.clickClearButton();
+    EXPECT_FALSE(isRecording());
+    EXPECT_EQ(field.text(), "⇧⌘M");
 }
 
 TEST_F(ShortcutRecorderTest, RefusesShortcutsOfTheMenuAndTheSystem) {
