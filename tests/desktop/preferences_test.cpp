@@ -202,6 +202,10 @@ TEST_F(Preferences, ARecorderIsClearedByItsButtonAndEndsWithoutAChange) {
          [&] {
              clickInPreferences({60, 225});
          }},
+        {"a click 4 points beside the field",
+         [&] {
+             clickInPreferences({164, 157});
+         }},
         {"Tab", [&] { input.type(Key::tab); }},
         {"another program", [&] { server.activate(front); }},
     };

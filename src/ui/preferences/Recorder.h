@@ -11,8 +11,7 @@ class Name;
 }
 
 /// The place of a field that records a shortcut. The field itself would take every key, Tab too, so it is
-/// this place that the keyboard's focus comes to; pressing it starts recording, and afterwards the focus is
-/// back.
+/// this place that the keyboard's focus comes to; pressing a key starts recording. The mouse takes the field.
 class Recorder final : public ToogleButton {
 public:
     Recorder(const KeyboardShortcuts::Name& name, const QString& label, QWidget* parent);
@@ -21,6 +20,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 private:
+    bool hitButton(const QPoint&) const override { return false; }
     void paint(QPainter&, const QRectF&) override {}
 
     RecorderCocoa* m_field;

@@ -110,13 +110,8 @@ void RecorderCocoa::clickClearButton() {
     m_recorder.controlTextDidChange();
 }
 
-// Whoever came by keys goes on from the control around it.
 void RecorderCocoa::blur() {
-    auto* around = parentWidget();
-    if (hasFocus() && around && around->focusPolicy() & Qt::TabFocus)
-        around->setFocus();
-    else
-        clearFocus();
+    clearFocus();
 }
 
 void RecorderCocoa::focus() {

@@ -37,8 +37,11 @@ SpecialKey specialKeyOf(int key) {
     return SpecialKey::none;
 }
 
+/// Whether a press there is of a button, which waits for the release. One around other widgets leaves the
+/// mouse to them.
 bool isControl(QPoint place) {
-    return qobject_cast<QAbstractButton*>(QApplication::widgetAt(place)) != nullptr;
+    const auto* button = qobject_cast<QAbstractButton*>(QApplication::widgetAt(place));
+    return button && !button->layout();
 }
 
 EventType typeOf(Qt::MouseButton button) {

@@ -4,9 +4,10 @@
 #include "toolkit/KeepOnScreen.h"
 #include "toolkit/WindowRole.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScreen>
 
 #include <algorithm>
@@ -23,7 +24,13 @@ public:
         setFixedSize(contentSize);
         setWindowIcon(toolkitIcon({"tavropro"}));
         keepOnScreen(*this);
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+            if (!now && before && isAncestorOf(before))
+                m_formerFocus = before;
+        });
     }
+    // Its content loses the focus when it goes.
+    ~Frame() override { disconnect(qApp, nullptr, this, nullptr); }
 
 private:
     void closeEvent(QCloseEvent* event) override {
@@ -47,8 +54,21 @@ private:
         return QWidget::event(event);
     }
 
+    // Where no widget has the focus, keys go on from the one that had it.
+    bool focusNextPrevChild(bool next) override {
+        auto* widget = focusWidget() ? nullptr : m_formerFocus.data();
+        if (!widget)
+            return QWidget::focusNextPrevChild(next);
+        do
+            widget = next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+        while (widget != m_formerFocus && !(widget->focusPolicy() & Qt::TabFocus && widget->isVisible()));
+        widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+
     QtTitledWindow& m_window;
     const QSize m_contentSize;
+    QPointer<QWidget> m_formerFocus;
 };
 
 QtTitledWindow::QtTitledWindow(Size contentSize, const Views& views)
