@@ -3,6 +3,8 @@
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <map>
 #include <memory>
@@ -87,6 +89,38 @@ std::string textOf(const std::optional<Value>& value) {
 AudioObjectPropertyAddress AudioDevice::muteAddress() const {
     return {kAudioDevicePropertyMute,
             isInput ? kAudioObjectPropertyScopeInput : kAudioObjectPropertyScopeOutput};
+}
+
+nlohmann::json AudioDevice::encoded() const {
+    nlohmann::json record{
+        {"id", id}, {"name", name}, {"uid", uid}, {"isInput", isInput}, {"isOutput", isOutput}};
+    if (volume)
+        record["volume"] = *volume;
+    if (mute)
+        record["mute"] = *mute;
+    return record;
+}
+
+std::optional<AudioDevice> AudioDevice::decode(const nlohmann::json& record) try {
+    const auto optional = [&record]<class Value>(const char* key, std::optional<Value>& field) {
+        if (const auto value = record.find(key); value != record.end() && !value->is_null())
+            field = value->get<Value>();
+    };
+    if (!record.at("id").is_number_integer() ||
+        !std::in_range<AudioObjectID>(record["id"].get<std::int64_t>()))
+        return std::nullopt;
+    AudioDevice device{record["id"].get<AudioObjectID>(),
+                       record.at("name").get<std::string>(),
+                       record.at("uid").get<std::string>(),
+                       record.at("isInput").get<bool>(),
+                       record.at("isOutput").get<bool>(),
+                       {},
+                       {}};
+    optional("volume", device.volume);
+    optional("mute", device.mute);
+    return device;
+} catch (const nlohmann::json::exception&) {
+    return std::nullopt;
 }
 
 std::string AudioDevice::description() const {

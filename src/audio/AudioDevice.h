@@ -3,6 +3,8 @@
 #include "platform/audio/AudioHardware.h"
 #include "platform/process/Result.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -47,6 +49,10 @@ struct AudioDevice {
 
     /// Where the mute flag is read and written: on the input side of a device that has one.
     AudioObjectPropertyAddress muteAddress() const;
+    /// By the names of the fields. What is absent is not written; the first five have to be there.
+    nlohmann::json encoded() const;
+    /// None where a field is missing, or not of its type.
+    static std::optional<AudioDevice> decode(const nlohmann::json& record);
     /// The record on one line.
     std::string description() const;
 

@@ -1,6 +1,7 @@
 #include "AudioTest.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <set>
@@ -21,6 +22,28 @@ std::string outcome(const Result<AudioDevice, AudioDevice::Failure>& result) {
     if (const auto* status = std::get_if<OSStatusError>(&result.error()))
         return "status " + std::to_string(status->code);
     return "invalidDeviceId";
+}
+
+TEST_F(AudioDeviceTest, IsEncodedByTheNamesOfItsFields) {
+    const std::pair<AudioDevice, const char*> devices[] = {
+        {{7, "Mic", "m", true, false, 0.5, false},
+         R"({"id":7,"isInput":true,"isOutput":false,"mute":false,"name":"Mic","uid":"m","volume":0.5})"},
+        {{8, "", "", false, true, {}, {}}, R"({"id":8,"isInput":false,"isOutput":true,"name":"","uid":""})"},
+    };
+    for (const auto& [device, text] : devices) {
+        EXPECT_EQ(device.encoded().dump(), text);
+        const auto record = nlohmann::json::parse(text);
+        EXPECT_EQ(AudioDevice::decode(record), device);
+        for (const auto& [key, value] : record.items()) {
+            auto without = record, withAnother = record;
+            without.erase(key);
+            withAnother[key] = nlohmann::json::array();
+            EXPECT_EQ(AudioDevice::decode(without).has_value(), key == "volume" || key == "mute") << key;
+            EXPECT_FALSE(AudioDevice::decode(withAnother)) << key;
+        }
+    }
+    for (const auto* record : {"3", "[]", R"({"id":-1,"isInput":false,"isOutput":true,"name":"","uid":""})"})
+        EXPECT_FALSE(AudioDevice::decode(nlohmann::json::parse(record))) << record;
 }
 
 TEST_F(AudioDeviceTest, LoadsWhenIdentityAndStreamsAreReadable) {
