@@ -29,6 +29,11 @@ KeyboardShortcuts::Name muteShortcut() {
 }
 } // namespace
 
+AppDelegate::~AppDelegate() {
+    if (preferenceView && preferenceView->window)
+        preferenceView->window->close();
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
     Recovery::putRight();
     machine().application().activate(true);

@@ -19,6 +19,12 @@ class StatusItem;
 /// turns presentation mode off when the system ends the process.
 class AppDelegate final : public ApplicationDelegate, public MenuDelegate, public Shell {
 public:
+    AppDelegate() = default;
+    AppDelegate(const AppDelegate&) = delete;
+    AppDelegate& operator=(const AppDelegate&) = delete;
+    /// Closes the preferences, which would keep themselves.
+    ~AppDelegate() override;
+
     void applicationDidFinishLaunching() override;
     void applicationDidReopen() override;
     void applicationWillResignActive() override;

@@ -32,9 +32,7 @@ PreferenceView::PreferenceView(int pageIndex)
         return;
     window->center();
     window->setTitle("");
-    auto content = *this;
-    content.window = nullptr; // which holds the content
-    window->setContentView(std::make_shared<HostingView<PreferenceView>>(content));
+    window->setContentView(std::make_shared<HostingView<PreferenceView>>(*this));
     window->setDelegate(prefsWindowDelegate);
     state->pageIndex.set(pageIndex);
     addToolbar();

@@ -31,7 +31,7 @@ struct PreferenceView {
 
     std::shared_ptr<PreferenceViewWindowDelegate> prefsWindowDelegate;
     std::shared_ptr<PreferenceState> state;
-    /// Null when the window server refused one, and in the content's own copy.
+    /// Null when the window server refused one. It and its content hold each other until it is closed.
     std::shared_ptr<TitledWindow> window;
 
 private:

@@ -100,6 +100,8 @@ TEST_F(PreferencesTest, OpenWindowIsBroughtToTheFrontInsteadOfASecondOne) {
                   "window.setLevel 0; window.orderFront; window.makeKeyAndOrderFront; "
                   "window.orderFrontRegardless");
     EXPECT_EQ(launch.delegate.preferenceView->state->pageIndex.get(), 0);
+    EXPECT_EQ(static_cast<const HostingView<PreferenceView>&>(*window().contentView()).record.window.get(),
+              &window());
     mac.journal().clear();
     launch.delegate.openPreferenceWindow();
     EXPECT_EQ(mac.journal().lines(), Lines{"window.makeKeyAndOrderFront"});
