@@ -11,7 +11,7 @@ struct InAppAlert {
     static constexpr double horizontalPadding = 20, verticalPadding = 10;
     /// Where it stands in a stack, it is pulled up by so much.
     static constexpr double topPadding = -15;
-    static constexpr Color backgroundColor{0.39882815, 0.42745543, 1.0, 1.0};
+    static constexpr Color backgroundColor{0.39882815f, 0.42745543f, 1, 1};
 
     std::string message;
 };
