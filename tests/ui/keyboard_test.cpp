@@ -5,6 +5,7 @@
 #include "ui/popover/CustomToogleButton.h"
 #include "ui/preferences/Recorder.h"
 #include "ui/preferences/RecorderCocoa.h"
+#include "ui/preferences/ToolbarWidget.h"
 
 #include <QPointer>
 #include <QTest>
@@ -131,6 +132,17 @@ TEST_F(KeyboardTest, RecordingBeginsWithAKeyAndLeavesNoFocus) {
     EXPECT_FALSE(hasRing(recorder));
     type(window, Qt::Key_Tab);
     EXPECT_EQ(focused(), "Mute Mic:") << "from the field to what follows it";
+}
+
+TEST_F(KeyboardTest, TheTabsFollowTheSelectionAndSetIt) {
+    const auto state = std::make_shared<PreferenceState>();
+    ToolbarWidget tabs({{"General", "More"}, state});
+    auto& more = find<QAbstractButton>(tabs, 1);
+    state->pageIndex.set(1);
+    EXPECT_TRUE(comesTo("the other tab", [&] { return more.isChecked(); }));
+    find<QAbstractButton>(tabs).click();
+    EXPECT_EQ(state->pageIndex.get(), 0);
+    EXPECT_FALSE(more.isChecked());
 }
 
 TEST_F(KeyboardTest, ControlWClosesThePreferences) {

@@ -7,7 +7,13 @@
 
 namespace tavro {
 
-ToolbarWidget::ToolbarWidget(const Toolbar& toolbar) {
+ToolbarWidget::ToolbarWidget(const Toolbar& toolbar)
+    : m_selectedTab(toolbar.selectedTab)
+    , m_segments(new QButtonGroup(this))
+    , m_selection(m_selectedTab->pageIndex.willChange([this] {
+        QMetaObject::invokeMethod( // when it has changed
+            this, [this] { showSelected(); }, Qt::QueuedConnection);
+    })) {
     constexpr int padding = static_cast<int>(Toolbar::padding);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(padding, padding, padding, padding);
@@ -16,24 +22,27 @@ ToolbarWidget::ToolbarWidget(const Toolbar& toolbar) {
     auto* side = new QHBoxLayout(segments);
     side->setContentsMargins(0, 0, 0, 0);
     side->setSpacing(0);
-    auto* group = new QButtonGroup(this);
     for (const auto& tab : toolbar.tabs) {
         auto* button = new PushButton(QString::fromStdString(tab), segments);
         button->setCheckable(true);
         button->setAutoExclusive(true); // so that it says what it is: one of several
-        group->addButton(button, static_cast<int>(group->buttons().size()));
+        m_segments->addButton(button, static_cast<int>(m_segments->buttons().size()));
         side->addWidget(button);
     }
-    if (auto* selected = group->button(toolbar.selectedTab->pageIndex.get()))
-        selected->setChecked(true);
+    showSelected();
     // Assistive technology toggles one without a click.
-    connect(group, &QButtonGroup::idToggled, this, [state = toolbar.selectedTab](int index, bool isOn) {
-        if (isOn)
-            state->pageIndex.set(index);
+    connect(m_segments, &QButtonGroup::idToggled, this, [this](int index, bool isOn) {
+        if (isOn && index != m_selectedTab->pageIndex.get())
+            m_selectedTab->pageIndex.set(index);
     });
     row->addStretch();
     row->addWidget(segments);
     row->addStretch();
+}
+
+void ToolbarWidget::showSelected() {
+    if (auto* selected = m_segments->button(m_selectedTab->pageIndex.get()))
+        selected->setChecked(true);
 }
 
 } // namespace tavro
