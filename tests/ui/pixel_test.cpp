@@ -71,10 +71,10 @@ TEST_F(PixelTest, ARowHasACheckMarkOf16By12PointsWhileItIsOn) {
     row.setIsOn(true);
     const auto shown = drawing(row);
     const auto check = shown.ink(end);
-    EXPECT_NEAR(check.left(), 285, 1);
-    EXPECT_NEAR(check.right(), 299, 1);
+    EXPECT_NEAR(check.left(), 282, 1);
+    EXPECT_NEAR(check.right(), 296, 1);
     EXPECT_NEAR(check.height(), 11, 1);
-    EXPECT_THAT(shown.at(289.8, check.bottom() - 1.5), IsColor("#102030", 40));
+    EXPECT_THAT(shown.at(286.8, check.bottom() - 1.5), IsColor("#102030", 40));
 }
 
 TEST_F(PixelTest, TheBannerIsOneColourWithWhiteTextInside) {

@@ -17,11 +17,13 @@ QSize SimpleToogleButton::sizeHint() const {
 }
 
 void SimpleToogleButton::paint(QPainter& painter, const QRectF& area) {
-    paintLabel(painter, {area.topLeft(), QSizeF(SimpleToogleStyle::labelWidth, area.height())});
+    const double left = area.center().x() - SimpleToogleStyle::width / 2;
+    paintLabel(painter, {left, area.top(), SimpleToogleStyle::labelWidth, area.height()});
     if (!isChecked())
         return;
     const auto [width, height] = SimpleToogleStyle::checkSize;
-    const QRectF place(area.right() - width, area.center().y() - height / 2, width, height);
+    const QRectF place(left + SimpleToogleStyle::width - width, area.center().y() - height / 2, width,
+                       height);
     painter.drawPixmap(place.toRect(), tinted(NamedImage{SimpleToogleStyle::checkName}, place.toRect().size(),
                                               palette().color(QPalette::WindowText), devicePixelRatio()));
 }
