@@ -110,7 +110,7 @@ protected:
     static constexpr std::uint32_t green = 0x20A040;
     // In the window, without the preview and with it.
     static constexpr Point recorder{215, 157}, clearButton{283, 157};
-    static constexpr Point selectButton{207, 251}, removeButton{290, 359}, inPreview{260, 300};
+    static constexpr Point selectButton{207, 251}, removeButton{258, 339}, inPreview{260, 300};
 };
 
 TEST_F(Preferences, AChosenPictureIsStoredAndShownUntilItIsRemoved) {

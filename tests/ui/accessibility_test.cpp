@@ -101,6 +101,11 @@ TEST_F(AccessibilityTest, ThePreferencesSayWhatTheyShowAndTakeActions) {
         EXPECT_EQ(LaunchAtLogin::isEnabled(), isOn);
         EXPECT_EQ(login.state().checked, isOn);
     }
+    act(login, QAccessibleActionInterface::toggleAction());
+    mac.appService().userSets(AppService::Status::enabled); // elsewhere
+    mac.journal().clear();
+    act(login, QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(mac.journal().lines("appService"), (Lines{"appService.unregister", "appService.register"}));
     act(find(window, Role::Button, "Select..."), QAccessibleActionInterface::pressAction());
     EXPECT_TRUE(comesTo("the chooser", [&] { return mac.openPanels().shown().has_value(); }));
 }

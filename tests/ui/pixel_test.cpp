@@ -8,6 +8,7 @@
 #include "ui/popover/SimpleToogleButton.h"
 #include "ui/preferences/WallpaperPreview.h"
 
+#include <QPushButton>
 #include <QVariantAnimation>
 
 namespace tavro {
@@ -126,6 +127,16 @@ TEST_F(PixelTest, ThePreviewIsStretchedWithinABlackBorderOfOnePoint) {
         expect(Drawing(preview, pixelRatio),
                {{0.9, 50, "black"}, {1.1, 50, inside}, {238.9, 50, inside}, {239.9, 99.9, "black"}});
     }
+}
+
+TEST_F(PixelTest, ThePreferencesKeepTheirSizeWithAPreview) {
+    chooseWallpaper();
+    auto& window = preferences();
+    QApplication::processEvents();
+    EXPECT_EQ(window.size(), QSize(400, 360));
+    const auto& remove = find<QPushButton>(window, 1 + 1);
+    EXPECT_EQ(remove.text(), "Remove");
+    EXPECT_LE(remove.mapTo(&window, remove.rect().bottomLeft()).y(), 360);
 }
 
 // In points, between what the margins of the buttons leave.

@@ -34,7 +34,11 @@ std::function<void()> soon(QObject* object, Block block) {
 PreferenceWidget::PreferenceWidget() {
     constexpr int padding = static_cast<int>(PreferenceView::padding);
     auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(padding, padding, padding, padding);
+    rows->setContentsMargins(padding, 0, padding, 0);
+    const auto addPadding = [rows] { // which gives way where the preview needs the room
+        rows->addItem(new QSpacerItem(0, padding, QSizePolicy::Minimum, QSizePolicy::Maximum));
+    };
+    addPadding();
     rows->setSpacing(spacing - Recorder::margin); // which the recorders have of their own
     addStartupRow();
     addRecorderRow("Toggle TavroPRO", Constants::tavroGlobalShortcut);
@@ -44,6 +48,7 @@ PreferenceWidget::PreferenceWidget() {
     rows->addSpacing(static_cast<int>(PreferenceView::rowBottomPadding) + Recorder::margin);
     addWallpaperRow();
     rows->addStretch();
+    addPadding();
     refreshStartup();
     refreshWallpaper();
     m_observations.push_back(
@@ -65,10 +70,11 @@ void PreferenceWidget::addStartupRow() {
     auto* row = addRow("Startup", PreferenceView::startupBottomPadding);
     m_launchAtLogin = new QCheckBox(translated(toggle.label), this);
     // Assistive technology toggles it without a click.
-    connect(m_launchAtLogin, &QCheckBox::toggled, this, [&observable = toggle.launchAtLogin](bool isOn) {
-        if (isOn != observable.isEnabled())
-            observable.setIsEnabled(isOn);
-    });
+    connect(m_launchAtLogin, &QCheckBox::toggled, this,
+            [this, &observable = toggle.launchAtLogin](bool isOn) {
+                if (!m_isRefreshing)
+                    observable.setIsEnabled(isOn);
+            });
     row->addWidget(m_launchAtLogin);
     row->addStretch();
 }
@@ -105,7 +111,9 @@ void PreferenceWidget::addWallpaperRow() {
 }
 
 void PreferenceWidget::refreshStartup() {
+    m_isRefreshing = true;
     m_launchAtLogin->setChecked(LaunchAtLogin::isEnabled());
+    m_isRefreshing = false;
 }
 
 void PreferenceWidget::refreshWallpaper() {

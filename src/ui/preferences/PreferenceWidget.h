@@ -29,6 +29,7 @@ private:
 
     const GeneralPreferencesView m_general;
     QCheckBox* m_launchAtLogin = nullptr;
+    bool m_isRefreshing = false; // the switch, which the user has not touched
     WallpaperPreview* m_preview = nullptr;
     QPushButton* m_remove = nullptr;
     std::vector<Observation> m_observations;
