@@ -3,6 +3,7 @@
 #include "audio/AlertView.h"
 #include "desktop/CustomWallpaper.h"
 #include "ui/controls/Divider.h"
+#include "ui/painting/CoverPainting.h"
 #include "ui/popover/CustomToogleButton.h"
 #include "ui/popover/InAppAlertButton.h"
 #include "ui/popover/SimpleToogleButton.h"
@@ -126,6 +127,21 @@ TEST_F(PixelTest, ThePreviewIsStretchedWithinABlackBorderOfOnePoint) {
         const auto* inside = hasImage ? "#3366cc" : "white";
         expect(Drawing(preview, pixelRatio),
                {{0.9, 50, "black"}, {1.1, 50, inside}, {238.9, 50, inside}, {239.9, 99.9, "black"}});
+    }
+}
+
+TEST_F(PixelTest, ACoversTextIsReadOnAnyBackground) {
+    for (const auto background : {Qt::black, Qt::white}) {
+        QImage image(200, 50, QImage::Format_RGB32);
+        image.fill(background);
+        QPainter painter(&image);
+        paintCover(CenteredText{"Error loading image"}, painter, image.rect());
+        painter.end();
+        int contrasting = 0;
+        for (int x = 0; x < image.width(); ++x)
+            for (int y = 0; y < image.height(); ++y)
+                contrasting += std::abs(image.pixelColor(x, y).red() - QColor(background).red()) > 200;
+        EXPECT_GT(contrasting, 50);
     }
 }
 

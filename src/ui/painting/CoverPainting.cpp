@@ -4,6 +4,7 @@
 #include "toolkit/Translation.h"
 
 #include <QPainter>
+#include <QPainterPath>
 
 namespace tavro {
 
@@ -24,8 +25,16 @@ struct ContentPainter {
         painter.drawImage(place, toolkitImage(content.image));
     }
 
+    // White with a black outline, for what lies below shows through.
     void operator()(const CenteredText& content) const {
-        painter.drawText(area, Qt::AlignCenter, translated(content.text));
+        constexpr double outline = 3;
+        const auto text = translated(content.text);
+        QPainterPath letters;
+        letters.addText(0, 0, painter.font(), text);
+        letters.translate(area.center() - letters.boundingRect().center());
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.strokePath(letters, QPen(Qt::black, outline, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.fillPath(letters, Qt::white);
     }
 };
 
