@@ -116,6 +116,8 @@ void QtOverlayWindow::setAttribute(WindowAttribute attribute, bool isSo) {
         m_attributes.insert(attribute);
     else
         m_attributes.erase(attribute);
+    if (attribute == WindowAttribute::hasShadow && m_surface)
+        m_surface->setFlag(Qt::NoDropShadowWindowHint, !isSo); // also of one that shows already
 }
 
 void QtOverlayWindow::setBackgroundColor(Color color) {
