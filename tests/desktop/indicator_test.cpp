@@ -5,8 +5,10 @@
 #include "audio/AlertView.h"
 #include "platform/input/KeyboardLayout.h"
 #include "platform/windows/OverlayWindow.h"
+#include "platform/windows/Screens.h"
 
 #include <QApplication>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -34,6 +36,8 @@ TEST_F(Indicator, StandsAboveEverythingAndTakesNoClicks) {
     };
     EXPECT_TRUE(shows("the indicator", isDrawn));
     EXPECT_EQ(server.place(number(alert)), place);
+    for (const auto* ours : QGuiApplication::topLevelWindows())
+        EXPECT_TRUE(ours->winId() != number(alert) || ours->flags() & Qt::NoDropShadowWindowHint);
     const auto now = server.screenshot(place);
     for (const std::size_t corner : {0, 199, 199 * 200, 200 * 200 - 1})
         EXPECT_EQ(now[corner], before[corner]) << corner;
@@ -62,6 +66,17 @@ TEST_F(Indicator, StandsInTheSamePlaceEveryTime) {
         }
         EXPECT_EQ(server.place(number(alert)), place);
         alert.window->close();
+    }
+}
+
+TEST_F(LinuxMachineTest, TheMainScreenIsThatOfTheFocusWhoeverHasIt) {
+    const auto screens = machine.screens().screens();
+    ASSERT_EQ(screens.size(), 2u);
+    ClientApplication other(server, "Other");
+    for (const std::size_t index : {1, 0}) {
+        other.addWindow({index == 0 ? 100 : 2500, 300, 300, 200});
+        EXPECT_TRUE(
+            shows("the other main screen", [&] { return machine.screens().mainScreen() == screens[index]; }));
     }
 }
 

@@ -4,7 +4,6 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QWindow>
 
 #include <xcb/randr.h>
 
@@ -72,11 +71,38 @@ std::vector<Screen> QtScreens::screens() const {
 }
 
 std::optional<Screen> QtScreens::mainScreen() const {
-    const auto* window = QGuiApplication::focusWindow();
-    const auto* screen = window ? window->screen() : QGuiApplication::primaryScreen();
+    const auto* active = activeScreen();
+    const auto* screen = active ? active : QGuiApplication::primaryScreen();
     if (!screen || isPlaceholder(*screen))
         return std::nullopt;
     return describe(*screen);
+}
+
+/// Where most of the window with the focus stands, whoever's it is; null where there is none.
+const QScreen* QtScreens::activeScreen() const {
+    const auto window = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
+    const auto sizeCookie = xcb_get_geometry(m_x.raw(), window);
+    const auto placeCookie = xcb_translate_coordinates(m_x.raw(), window, m_x.root(), 0, 0);
+    const XReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(m_x.raw(), sizeCookie, nullptr));
+    const XReply<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(m_x.raw(), placeCookie, nullptr));
+    m_x.deliverQueuedEvents();
+    if (!size || !place)
+        return nullptr;
+    const QRect pixels(place->dst_x, place->dst_y, size->width, size->height);
+    const QScreen* found = nullptr;
+    qint64 most = 0;
+    for (const auto* screen : QGuiApplication::screens()) {
+        const auto geometry = screen->geometry();
+        const QRect ofScreen(geometry.topLeft(), geometry.size() * screen->devicePixelRatio());
+        const auto common = pixels & ofScreen;
+        const auto area = qint64{common.width()} * common.height();
+        if (!common.isEmpty() && area > most) {
+            most = area;
+            found = screen;
+        }
+    }
+    return found;
 }
 
 std::optional<DisplayID> QtScreens::mainDisplayID() const {

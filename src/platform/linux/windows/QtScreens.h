@@ -34,6 +34,7 @@ public:
     static QRect framePixels(const Rect& frame);
 
 private:
+    const QScreen* activeScreen() const;
     Screen describe(const QScreen& screen) const;
     DisplayID identifier(const QScreen& screen) const;
 
