@@ -67,10 +67,12 @@ TEST_F(WorkspaceContract, ObserversAreNotifiedOfActivationsThatAreInForce) {
     testMachine->clickWindow("notes");
     EXPECT_TRUE(hears("browser editor ")) << heard;
     const auto own = machine().windowServer().createTitledWindow(
-        {.contentRect = place, .styleMask = WindowStyleMask::titled, .screen = {}});
+        {.contentRect = {{0, 0}, {50, 50}}, .styleMask = WindowStyleMask::titled, .screen = {}});
     own->makeKeyAndOrderFront();
     machine().application().activate(true);
     frontmostOtherThan(editor); // this program, which is not told of itself
+    testMachine->clickWindow("notes");
+    EXPECT_TRUE(hears("editor editor ")) << heard;
     own->close();
     browser->activate(ApplicationActivationOption::ignoringOtherApps);
     EXPECT_TRUE(hears("editor browser ")) << heard;
