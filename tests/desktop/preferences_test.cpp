@@ -48,6 +48,7 @@ protected:
     void startRecording(Point place = recorder) {
         const auto corner = server.place(preferences);
         const Rect field{corner.x + 168, corner.y + 145, 130, 24};
+        waitForTray(false); // a program that answers has drawn the end of what it recorded before
         const auto before = server.screenshot(field);
         clickInPreferences(place);
         EXPECT_TRUE(

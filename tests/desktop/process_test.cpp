@@ -109,6 +109,7 @@ TEST_F(ProcessTest, TheSessionsEndAndNotItsSavingTurnsPresentationModeOff) {
     SessionManager manager;
     auto how = settings();
     how.environment["SESSION_MANAGER"] = manager.address();
+    const auto front = server.active();
     TavroProcess tavro(how);
     const auto reaches = [&](const std::string& what, const std::function<bool()>& condition) {
         return server.eventually(what, [&] {
@@ -118,6 +119,7 @@ TEST_F(ProcessTest, TheSessionsEndAndNotItsSavingTurnsPresentationModeOff) {
     };
     ASSERT_TRUE(reaches("the client in the session, and its item",
                         [&] { return manager.hasClient() && manager.hasSaved() && tray.showsItem(); }));
+    closePopover(tavro, front);
     present(tavro);
     manager.shutDown();
     ASSERT_TRUE(reaches("the client ready for the end", [&] { return manager.hasSaved(); }));
