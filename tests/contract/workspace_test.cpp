@@ -3,6 +3,7 @@
 #include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"
 #include "platform/process/Application.h"
+#include "platform/process/MainQueue.h"
 #include "platform/windows/TitledWindow.h"
 #include "platform/windows/WindowServer.h"
 
@@ -70,7 +71,12 @@ TEST_F(WorkspaceContract, ObserversAreNotifiedOfActivationsThatAreInForce) {
         {.contentRect = {{0, 0}, {50, 50}}, .styleMask = WindowStyleMask::titled, .screen = {}});
     own->makeKeyAndOrderFront();
     machine().application().activate(true);
-    frontmostOtherThan(editor); // this program, which is not told of itself
+    frontmostOtherThan(editor);            // this program, which does not hear of itself
+    for (int turn = 0; turn < 3; ++turn) { // and has dealt with that
+        bool isFree = false;
+        machine().mainQueue().async([&] { isFree = true; });
+        ASSERT_TRUE(waitUntil([&] { return isFree; }));
+    }
     testMachine->clickWindow("notes");
     EXPECT_TRUE(hears("editor editor ")) << heard;
     own->close();

@@ -51,6 +51,10 @@ TEST_F(Sound, ThePresentationMutesTheDefaultSpeakerAndItsEndUnmutesEveryMicropho
     toggle(*tavro);
     EXPECT_TRUE(becomeMuted({"speaker_1", "speaker_2"}));
     audio.makeDefault("speaker_2");
+    ASSERT_TRUE(server.eventually("the next default speaker", [] {
+        return Session::run("test \"$(pactl get-default-sink)\" = speaker_2");
+    }));
+    waitForTray(true); // a program that answers has heard of it
     toggle(*tavro);
     EXPECT_TRUE(becomeMuted({"speaker_1"}));
     quit(tavro);
