@@ -5,7 +5,7 @@
 
 namespace tavro {
 
-/// The message bus itself (D-Bus specification).
+/// The message bus itself (freedesktop.org D-Bus).
 constexpr auto busService = "org.freedesktop.DBus";
 constexpr auto busPath = "/org/freedesktop/DBus";
 

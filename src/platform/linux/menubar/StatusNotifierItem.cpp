@@ -96,7 +96,7 @@ QDBusObjectPath StatusNotifierItem::menu() const {
 
 // The bus handles what one connection sends in its order: the name is ours when the watcher hears of it.
 void StatusNotifierItem::show() {
-    constexpr uint doNotQueue = 4; // D-Bus specification, RequestName
+    constexpr uint doNotQueue = 4; // D-Bus, RequestName
     m_bus.registerObject(itemPath, this, QDBusConnection::ExportScriptableContents);
     send(m_bus, busService, busPath, busService, "RequestName", {m_name, doNotQueue});
     registerWithWatcher();
