@@ -4,7 +4,6 @@
 
 #include <QDBusMetaType>
 #include <QGuiApplication>
-#include <QTimer>
 
 namespace tavro {
 
@@ -138,7 +137,7 @@ QDBusVariant ExportedMenu::GetProperty(int id, const QString& name) {
 // Here as below the panel gets its answer first.
 void ExportedMenu::Event(int id, const QString& name, const QDBusVariant&, uint) {
     if (const auto* entry = item(id); entry && entry->action && name == "clicked")
-        QTimer::singleShot(0, this, entry->action);
+        QMetaObject::invokeMethod(this, entry->action, Qt::QueuedConnection);
 }
 
 QList<int> ExportedMenu::EventGroup(const QList<MenuEvent>& events) {
@@ -154,7 +153,7 @@ QList<int> ExportedMenu::EventGroup(const QList<MenuEvent>& events) {
 // Whether the layout must be fetched again, which it never must.
 bool ExportedMenu::AboutToShow(int id) {
     if (id == root)
-        QTimer::singleShot(0, this, m_opens);
+        QMetaObject::invokeMethod(this, m_opens, Qt::QueuedConnection);
     return false;
 }
 

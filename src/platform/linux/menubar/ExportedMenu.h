@@ -60,6 +60,7 @@ public:
     QString textDirection() const;
     QStringList iconThemePath() const { return {}; }
 
+    // NOLINTBEGIN(readability-identifier-naming): the protocol's names
 public Q_SLOTS:
     Q_SCRIPTABLE uint GetLayout(int parent, int depth, const QStringList& names, tavro::MenuLayout& layout);
     Q_SCRIPTABLE QList<tavro::MenuProperties> GetGroupProperties(const QList<int>& ids,
@@ -69,6 +70,7 @@ public Q_SLOTS:
     Q_SCRIPTABLE QList<int> EventGroup(const QList<tavro::MenuEvent>& events);
     Q_SCRIPTABLE bool AboutToShow(int id);
     Q_SCRIPTABLE QList<int> AboutToShowGroup(const QList<int>& ids, QList<int>& unknown);
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     const MenuItem* item(int id) const;

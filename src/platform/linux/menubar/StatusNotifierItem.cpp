@@ -5,7 +5,6 @@
 #include <QDBusMetaType>
 #include <QImage>
 #include <QPixmap>
-#include <QTimer>
 #include <QtEndian>
 
 namespace tavro {
@@ -120,7 +119,8 @@ void StatusNotifierItem::ContextMenu(int, int) {
 
 // The panel gets its answer first, and the item may end by its own click.
 void StatusNotifierItem::click(Click click) {
-    QTimer::singleShot(0, this, [clicked = m_clicked, click] { clicked(click); });
+    QMetaObject::invokeMethod(
+        this, [clicked = m_clicked, click] { clicked(click); }, Qt::QueuedConnection);
 }
 
 } // namespace tavro

@@ -74,6 +74,7 @@ public:
     bool itemIsMenu() const { return false; }
     QDBusObjectPath menu() const;
 
+    // NOLINTBEGIN(readability-identifier-naming): the protocol's names
 public Q_SLOTS:
     Q_SCRIPTABLE void Activate(int x, int y);
     Q_SCRIPTABLE void SecondaryActivate(int x, int y);
@@ -83,6 +84,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     Q_SCRIPTABLE void NewIcon();
     Q_SCRIPTABLE void NewMenu();
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     void click(Click click);
