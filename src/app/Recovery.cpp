@@ -31,18 +31,23 @@ std::optional<AudioDevice> notedSpeaker() {
     return speaker == devices.end() ? std::nullopt : std::optional(*speaker);
 }
 
+void stopFollowing(const AudioDevice& speaker) {
+    if (const auto listener = std::exchange(Process::current().shared<SpeakerWatch>().listener, nullptr))
+        machine().audioHardware().removePropertyListener(speaker.id, speaker.muteAddress(), listener);
+}
+
 /// Removes the note when its speaker is unmuted, which may be later.
 void followSpeaker() {
-    auto& watch = Process::current().shared<SpeakerWatch>();
     const auto speaker = notedSpeaker();
-    if (speaker && speaker->mute == true) {
-        if (std::exchange(watch.listener, std::make_shared<const std::function<void()>>(&followSpeaker)))
-            return;
-        machine().audioHardware().addPropertyListener(speaker->id, speaker->muteAddress(), watch.listener);
-    } else if (speaker) {
+    if (!speaker)
+        return;
+    auto& listener = Process::current().shared<SpeakerWatch>().listener;
+    if (speaker->mute != true) {
         machine().userDefaults().removeObject(Recovery::speakerKey);
-        if (const auto listener = std::exchange(watch.listener, nullptr))
-            machine().audioHardware().removePropertyListener(speaker->id, speaker->muteAddress(), listener);
+        stopFollowing(*speaker);
+    } else if (!listener) {
+        listener = std::make_shared<const std::function<void()>>(&followSpeaker);
+        machine().audioHardware().addPropertyListener(speaker->id, speaker->muteAddress(), listener);
     }
 }
 
@@ -59,6 +64,8 @@ void Recovery::noteSpeaker(std::function<void()> block) {
     const auto speaker = AudioDevice::defaultDevice(kAudioHardwarePropertyDefaultOutputDevice);
     if (speaker && speaker->mute == false)
         machine().userDefaults().setObject(speakerKey, speaker->uid);
+    if (const auto noted = notedSpeaker())
+        stopFollowing(*noted); // it is muted again before its unmuting was confirmed
     machine().userDefaults().whenWritten(std::move(block));
 }
 

@@ -72,7 +72,11 @@ TEST_F(Sound, TheNextLaunchUnmutesTheSpeakerThatAKilledProcessHadMuted) {
     audio.mute("mic_1", true); // which is the user's
     tavro = launch();
     EXPECT_TRUE(becomeMuted({"mic_1"}));
+    toggle(*tavro);
+    EXPECT_TRUE(becomeMuted({"mic_1", "speaker_1"}));
     quit(tavro);
+    EXPECT_EQ(muted(), Muted{});
+    EXPECT_EQ(defaults().find("speakerFromTavro"), std::string::npos);
 }
 
 TEST_F(Sound, TheButtonFlipsTheMicrophonesAndFollowsWhateverElseDoes) {
