@@ -62,6 +62,19 @@ TEST_P(Notifications, WhatTheUserHadSwitchedOnEndsWithThePresentation) {
     EXPECT_EQ(tavro->errors(), "");
 }
 
+TEST_P(Notifications, AppearAgainWhenTheProcessIsTerminatedEvenAtOnce) {
+    NotificationServer notifications(server, *GetParam());
+    for (const bool waits : {true, false}) {
+        SCOPED_TRACE(waits ? "while presenting" : "at once");
+        auto tavro = launch();
+        toggle(*tavro);
+        EXPECT_TRUE(!waits || becomes(notifications, true));
+        quit(tavro);
+        EXPECT_FALSE(notifications.isOn());
+        EXPECT_TRUE(defaultsHold("DNDfromTavro", false));
+    }
+}
+
 TEST_P(Notifications, TheNextLaunchEndsWhatAKilledProcessLeftOn) {
     NotificationServer notifications(server, *GetParam());
     auto tavro = launch();

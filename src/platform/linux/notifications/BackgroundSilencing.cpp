@@ -71,12 +71,15 @@ void BackgroundSilencing::setOn(bool isOn, std::function<void(bool)> completion)
     run([isOn](DesktopSilencing& silencing) { return silencing.setOn(isOn); }, std::move(completion));
 }
 
-void BackgroundSilencing::finish() {
+bool BackgroundSilencing::finish() {
+    if (m_pending == 0)
+        return false;
     const QDeadlineTimer deadline(std::chrono::seconds(3));
     QTimer wakeUp; // for the deadline
     wakeUp.start(100);
     while (m_pending > 0 && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents);
+    return m_pending == 0;
 }
 
 } // namespace tavro

@@ -20,9 +20,9 @@ public:
     void askIsOn(std::function<void(std::optional<bool>)> answer) override;
     void setOn(bool isOn, std::function<void(bool)> completion) override;
 
-    /// Waits until all that was asked is done, and what its blocks asked in turn; within a bound. For the end
-    /// of the process.
-    void finish();
+    /// Waits until all that was asked is done, and what its blocks asked in turn; within a bound. Whether
+    /// there was anything, and it is done. For the end of the process.
+    bool finish();
 
 private:
     class Worker;

@@ -1,5 +1,7 @@
 #include "platform/linux/process/LinuxMachine.h"
 
+#include <QCoreApplication>
+
 namespace tavro {
 
 namespace {
@@ -45,8 +47,13 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                     [this] {
                         m_workspace.finish();
                         m_audioHardware.finish();
-                        m_notificationSilencing.finish();
-                        m_userDefaults.synchronize();
+                        QCoreApplication::processEvents(
+                            QEventLoop::ExcludeUserInputEvents); // what that notifies
+                        // What is asked of a notification server may wait for a note, and be noted in its
+                        // turn.
+                        do
+                            m_userDefaults.synchronize();
+                        while (m_notificationSilencing.finish());
                     })
     , m_statusBar(*m_x, m_mainQueue, log, m_application)
     , m_controlStrip(m_statusBar.host()) {
