@@ -51,7 +51,6 @@ DesktopAppearance::DesktopAppearance(XConnection& x)
 void DesktopAppearance::findSettings() {
     const XReply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(m_x.raw(), xcb_get_selection_owner(m_x.raw(), m_selection), nullptr));
-    m_x.deliverQueuedEvents();
     if (!reply || reply->owner == XCB_NONE)
         return;
     m_owner = reply->owner;

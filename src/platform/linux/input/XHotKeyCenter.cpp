@@ -68,7 +68,6 @@ OSStatus XHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
     if (grab && !isUsed(*grab)) {
         release(*grab);
         m_x.roundTrip();
-        m_x.deliverQueuedEvents();
     }
     return noErr;
 }
@@ -134,7 +133,6 @@ bool XHotKeyCenter::take(const Grab& grab) {
     if (!isWhole)
         release(grab);
     m_x.flush();
-    m_x.deliverQueuedEvents();
     return isWhole;
 }
 
@@ -211,7 +209,6 @@ void XHotKeyCenter::followRemaining() {
     const auto keymapCookie = xcb_query_keymap(m_x.raw());
     const XReply<xcb_grab_keyboard_reply_t> grab(xcb_grab_keyboard_reply(m_x.raw(), grabCookie, nullptr));
     const XReply<xcb_query_keymap_reply_t> keymap(xcb_query_keymap_reply(m_x.raw(), keymapCookie, nullptr));
-    m_x.deliverQueuedEvents();
     const bool isOurs = grab && grab->status == XCB_GRAB_STATUS_SUCCESS;
     const auto remaining = m_pressed;
     for (const auto& entry : remaining)

@@ -93,7 +93,6 @@ XKeyboard::XKeyboard(XConnection& x, MainQueue& queue)
     , m_xkbChanges(x.on(xkbEvents, [this](const auto&) { m_refresh.schedule(); })) {
     startXkb();
     m_modifiers = readModifiers();
-    m_x.deliverQueuedEvents();
 }
 
 void XKeyboard::startXkb() {
@@ -116,7 +115,6 @@ void XKeyboard::startXkb() {
 void XKeyboard::refresh() {
     m_latinLayout.reset();
     m_modifiers = readModifiers();
-    m_x.deliverQueuedEvents();
     m_observers.tell();
 }
 
@@ -178,7 +176,6 @@ xkb_layout_index_t XKeyboard::activeLayout() const {
         return 0;
     const XReply<xcb_xkb_get_state_reply_t> state(
         xcb_xkb_get_state_reply(m_x.raw(), xcb_xkb_get_state(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
-    m_x.deliverQueuedEvents();
     return state ? state->group : 0;
 }
 
@@ -208,7 +205,6 @@ XKeyboard::LatinLayout XKeyboard::readLatinLayout() const {
         const auto device = xkb_x11_get_core_keyboard_device_id(m_x.raw());
         Keymap keymap(
             xkb_x11_keymap_new_from_device(m_context.get(), m_x.raw(), device, XKB_KEYMAP_COMPILE_NO_FLAGS));
-        m_x.deliverQueuedEvents();
         for (xkb_layout_index_t layout = 0; keymap && layout < xkb_keymap_num_layouts(keymap.get()); ++layout)
             if (typesLatin(keymap.get(), layout))
                 return {std::move(keymap), layout};

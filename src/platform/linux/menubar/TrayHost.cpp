@@ -77,7 +77,6 @@ void TrayHost::lookForEmbedding() {
 bool TrayHost::embeddingHasOwner() const {
     const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         m_x.raw(), xcb_get_selection_owner(m_x.raw(), m_x.atoms().netSystemTray), nullptr));
-    m_x.deliverQueuedEvents();
     return reply && reply->owner != XCB_NONE;
 }
 

@@ -56,7 +56,6 @@ void DesktopLayer::add(xcb_window_t window, bool onAllWorkspaces, bool skipsSwit
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_x.raw(), window, XCB_CW_EVENT_MASK, &mask);
     m_x.roundTrip();
-    m_x.deliverQueuedEvents();
 }
 
 void DesktopLayer::setState(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers) {
@@ -108,7 +107,6 @@ xcb_window_t DesktopLayer::frameOf(xcb_window_t window) const {
     for (auto frame = window;;) {
         const XReply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(m_x.raw(), xcb_query_tree(m_x.raw(), frame), nullptr));
-        m_x.deliverQueuedEvents();
         if (!tree || tree->parent == XCB_NONE)
             return XCB_NONE;
         if (tree->parent == tree->root)

@@ -112,7 +112,6 @@ void PanelWatch::select(std::uint32_t mask) {
 // One that hides itself slides out of the screen and comes back.
 void PanelWatch::panelMoved() {
     const auto pixels = placeOf(m_x, m_panel);
-    m_x.deliverQueuedEvents();
     QRegion visible;
     for (const auto* screen : QGuiApplication::screens())
         visible += partOfScreen(pixels, screen->geometry(), screen->devicePixelRatio());

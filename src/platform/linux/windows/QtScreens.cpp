@@ -86,7 +86,6 @@ const QScreen* QtScreens::activeScreen() const {
     const XReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(m_x.raw(), sizeCookie, nullptr));
     const XReply<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(m_x.raw(), placeCookie, nullptr));
-    m_x.deliverQueuedEvents();
     if (!size || !place)
         return nullptr;
     const QRect pixels(place->dst_x, place->dst_y, size->width, size->height);
@@ -154,7 +153,6 @@ DisplayID QtScreens::identifier(const QScreen& screen) const {
     const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         m_x.raw(), xcb_intern_atom(m_x.raw(), false, static_cast<std::uint16_t>(name.size()), name.data()),
         nullptr));
-    m_x.deliverQueuedEvents();
     return DisplayID(reply ? reply->atom : 0);
 }
 

@@ -2,8 +2,8 @@
 
 #include "platform/process/Log.h"
 
+#include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
-#include <QTimer>
 
 #include <X11/Xlib.h>
 
@@ -20,6 +20,10 @@ constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
     {&XAtoms::netActiveWindow, "_NET_ACTIVE_WINDOW"},
     {&XAtoms::netClientListStacking, "_NET_CLIENT_LIST_STACKING"},
     {&XAtoms::netCurrentDesktop, "_NET_CURRENT_DESKTOP"},
+    {&XAtoms::netFrameExtents, "_NET_FRAME_EXTENTS"},
+    {&XAtoms::netRequestFrameExtents, "_NET_REQUEST_FRAME_EXTENTS"},
+    {&XAtoms::netSupported, "_NET_SUPPORTED"},
+    {&XAtoms::netSupportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
     {&XAtoms::netWmAllowedActions, "_NET_WM_ALLOWED_ACTIONS"},
     {&XAtoms::netWmActionMinimize, "_NET_WM_ACTION_MINIMIZE"},
     {&XAtoms::netWmDesktop, "_NET_WM_DESKTOP"},
@@ -95,6 +99,9 @@ void XConnection::start() {
     m_notifier =
         std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { processEvents(); });
+    // Who waits for a reply, or sends, reads events from the socket, which then is quiet.
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            [this] { processEvents(); });
     flush();
 }
 
@@ -116,7 +123,6 @@ void XConnection::fetchAtoms() {
 }
 
 xcb_atom_t XConnection::atom(const std::string& name) const {
-    deliverQueuedEvents();
     return interned(m_connection, intern(m_connection, name));
 }
 
@@ -128,7 +134,6 @@ bool XConnection::hasCompositingManager() const {
 
 bool XConnection::has(xcb_extension_t& extension) const {
     const auto* data = xcb_get_extension_data(m_connection, &extension);
-    deliverQueuedEvents();
     return data && data->present;
 }
 
@@ -159,13 +164,11 @@ void XConnection::flush() {
 }
 
 bool XConnection::waitForEvents(std::chrono::milliseconds atMost) {
-    xcb_flush(m_connection);
+    if (processEvents())
+        return true;
     pollfd descriptor{xcb_get_file_descriptor(m_connection), POLLIN, 0};
-    if (::poll(&descriptor, 1, static_cast<int>(atMost.count())) <= 0 ||
-        xcb_connection_has_error(m_connection))
-        return false;
-    processEvents();
-    return true;
+    ::poll(&descriptor, 1, static_cast<int>(atMost.count()));
+    return processEvents();
 }
 
 void XConnection::roundTrip() {
@@ -173,17 +176,10 @@ void XConnection::roundTrip() {
         xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
 
-void XConnection::deliverQueuedEvents() const {
-    if (std::exchange(m_deliveryScheduled, true))
-        return;
-    auto* self = const_cast<XConnection*>(this);
-    QMetaObject::invokeMethod(
-        self, [self] { self->processEvents(); }, Qt::QueuedConnection);
-}
-
-void XConnection::processEvents() {
-    m_deliveryScheduled = false;
-    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+bool XConnection::processEvents() {
+    bool anyCame = false;
+    while (const auto event = nextEvent()) {
+        anyCame = true;
         constexpr int sentByAClient = 0x80;
         if (event->response_type == 0)
             report(reinterpret_cast<const xcb_generic_error_t&>(*event));
@@ -195,7 +191,17 @@ void XConnection::processEvents() {
     // The toolkit's connection has broken as well, reports it and ends the process.
     if (xcb_connection_has_error(m_connection))
         m_notifier->setEnabled(false);
-    xcb_flush(m_connection);
+    return anyCame;
+}
+
+// Sending may read what has arrived, like waiting for a reply.
+XReply<xcb_generic_event_t> XConnection::nextEvent() {
+    XReply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection));
+    if (!event) {
+        xcb_flush(m_connection);
+        event.reset(xcb_poll_for_queued_event(m_connection));
+    }
+    return event;
 }
 
 void XConnection::report(const xcb_generic_error_t& error) const {
@@ -207,7 +213,6 @@ void XConnection::report(const xcb_generic_error_t& error) const {
 
 xcb_get_property_cookie_t XConnection::request(xcb_window_t window, xcb_atom_t property) const {
     constexpr std::uint32_t atMostWords = 16384;
-    deliverQueuedEvents();
     return xcb_get_property(m_connection, false, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, atMostWords);
 }
 

@@ -31,11 +31,12 @@ using XReply = std::unique_ptr<T, FreeDeleter>;
 /// The atoms in use, fetched together. Names as in EWMH, ICCCM and the system-tray protocol.
 struct XAtoms {
     xcb_atom_t netActiveWindow, netClientListStacking, netCurrentDesktop, netWmAllowedActions,
-        netWmActionMinimize, netWmDesktop, netWmName, netWmPid, netWmState, netWmStateBelow, netWmStateHidden,
-        netWmStateSkipPager, netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType, netWmWindowTypeDesktop,
-        netWmWindowTypeDock, netWmWindowTypeMenu, netWmWindowTypeNotification, netWmWindowTypeSplash,
-        netWmWindowTypeToolbar, gtkApplicationId, kdeNetWmDesktopFile, manager, netSystemTray, netWmCm,
-        tavroHidden, tavroInstance, wmChangeState, wmClientLeader, xrootpmapId;
+        netFrameExtents, netRequestFrameExtents, netSupported, netSupportingWmCheck, netWmActionMinimize,
+        netWmDesktop, netWmName, netWmPid, netWmState, netWmStateBelow, netWmStateHidden, netWmStateSkipPager,
+        netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType, netWmWindowTypeDesktop, netWmWindowTypeDock,
+        netWmWindowTypeMenu, netWmWindowTypeNotification, netWmWindowTypeSplash, netWmWindowTypeToolbar,
+        gtkApplicationId, kdeNetWmDesktopFile, manager, netSystemTray, netWmCm, tavroHidden, tavroInstance,
+        wmChangeState, wmClientLeader, xrootpmapId;
 };
 
 /// A kind of event: what it holds, and its number, which for an extension's is counted from the first of
@@ -58,7 +59,8 @@ inline constexpr XEventKind<xcb_mapping_notify_event_t> mappingNotify{XCB_MAPPIN
 } // namespace XEvents
 
 /// A connection of our own to the X server, beside the toolkit's: for what concerns other programs' windows
-/// and the root window. Requests are sent in order; a window that died meanwhile is not an error.
+/// and the root window. Requests are sent in order; a window that died meanwhile is not an error. Events are
+/// delivered by the event loop, whatever waits for a reply meanwhile.
 class XConnection final : public QObject {
 public:
     /// Null when there is no server to connect to. May be called before the toolkit starts.
@@ -103,10 +105,6 @@ public:
     /// Returns when the server has carried out what was requested so far.
     void roundTrip();
 
-    /// Waiting for a reply reads events from the socket, which is then quiet: after it this sees to it that
-    /// they are delivered, later. The functions below do so themselves.
-    void deliverQueuedEvents() const;
-
     xcb_get_property_cookie_t request(xcb_window_t window, xcb_atom_t property) const;
     /// The 32-bit values of a property; empty where there is none.
     std::vector<std::uint32_t> values(xcb_get_property_cookie_t cookie) const;
@@ -124,7 +122,8 @@ private:
 
     void fetchAtoms();
     Observation observe(std::uint8_t number, xcb_extension_t* extension, Observer observer);
-    void processEvents();
+    bool processEvents();
+    XReply<xcb_generic_event_t> nextEvent();
     void report(const xcb_generic_error_t& error) const;
 
     xcb_connection_t* m_connection;
@@ -133,7 +132,6 @@ private:
     Log& m_log;
     XAtoms m_atoms{};
     std::unique_ptr<QSocketNotifier> m_notifier;
-    mutable bool m_deliveryScheduled = false;
     std::uint32_t m_requestBeforeEvent = 0;
     std::map<int, ObserverList<const xcb_generic_event_t&>> m_observers; // by the event's number
 };
