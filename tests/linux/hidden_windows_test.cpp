@@ -86,7 +86,7 @@ private:
             {"maximise", [&] { stateChanged(number(object)); }},
             {"take", [&] { find(number(object))->workspace = m_list.currentWorkspace; }},
             {"go", [&] { goTo(static_cast<std::uint32_t>(object[0] - '0')); }},
-            {"wait", [&] { m_model.settled(m_now += std::chrono::seconds(5)); }},
+            {"wait", [&] { m_now += std::chrono::seconds(5); }},
             // Other applications.
             {"open", [&] { open(object); }},
             {"quit", [&] { quit(object); }},
@@ -94,6 +94,9 @@ private:
             {"focus", [&] { focus(number(object)); }},
             {"busy", [&] { m_isBusy = true; }},
             {"calm", [&] { m_isBusy = false; }},
+            {"dies", [&] { m_isDead = true; }},
+            {"next", [&] { startNext(); }},
+            {"refuse", [&] { m_refuses = true; }},
             {"deaf", [&] { m_isDeaf = true; }},
             {"hear", [&] { m_isDeaf = false; }},
             {"maps", [&] { m_wayInPlace = What::map; }},
@@ -102,7 +105,7 @@ private:
             {"off", [&] { turnOff(); }},
             {"hide", [&] { m_model.hide(object, read()); }},
             {"unhide", [&] { m_model.unhide(object); }},
-            {"restore", [&] { m_model.restore(read(), m_now); }},
+            {"restore", [&] { m_model.restore(read()); }},
             {"stop", [&] { m_model.stopHiding(); }},
             {"leave", [&] { leave(); }},
             {"crash", [&] { m_model = HiddenWindows(); }},
@@ -117,7 +120,6 @@ private:
     void focus(xcb_window_t window) {
         m_list.active = window;
         m_model.activeIs(window, m_now);
-        m_model.settled(m_now);
     }
     void open(const std::string& text) {
         add(text);
@@ -144,7 +146,7 @@ private:
         m_model.stopHiding();
         for (const auto& window : m_list.windows)
             m_model.unhide(window.application);
-        m_model.restore(read(), m_now);
+        m_model.restore(read());
         m_model.bringToFront(front, m_now);
     }
     void leave() {
@@ -156,15 +158,29 @@ private:
         m_model.haveReturned(m_list);
     }
 
+    /// The next window manager knows nothing of what the one before was asked for.
+    void startNext() {
+        m_isDead = false;
+        m_requests.clear();
+        m_model.windowManagerChanged();
+        m_isOutstanding = true;
+    }
+
     void carryOut() {
-        for (take(); !m_isBusy && !m_requests.empty(); take()) {
-            const auto request = m_requests.front();
-            m_requests.erase(m_requests.begin());
-            if (auto* window = find(request.window))
-                obey(request, *window);
-        }
+        for (take(); !m_isBusy && !m_isDead && !m_requests.empty(); take())
+            obeyNext();
         hear();
+        if (!m_isBusy && !m_isDead && !m_isDeaf && std::exchange(m_isOutstanding, false)) {
+            m_model.carriedOut(read());
+            carryOut();
+        }
         take();
+    }
+    void obeyNext() {
+        const auto request = m_requests.front();
+        m_requests.erase(m_requests.begin());
+        if (auto* window = find(request.window); window && !m_refuses)
+            obey(request, *window);
     }
     /// Properties are the server's; the rest waits while the window manager is busy.
     void take() {
@@ -174,7 +190,7 @@ private:
             note(names[static_cast<int>(command.what)] + (" " + name(command.window)));
             auto* window = find(command.window);
             if (command.what > What::unmark)
-                m_requests.push_back(command);
+                m_requests.push_back(command), m_isOutstanding = true;
             else if (window && command.what == What::mark)
                 window->hiddenMark = command.value;
             else if (window && command.what == What::unmark)
@@ -236,7 +252,8 @@ private:
                 m_model.stateIs(window, found->isMinimised);
     }
 
-    bool m_isBusy = false, m_isDeaf = false;
+    bool m_isBusy = false, m_isDead = false, m_isDeaf = false, m_refuses = false;
+    bool m_isOutstanding = false; // a question whether the window manager has come so far
     What m_wayInPlace = What::clearHidden;
     ClientList m_list;
     HiddenWindows m_model;
@@ -301,9 +318,20 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
         {"under way: the second heard late", "A1 B1*", "on; deaf; off; busy; on; off; hear; on; calm; off",
          ""},
         {"under way: another in front", "A1 A2 B1*", "on; busy; off; focus A1; on; calm", "B1* | a1! a2!"},
-        {"long ago: put away by the user", "A1 B1*", "on; deaf; off; wait; minimise A1; on; off", "B1* | a1"},
+        {"under way: put away afterwards by the user", "A1 B1*", "busy; on; off; calm; minimise A1; on; off",
+         "B1* | a1"},
+
+        {"the window manager ends: on", "A1 B1*", "dies; on; next", "B1* | a1!"},
+        {"the window manager ends: off", "A1 C1 B1*", "on; dies; off; next", ""},
+        {"the window manager ends: on and off", "A1 B1*", "dies; on; off; next", ""},
+        {"the window manager ends: and shows all", "A1 B1*", "on; deaf; show A1; dies; next; hear",
+         "B1* | a1!"},
+        {"the window manager ends: the user's after that", "A1 B1*", "on; dies; next; show A1", "B1 A1* |"},
 
         {"after a crash", "A1 B1 a2 C1 B2*", "on; crash; off", "B1 A1 C1 B2* | a2"},
+        {"after a crash, and then put away", "A1 B1*", "on; crash; show A1; off; minimise A1; on; off",
+         "B1* | a1"},
+        {"after a crash, before it was minimised", "A1 B1*", "busy; on; crash; off; calm", ""},
         {"the end, elsewhere, of one only", "A1 C1 B1*", "on; go 2; unhide A; restore; leave",
          "at 2: A1 B1 | c1!"},
     };
@@ -325,12 +353,19 @@ TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
     } cases[] = {
         {"marked before it is minimised", "B1 A1 B2*", "on", "watch A1, mark A1, minimise A1"},
         {"bottom to top, and those that stay in their turn", "b2 A1 B1 C1- A2 B3*", "on; off",
-         "unmark A1, activate A1, raise B1, unmark A2, activate A2, raise B3, activate B3, unwatch A1, "
+         "activate A1, raise B1, activate A2, raise B3, activate B3, unmark A1, unwatch A1, unmark A2, "
          "unwatch A2"},
         {"brought back, and not heard of yet", "A1 B1*", "on; deaf; show A1; off",
          "unmark A1, unwatch A1, raise B1, activate A1"},
         {"the end of another is heard late", "A1@2 B1*", "on; go 2; go 1; deaf; quit A; open A1@2; off; hear",
          "watch A1"},
+        {"what is not minimised all the same", "A1 B1*", "refuse; on",
+         "watch A1, mark A1, minimise A1, minimise A1, minimise A1, unmark A1, unwatch A1, A window of \"A\" "
+         "is not minimised by the window manager and stays"},
+        {"what does not come back keeps the mark", "A1 B1*", "on; refuse; off",
+         "activate A1, raise B1, activate B1, activate A1, activate B1, activate A1, activate B1, A window "
+         "of "
+         "\"A\" is not brought back by the window manager"},
         {"what cannot be minimised", "A1# B1*", "on", "A window of \"A\" cannot be minimised and stays"},
         {"put away by the user before: left alone", "a1 a2@2 B1*", "on", ""},
         {"elsewhere: later", "A1@2 B1*", "on; go 2; go 1; off", "activate B1"},

@@ -6,6 +6,7 @@ namespace tavro {
 
 namespace {
 constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{10};
+constexpr int mostRequests = 3;
 } // namespace
 
 void HiddenWindows::hide(const std::string& application, const ClientList& list) {
@@ -44,7 +45,7 @@ void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t moment) {
         m_complaints.push_back("A window of \"" + window.application + "\" cannot be minimised and stays");
         return forget(window.id);
     }
-    ++follow(window, moment, Stage::hidden).unseen;
+    follow(window, moment, Stage::hidden).requests = 1;
     // The mark first: from here on a crash cannot lose the window.
     send(What::mark, window.id, place(window.id));
     send(What::minimise, window.id);
@@ -64,7 +65,7 @@ void HiddenWindows::stopHiding() {
 
 // Activation raises: done from the bottom to the top it gives the former stacking order. The windows that
 // stayed are raised in their turn, or those that come back would all end above them.
-void HiddenWindows::restore(const ClientList& list, Time now) {
+void HiddenWindows::restore(const ClientList& list) {
     const auto unhidden = std::exchange(m_unhidden, {});
     std::multimap<std::uint32_t, const ClientWindow*> byPlace;
     bool anyComesBack = false;
@@ -83,14 +84,14 @@ void HiddenWindows::restore(const ClientList& list, Time now) {
         anyComesBack |= comesBack && isHere;
     }
     if (anyComesBack)
-        putInOrder(byPlace, list.moment, now);
+        putInOrder(byPlace, list.moment);
     m_isHiding = m_isHiding && std::ranges::any_of(m_entries, [](const auto& entry) {
                      return entry.second.stage == Stage::due || entry.second.stage == Stage::hidden;
                  });
 }
 
 void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace,
-                               std::uint32_t moment, Time now) {
+                               std::uint32_t moment) {
     for (const auto& [place, window] : byPlace) {
         const auto* entry = find(window->id);
         if (entry ? entry->isHidden() : window->hiddenMark.has_value())
@@ -98,21 +99,74 @@ void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWi
         else if (window->isApplicationWindow && !window->isMinimised)
             send(What::raise, window->id);
     }
-    m_returnsUntil = now + settlingTime();
 }
 
 void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment) {
     const auto* known = find(window.id);
-    // One that this process has just asked to minimise may not be so yet; of one that a process before has
-    // marked only the state tells whether the user has brought it back meanwhile.
-    const bool isOurs = window.isMinimised || (known && known->unseen > 0);
-    send(What::unmark, window.id);
-    if (!isOurs)
-        return forget(window.id);
+    if (!window.isMinimised && known && known->requests == 0)
+        return release(window.id); // the user has brought it back
+    const bool mayBeMinimised = window.isMinimised || known;
+    follow(window, moment, Stage::returning).requests = 1;
+    // One that a process before has marked may be back by the user, or about to be minimised: it is looked
+    // at.
+    if (!mayBeMinimised)
+        return;
     m_broughtBack.insert(window.id);
     m_lastBroughtBack = window.id;
-    ++follow(window, moment, Stage::returning).unseen;
     send(What::activate, window.id);
+}
+
+// In the former stacking order, since activation raises.
+void HiddenWindows::carriedOut(const ClientList& list) {
+    std::vector<const ClientWindow*> windows;
+    for (const auto& window : list.windows)
+        windows.push_back(&window);
+    std::ranges::stable_sort(windows, {}, [](const auto* window) { return window->hiddenMark; });
+    bool anyIsAskedBack = false;
+    for (const auto* window : windows)
+        if (auto* entry = find(window->id); entry && entry->requests > 0)
+            anyIsAskedBack |= lookAt(*window, *entry) == What::activate;
+    if (anyIsAskedBack && list.find(m_front))
+        send(What::activate, m_front);
+}
+
+/// What it is asked for again, if at all.
+std::optional<HiddenWindows::What> HiddenWindows::lookAt(const ClientWindow& window, Entry& entry) {
+    const bool isToBeHidden = entry.stage == Stage::hidden;
+    if (!window.isMinimised && !isToBeHidden)
+        release(window.id);
+    else if (window.isMinimised && entry.stage != Stage::returning)
+        entry.requests = 0;
+    else if (++entry.requests > mostRequests)
+        giveUp(window, entry);
+    else {
+        const auto what = isToBeHidden ? What::minimise : What::activate;
+        send(what, window.id);
+        return what;
+    }
+    return std::nullopt;
+}
+
+/// One that does not come back keeps the mark, for the next process.
+void HiddenWindows::giveUp(const ClientWindow& window, Entry& entry) {
+    const bool isToBeHidden = entry.stage == Stage::hidden;
+    m_complaints.push_back("A window of \"" + window.application + "\" " +
+                           (isToBeHidden ? "is not minimised by the window manager and stays"
+                                         : "is not brought back by the window manager"));
+    entry.requests = 0;
+    if (isToBeHidden)
+        release(window.id);
+}
+
+void HiddenWindows::release(xcb_window_t window) {
+    send(What::unmark, window);
+    forget(window);
+}
+
+void HiddenWindows::windowManagerChanged() {
+    for (auto& [window, entry] : m_entries)
+        if (entry.stage != Stage::due)
+            entry.requests = 1;
 }
 
 void HiddenWindows::bringToFront(xcb_window_t window, Time now) {
@@ -123,13 +177,6 @@ void HiddenWindows::bringToFront(xcb_window_t window, Time now) {
 
 xcb_window_t HiddenWindows::front(xcb_window_t active, Time now) const {
     return isSettling(now) && m_broughtBack.contains(active) ? m_front : active;
-}
-
-void HiddenWindows::settled(Time now) {
-    const auto entries = m_entries;
-    for (const auto& [window, entry] : entries)
-        if (entry.stage == Stage::returning && now >= m_returnsUntil)
-            forget(window);
 }
 
 HiddenWindows::Duration HiddenWindows::settlingTime() const {
@@ -146,16 +193,15 @@ bool HiddenWindows::haveReturned(const ClientList& list) {
     bool allHave = true;
     for (const auto& window : list.windows) {
         const auto* entry = find(window.id);
-        if (!entry || entry->stage != Stage::waiting)
+        if (!entry || (entry->stage != Stage::waiting && entry->stage != Stage::returning))
             continue;
         if (window.isMinimised) {
             allHave = false;
             continue;
         }
-        if (window.workspace != entry->workspace)
+        if (entry->stage == Stage::waiting && window.workspace != entry->workspace)
             send(What::moveTo, window.id, entry->workspace);
-        send(What::unmark, window.id);
-        forget(window.id);
+        release(window.id);
     }
     return allHave;
 }
@@ -176,7 +222,7 @@ void HiddenWindows::arrived(const ClientList& list, Time now) {
     }
     if (!anyWaits)
         return;
-    restore(list, now);
+    restore(list);
     if (const auto* active = list.find(list.active); active && active->isApplicationWindow)
         bringToFront(active->id, now);
 }
@@ -197,18 +243,9 @@ void HiddenWindows::activeIs(xcb_window_t window, Time now) {
 }
 
 void HiddenWindows::stateIs(xcb_window_t window, bool isMinimised) {
-    auto* entry = find(window);
-    if (!entry || entry->stage == Stage::due)
-        return;
-    const bool isLastUnseen = entry->unseen % 2 == 1;
-    if (entry->unseen > 0 && isMinimised == (entry->isHidden() == isLastUnseen))
-        --entry->unseen;
-    else if (entry->unseen == 0 && !isMinimised)
-        send(What::unmark, window); // the user has brought it back
-    else
-        return;
-    if (entry->unseen == 0 && !isMinimised)
-        forget(window);
+    const auto* entry = find(window);
+    if (entry && entry->stage != Stage::due && entry->requests == 0 && !isMinimised)
+        release(window); // the user has brought it back
 }
 
 void HiddenWindows::destroyed(xcb_window_t window, std::uint32_t moment) {

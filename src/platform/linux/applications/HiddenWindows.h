@@ -20,9 +20,11 @@ namespace tavro {
 /// starts after ours has died can still bring it back. Windows of another workspace are left alone (window
 /// managers move them here, or move the user there) and treated the same when the user arrives there.
 ///
-/// The window manager carries out requests in their order, and later. Until a window was seen as it was asked
-/// to be, what is told of it may be older than the request, and is not what the user did. From then on it is:
-/// a window that comes back without us is the user's, and stays so.
+/// The window manager carries out requests in their order, and later, or it ends before that. Until it has
+/// come to all of them, what is heard of a window may be older than the request, and is not what the user
+/// did. Then it is looked at: a window that is not as it was asked to be is asked again. From then on, one
+/// that comes back without us is the user's, and stays so. The mark goes when the window is back, so that a
+/// crash in between loses none.
 class HiddenWindows {
 public:
     using Time = std::chrono::steady_clock::time_point;
@@ -53,7 +55,7 @@ public:
     /// Nothing more is hidden on arrival at another workspace. What is hidden stays so.
     void stopHiding();
     /// Brings back the windows of all applications unhidden meanwhile, in their former stacking order.
-    void restore(const ClientList& list, Time now);
+    void restore(const ClientList& list);
     /// Makes a window the one in front of those brought back.
     void bringToFront(xcb_window_t window, Time now);
 
@@ -61,7 +63,7 @@ public:
     /// other: each is tried on all that wait.
     static constexpr std::array waysInPlace{Command::What::clearHidden, Command::What::map};
     void bringBackInPlace(Command::What way, const ClientList& list);
-    /// Whether all that waited stand where they belong again.
+    /// Whether all that are to come back stand where they belong again.
     bool haveReturned(const ClientList& list);
 
     /// The user has come to another workspace.
@@ -77,8 +79,10 @@ public:
     bool isSettling(Time now) const { return !m_broughtBack.empty() && now < m_settlingEnds; }
     /// How long it may at the most.
     Duration settlingTime() const;
-    /// That time has passed.
-    void settled(Time now);
+    /// The window manager has come to all that was asked of it before this list was read.
+    void carriedOut(const ClientList& list);
+    /// Another window manager has taken over, which may know nothing of what the one before was asked for.
+    void windowManagerChanged();
     /// The window in front, or about to be while the window manager still shows the others.
     xcb_window_t front(xcb_window_t active, Time now) const;
 
@@ -93,14 +97,14 @@ private:
         due,       // to be hidden when the user arrives at its workspace
         hidden,    // marked, and asked to minimise
         waiting,   // hidden, and to come back when the user arrives at its workspace
-        returning, // asked to come back, and not seen to have done so
+        returning, // asked to come back, and not seen back
     };
     struct Entry {
         Stage stage = Stage::due;
         std::uint32_t moment = 0; // of the list in which it was last seen: its number may become another's
         std::uint32_t workspace = 0;
-        /// The requests whose effects were not seen yet: each the opposite of the one before.
-        int unseen = 0;
+        /// How often it was asked for what it is to be, while the window manager may not have come to that.
+        int requests = 0;
         bool isHidden() const { return stage == Stage::hidden || stage == Stage::waiting; }
     };
 
@@ -112,9 +116,11 @@ private:
     void recordStacking(const ClientList& list);
     void hide(const ClientWindow& window, const ClientList& list);
     void minimise(const ClientWindow& window, std::uint32_t moment);
-    void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, std::uint32_t moment,
-                    Time now);
+    void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, std::uint32_t moment);
     void bringBack(const ClientWindow& window, std::uint32_t moment);
+    std::optional<What> lookAt(const ClientWindow& window, Entry& entry);
+    void giveUp(const ClientWindow& window, Entry& entry);
+    void release(xcb_window_t window);
 
     std::map<xcb_window_t, Entry> m_entries;
     bool m_isHiding = false;
@@ -122,8 +128,6 @@ private:
     std::vector<xcb_window_t> m_stacking;
     /// The applications unhidden since the last restoring.
     std::set<std::string> m_unhidden;
-    /// When the window manager should have brought back all that it was asked to.
-    Time m_returnsUntil;
     xcb_window_t m_front = XCB_NONE;
     std::set<xcb_window_t> m_broughtBack;
     /// The uppermost of those until it has had the focus.

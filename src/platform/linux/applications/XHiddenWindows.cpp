@@ -20,8 +20,9 @@ HiddenWindows::Time now() {
 
 } // namespace
 
-XHiddenWindows::XHiddenWindows(XConnection& x, MainQueue& queue, Log& log)
+XHiddenWindows::XHiddenWindows(XConnection& x, WindowManagerSync& windowManager, MainQueue& queue, Log& log)
     : m_x(x)
+    , m_windowManager(windowManager)
     , m_queue(queue)
     , m_log(log)
     , m_restoring(queue, [this] { restore(); })
@@ -46,6 +47,10 @@ XHiddenWindows::XHiddenWindows(XConnection& x, MainQueue& queue, Log& log)
                                  if (m_model.isSettling(now()))
                                      m_lookingAtFront.schedule();
                              }),
+          windowManager.onReplacement([this] {
+              m_model.windowManagerChanged();
+              lookWhenCarriedOut();
+          }),
       } {}
 
 std::shared_ptr<const ClientList> XHiddenWindows::readClients() {
@@ -78,7 +83,7 @@ void XHiddenWindows::stopHiding() {
 }
 
 void XHiddenWindows::restore() {
-    m_model.restore(*readClients(), now());
+    m_model.restore(*readClients());
     if (send())
         followSettling();
 }
@@ -107,14 +112,29 @@ void XHiddenWindows::lookAtFront() {
     if (m_model.isSettling(now()))
         m_model.activeIs(m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE),
                          now());
-    m_model.settled(now());
     send();
 }
 
-void XHiddenWindows::finish() {
+/// The last look is enough: until then there are requests that are not carried out.
+void XHiddenWindows::lookWhenCarriedOut() {
+    ++m_outstanding;
+    m_windowManager.whenCarriedOut([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (!self || --self->m_outstanding > 0)
+            return;
+        self->m_model.carriedOut(*self->readClients());
+        self->send();
+    });
+}
+
+void XHiddenWindows::settle() {
     m_restoring.doNow();
     for (lookAtFront(); m_model.isSettling(now()); lookAtFront())
         m_x.waitForEvents(margin);
+}
+
+void XHiddenWindows::finish() {
+    settle();
     bringBackInPlace();
     m_x.roundTrip();
 }
@@ -133,8 +153,7 @@ void XHiddenWindows::bringBackInPlace() {
         }
     }
     if (!haveReturned)
-        m_log.diagnose(
-            "Windows on other workspaces stay hidden: the window manager does not bring them back");
+        m_log.diagnose("Windows stay hidden: the window manager does not bring them back");
 }
 
 void XHiddenWindows::followStates() {
@@ -160,6 +179,9 @@ bool XHiddenWindows::send() {
     const auto commands = m_model.takeCommands();
     for (const auto& command : commands)
         send(command);
+    if (std::ranges::any_of(commands,
+                            [](const auto& command) { return command.what >= Command::What::minimise; }))
+        lookWhenCarriedOut();
     m_x.flush();
     return !commands.empty();
 }

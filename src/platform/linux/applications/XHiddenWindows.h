@@ -2,7 +2,7 @@
 
 #include "platform/linux/applications/HiddenWindows.h"
 #include "platform/linux/process/OncePerTurn.h"
-#include "platform/linux/x11/XConnection.h"
+#include "platform/linux/x11/WindowManagerSync.h"
 
 #include <array>
 #include <memory>
@@ -17,7 +17,7 @@ class MainQueue;
 /// The hidden windows of the X server: tells the model what the server tells, and sends what it asks for.
 class XHiddenWindows : public std::enable_shared_from_this<XHiddenWindows> {
 public:
-    XHiddenWindows(XConnection& x, MainQueue& queue, Log& log);
+    XHiddenWindows(XConnection& x, WindowManagerSync& windowManager, MainQueue& queue, Log& log);
 
     /// Reads the windows anew; the list holds for the rest of this turn of the main queue.
     std::shared_ptr<const ClientList> readClients();
@@ -32,6 +32,9 @@ public:
     void bringToFront(xcb_window_t window);
     /// The window in front, whichever the window manager shows meanwhile.
     xcb_window_t front(xcb_window_t active) const;
+    /// Returns when the window manager has come to rest after bringing windows back, at the latest when it
+    /// should have.
+    void settle();
     /// Brings back all that was unhidden, wherever it is, and returns when the window manager has come to
     /// rest after that, at the latest when it should have. Before the process ends.
     void finish();
@@ -45,19 +48,22 @@ private:
     void lookAtFront();
     void bringBackInPlace();
     void followSettling();
+    void lookWhenCarriedOut();
     /// Whether there was anything.
     bool send();
     void send(const Command& command);
     void select(xcb_window_t window, std::uint32_t events);
 
     XConnection& m_x;
+    WindowManagerSync& m_windowManager;
     MainQueue& m_queue;
     Log& m_log;
     HiddenWindows m_model;
+    int m_outstanding = 0; // looks that wait for the window manager
     std::shared_ptr<const ClientList> m_clients;
     OncePerTurn m_restoring, m_lookingAtFront, m_followingStates;
     std::set<xcb_window_t> m_changedStates;
-    std::array<Observation, 4> m_events;
+    std::array<Observation, 5> m_events;
 };
 
 } // namespace tavro

@@ -17,7 +17,8 @@ XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, Desktop& deskto
     : m_x(x)
     , m_screens(screens)
     , m_desktop(desktop)
-    , m_hidden(std::make_shared<XHiddenWindows>(x, queue, log))
+    , m_windowManager(x)
+    , m_hidden(std::make_shared<XHiddenWindows>(x, m_windowManager, queue, log))
     , m_followingActive(queue, [this] { activeWindowChanged(); })
     , m_activations(
           x.onPropertyChange(x.root(), x.atoms().netActiveWindow, [this] { m_followingActive.schedule(); })) {
@@ -74,6 +75,8 @@ void XWorkspace::unhideAbandoned() {
         }
     if (anyIsHidden && clients->find(clients->active))
         m_hidden->bringToFront(clients->active);
+    if (anyIsHidden)
+        m_hidden->settle(); // or the popover of the launch would lose the focus to them
 }
 
 void XWorkspace::finish() {

@@ -36,6 +36,7 @@ private:
     const QtScreens& m_screens;
     Desktop& m_desktop;
     NotificationCenter m_notificationCenter;
+    WindowManagerSync m_windowManager;
     std::shared_ptr<XHiddenWindows> m_hidden;
     /// The last window that stood in front.
     xcb_window_t m_front = XCB_NONE;
