@@ -1,0 +1,162 @@
+#include "support/AudioServer.h"
+#include "support/DesktopTest.h"
+
+#include <algorithm>
+#include <csignal>
+#include <unistd.h>
+
+class Interrupted;
+
+struct Fault {
+    const char* name;
+    void (Interrupted::*strike)();
+};
+
+/// Something happens in the middle of turning presentation mode on or off: at the next turn-off, or launch,
+/// everything is as it was. Control-Super-P switches the mode.
+class Interrupted : public DesktopTest, public testing::WithParamInterface<Fault> {
+public:
+    void killAndRelaunch() {
+        tavro->signal(SIGKILL);
+        EXPECT_EQ(tavro->end(), "killed by signal 9");
+        tavro = std::make_unique<TavroProcess>(settings());
+        EXPECT_TRUE(showsPopover(*tavro));
+        input.type(Input::Key::escape);
+    }
+    void replacePanel() {
+        replace("panel");
+        EXPECT_TRUE(server.eventually("the next panel's tray", [] { return hasHost(); }));
+    }
+    void replaceNotificationServer() { replace("notifyd"); }
+    void replaceSettingsDaemon() { replace("xfconfd"); }
+    void replaceWindowManager() { replace("xfwm4"); }
+    void replaceSoundServer() {
+        audio.end();
+        audio.start();
+    }
+    void destroyWindow() { client->destroy(window); }
+    void plugAndUnplugDevice() {
+        audio.plugInMicrophone("mic_3");
+        audio.unplug("mic_3");
+    }
+    void unplugAndPlugScreen() {
+        EXPECT_TRUE(Session::run("xrandr --output DUMMY1 --off"));
+        EXPECT_TRUE(server.eventually("one screen", [this] { return server.screens().size() == 1; }));
+        EXPECT_TRUE(Session::run("xrandr --output DUMMY1 --mode 1440x900 --right-of DUMMY0"));
+        EXPECT_TRUE(server.eventually("two screens", [this] { return server.screens().size() == 2; }));
+    }
+
+protected:
+    void SetUp() override {
+        DesktopTest::SetUp();
+        writeDefaults(R"(<key>KeyboardShortcuts_tavroGlobalShortcut</key>
+            <string>{"carbonKeyCode":35,"carbonModifiers":4352}</string><key>muteSpeaker</key><true/>)");
+        others = windowsBesides("Chat");
+        chat = server.active();
+    }
+
+    void pressShortcut() { input.type({Input::Key::control, Input::Key::super}, Input::Key::p); }
+    bool isOn() { return tavro->linesOfOutput(turnedOn) > tavro->linesOfOutput(turnedOff); }
+    bool hasLine(const char* line) { return tavro->linesOfOutput(line) > 0; }
+
+    /// Kills a piece of the session and starts it anew.
+    static void replace(const std::string& piece) {
+        Session::signal(piece, SIGKILL);
+        EXPECT_TRUE(waitForEnd(Session::pid(piece)));
+        Session::start(piece);
+    }
+    static bool hasHost() {
+        return Session::run("gdbus call --session --dest org.kde.StatusNotifierWatcher --object-path "
+                            "/StatusNotifierWatcher --method org.freedesktop.DBus.Properties.Get "
+                            "org.kde.StatusNotifierWatcher IsStatusNotifierHostRegistered 2>/dev/null | "
+                            "grep -q true");
+    }
+    static bool isQuiet() {
+        return Session::run("test \"$(xfconf-query -c xfce4-notifyd -p /do-not-disturb)\" = true");
+    }
+
+    /// Presses the shortcut, once or twice, and strikes when the last switch has come to the step.
+    void strikeAt(const char* what, bool turnsOn, const std::function<bool()>& isReached) {
+        client.emplace(server, "Alpha");
+        window = client->addWindow({300, 200, 300, 200});
+        server.activate(chat);
+        ASSERT_TRUE(server.eventually("the chat in front", [this] { return server.active() == chat; }));
+        tavro = launch();
+        if (!turnsOn) {
+            pressShortcut();
+            waitForTray(true);
+        }
+        pressShortcut();
+        EXPECT_TRUE(::eventually(what, isReached, [] { ::usleep(500); }))
+            << tavro->output() << tavro->errors();
+        (this->*GetParam().strike)();
+    }
+    /// A switch that is under way is over when the last thing that it does shows.
+    void turnOff() {
+        waitForTray(isOn());
+        if (isOn())
+            pressShortcut();
+        waitForTray(false);
+    }
+    void expectEverythingAsItWas() {
+        EXPECT_TRUE(server.eventually("all windows without a mark", [this] {
+            return std::ranges::none_of(server.applicationWindows(), [this](auto each) {
+                return server.isMinimised(each) || isMarked(each);
+            });
+        }));
+        EXPECT_TRUE(server.eventually("no cover", [this] { return covers(*tavro).empty(); }));
+        EXPECT_TRUE(server.eventually("the end of the silence", [] { return !isQuiet(); }));
+        EXPECT_TRUE(server.eventually("sound", [] { return !AudioServer::isMuted("speaker_1"); }));
+        EXPECT_TRUE(server.grabKeyboard()) << "a grab is left";
+        server.ungrabKeyboard();
+        EXPECT_FALSE(Session::run("pgrep -P " + std::to_string(tavro->pid()))) << "a helper is left";
+        EXPECT_TRUE(defaults().ends_with("</plist>\n")) << "settings half written: " << defaults();
+    }
+
+    AudioServer audio;
+    std::unique_ptr<TavroProcess> tavro;
+    std::optional<ClientApplication> client; // one of the others, with one window
+    xcb_window_t window = XCB_NONE;
+    std::vector<xcb_window_t> others;
+    xcb_window_t chat = XCB_NONE;
+};
+
+INSTANTIATE_TEST_SUITE_P(Interrupted, Interrupted,
+                         testing::Values(Fault{"WeAreKilled", &Interrupted::killAndRelaunch},
+                                         Fault{"PanelIsKilled", &Interrupted::replacePanel},
+                                         Fault{"NotificationServerIsKilled",
+                                               &Interrupted::replaceNotificationServer},
+                                         Fault{"SettingsDaemonIsKilled", &Interrupted::replaceSettingsDaemon},
+                                         Fault{"WindowManagerIsKilled", &Interrupted::replaceWindowManager},
+                                         Fault{"SoundServerEnds", &Interrupted::replaceSoundServer},
+                                         Fault{"WindowGoes", &Interrupted::destroyWindow},
+                                         Fault{"DeviceComesAndGoes", &Interrupted::plugAndUnplugDevice},
+                                         Fault{"ScreenGoesAndComes", &Interrupted::unplugAndPlugScreen}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_P(Interrupted, SwitchesAreMadeGoodWhateverHappensInTheirMiddle) {
+    const struct {
+        const char* what;
+        bool turnsOn;
+        std::function<bool()> isReached;
+    } steps[] = {
+        {"on begins", true, [&] { return hasLine(turnedOn); }},
+        {"silence is asked for", true, [&] { return hasLine("ENABLE"); }},
+        {"a window is hidden", true, [&] { return server.isMinimised(others.front()); }},
+        {"silence is noted", true,
+         [&] { return tavro->output().rfind("DNDfromTavro") > tavro->output().find("ENABLE"); }},
+        {"on is over", true, [&] { return tray.showsItemAndButton(); }},
+        {"off begins", false, [&] { return hasLine(turnedOff); }},
+        {"the end of silence is asked for", false, [&] { return hasLine("DISABLE"); }},
+        {"a window is back", false, [&] { return !server.isMinimised(others.front()); }},
+        {"off is over", false, [&] { return tray.showsItem(); }},
+    };
+    for (const auto& [what, turnsOn, isReached] : steps) {
+        SCOPED_TRACE(std::string("When ") + what);
+        strikeAt(what, turnsOn, isReached);
+        turnOff();
+        expectEverythingAsItWas();
+        quit(tavro);
+        client.reset();
+    }
+}
