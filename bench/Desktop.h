@@ -2,8 +2,8 @@
 
 #include "Child.h"
 
-#include "support/Input.h"
-#include "support/XClient.h"
+#include "support/desktop/Input.h"
+#include "support/desktop/XClient.h"
 
 #include <functional>
 

@@ -7,7 +7,7 @@
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/StreamLog.h"
 #include "platform/process/Process.h"
-#include "support/Input.h"
+#include "support/desktop/Input.h"
 
 #include <QApplication>
 

@@ -15,7 +15,7 @@
 #include "platform/process/Process.h"
 #include "platform/windows/OverlayWindow.h"
 #include "support/WaitUntil.h"
-#include "support/XClient.h"
+#include "support/desktop/XClient.h"
 #include "ui/ViewPainting.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "support/TestMachine.h"
+#include "support/machines/TestMachine.h"
 
 #include "platform/input/HotKeyCenter.h"
 

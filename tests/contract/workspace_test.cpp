@@ -1,4 +1,4 @@
-#include "support/TestMachine.h"
+#include "support/machines/TestMachine.h"
 
 #include "platform/applications/RunningApplication.h"
 #include "platform/applications/Workspace.h"

@@ -1,7 +1,7 @@
-#include "support/AudioServer.h"
 #include "support/Eventually.h"
-#include "support/ProcessEvents.h"
-#include "support/Session.h"
+#include "support/desktop/Session.h"
+#include "support/machines/ProcessEvents.h"
+#include "support/servers/AudioServer.h"
 
 #include "platform/linux/audio/PulseAudioHardware.h"
 #include "platform/linux/process/QtMainQueue.h"

@@ -1,5 +1,5 @@
-#include "support/ClientApplication.h"
-#include "support/LinuxMachineTest.h"
+#include "support/desktop/ClientApplication.h"
+#include "support/machines/LinuxMachineTest.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "audio/AlertView.h"

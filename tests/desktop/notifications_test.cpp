@@ -1,5 +1,5 @@
-#include "support/DesktopTest.h"
-#include "support/NotificationServer.h"
+#include "support/desktop/DesktopTest.h"
+#include "support/servers/NotificationServer.h"
 
 #include <csignal>
 

@@ -1,5 +1,5 @@
-#include "support/ClientApplication.h"
-#include "support/DesktopTest.h"
+#include "support/desktop/ClientApplication.h"
+#include "support/desktop/DesktopTest.h"
 
 #include <algorithm>
 #include <csignal>

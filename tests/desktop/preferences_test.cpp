@@ -1,4 +1,4 @@
-#include "support/DesktopTest.h"
+#include "support/desktop/DesktopTest.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
-#include "support/DesktopTest.h"
-#include "support/SessionManager.h"
+#include "support/desktop/DesktopTest.h"
+#include "support/servers/SessionManager.h"
 
 #include <csignal>
 

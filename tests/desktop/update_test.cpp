@@ -1,5 +1,5 @@
-#include "support/DesktopTest.h"
-#include "support/HttpsServer.h"
+#include "support/desktop/DesktopTest.h"
+#include "support/servers/HttpsServer.h"
 
 /// Behind the proxy of the test's server, which alone plays the host that publishes versions.
 TEST_F(DesktopTest, EachLaunchComparesThePublishedVersionWithItsOwn) {

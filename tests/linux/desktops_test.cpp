@@ -3,9 +3,9 @@
 #include "platform/linux/bus/GSettings.h"
 #include "platform/linux/desktops/RunningDesktop.h"
 
-#include "support/BusStandIn.h"
-#include "support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
+#include "support/servers/BusStandIn.h"
+#include "support/servers/PrivateBus.h"
 
 #include <QCoreApplication>
 

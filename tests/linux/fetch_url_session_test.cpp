@@ -1,9 +1,9 @@
 #include "platform/linux/storage/FetchURLSession.h"
 
 #include "platform/simulated/process/SimulatedLog.h"
-#include "support/HttpsServer.h"
 #include "support/TemporaryFolder.h"
 #include "support/WaitUntil.h"
+#include "support/servers/HttpsServer.h"
 
 #include <QCoreApplication>
 #include <QTimer>

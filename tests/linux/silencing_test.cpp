@@ -2,9 +2,9 @@
 #include "platform/linux/notifications/DesktopSilencing.h"
 #include "platform/simulated/process/SimulatedLog.h"
 
-#include "support/BusStandIn.h"
-#include "support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
+#include "support/servers/BusStandIn.h"
+#include "support/servers/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>

@@ -1,4 +1,4 @@
-#include "support/UiTest.h"
+#include "support/machines/UiTest.h"
 
 #include "LaunchAtLogin/LaunchAtLogin.h"
 

@@ -1,4 +1,4 @@
-#include "support/UiTest.h"
+#include "support/machines/UiTest.h"
 
 #include "audio/AlertContent.h"
 #include "ui/painting/AlertPainting.h"

@@ -1,4 +1,4 @@
-#include "support/UiTest.h"
+#include "support/machines/UiTest.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "LaunchAtLogin/LaunchAtLogin.h"

@@ -1,4 +1,4 @@
-#include "support/UiTest.h"
+#include "support/machines/UiTest.h"
 
 #include "audio/AlertMuteView.h"
 #include "audio/AlertView.h"

@@ -1,4 +1,4 @@
-#include "AudioTest.h"
+#include "support/machines/AudioTest.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

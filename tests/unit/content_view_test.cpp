@@ -1,4 +1,4 @@
-#include "support/Launch.h"
+#include "support/machines/Launch.h"
 
 #include "platform/simulated/windows/SimulatedPopover.h"
 #include "platform/simulated/windows/SimulatedTitledWindow.h"

@@ -1,4 +1,4 @@
-#include "support/Launch.h"
+#include "support/machines/Launch.h"
 
 #include "desktop/CoverWindow.h"
 #include "platform/simulated/windows/SimulatedOverlayWindow.h"

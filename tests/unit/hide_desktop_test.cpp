@@ -1,4 +1,4 @@
-#include "support/Launch.h"
+#include "support/machines/Launch.h"
 
 #include <gtest/gtest.h>
 

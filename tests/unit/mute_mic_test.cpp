@@ -1,4 +1,4 @@
-#include "AudioTest.h"
+#include "support/machines/AudioTest.h"
 
 #include "audio/MuteMic.h"
 

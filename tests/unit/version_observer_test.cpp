@@ -1,4 +1,4 @@
-#include "support/Launch.h"
+#include "support/machines/Launch.h"
 
 #include "update/NumericOrder.h"
 #include "update/VersionObserver.h"

@@ -1,7 +1,7 @@
 #include "TestMachine.h"
 
-#include "TemporaryFolder.h"
 #include "platform/simulated/process/SimulatedMac.h"
+#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <map>

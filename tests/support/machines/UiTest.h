@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Eventually.h"
 #include "Launch.h"
 #include "ProcessEvents.h"
+#include "support/Eventually.h"
 
 #include "platform/linux/windows/QtTitledWindow.h"
 #include "platform/simulated/storage/SimulatedImages.h"

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "ClientApplication.h"
-#include "Files.h"
 #include "Input.h"
 #include "Session.h"
 #include "TavroProcess.h"
-#include "TemporaryFolder.h"
 #include "Tray.h"
 #include "XServer.h"
+#include "support/Files.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

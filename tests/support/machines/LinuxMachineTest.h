@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DesktopTest.h"
+#include "support/desktop/DesktopTest.h"
 
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/StreamLog.h"

@@ -1,6 +1,6 @@
 #include "TavroProcess.h"
 
-#include "WaitUntil.h"
+#include "support/WaitUntil.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 #include "NotificationServer.h"
 
-#include "Session.h"
+#include "support/desktop/Session.h"
 
 #include <csignal>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 #include "AudioServer.h"
 
-#include "ChildProcess.h"
-#include "Session.h"
-#include "WaitUntil.h"
+#include "support/ChildProcess.h"
+#include "support/WaitUntil.h"
+#include "support/desktop/Session.h"
 
 #include <QByteArray>
 #include <QJsonArray>

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-/// A real HTTPS server on this machine (`tests/support/https-server`), until the end of the scope.
+/// A real HTTPS server on this machine (`tests/support/servers/https-server`), until the end of the scope.
 class HttpsServer {
 public:
     struct Ports {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Eventually.h"
 #include "XClient.h"
+#include "support/Eventually.h"
 
 #include <functional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Launch.h"
+#include "support/machines/Launch.h"
 
 #include "audio/AudioDevice.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ChildProcess.h"
-#include "XServer.h"
+#include "support/ChildProcess.h"
+#include "support/desktop/XServer.h"
 
 #include <csignal>
 #include <optional>
