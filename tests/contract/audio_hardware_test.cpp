@@ -3,6 +3,7 @@
 #include "platform/audio/AudioHardware.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace tavro {
 namespace {
@@ -132,6 +133,14 @@ TEST_F(AudioHardwareContract, WhatIsNotThereIsRefusedWithItsOwnStatus) {
         EXPECT_EQ(sizeOf(object, address) != 0, expected == badSize);
         EXPECT_NE(hardware().setPropertyData(object, address, size, std::uint32_t{1}), noErr);
     }
+    for (const auto& [object, address, size, value] :
+         {std::tuple(kAudioObjectSystemObject, inputMute, 4u, AudioPropertyValue(1u)),
+          {microphone, name, 8u, std::string("Other")},
+          {microphone, inputMute, 4u, 1.0f},
+          {speaker, outputVolume, 4u, 0.5f}})
+        EXPECT_NE(hardware().setPropertyData(object, address, size, value), noErr);
+    EXPECT_EQ(word(microphone, inputMute), 0u);
+    EXPECT_EQ(text(microphone, name.selector), "Desk Microphone");
 }
 
 TEST_F(AudioHardwareContract, NumbersStayWithTheirDevicesAndAreNotUsedAgain) {
@@ -170,20 +179,6 @@ TEST_F(AudioHardwareContract, MutingIsInForceSoonAfterTheCall) {
             EXPECT_EQ(testMachine->isMutedOnServer(device.uid), mute == 1);
         }
     EXPECT_FALSE(testMachine->isMutedOnServer(other.uid));
-}
-
-TEST_F(AudioHardwareContract, OnlyTheMuteFlagOfADeviceCanBeSet) {
-    const auto microphone = addInput(), speaker = addOutput();
-    const auto set = [&](AudioObjectID id, const Address& address, std::uint32_t size, const auto& value) {
-        return hardware().setPropertyData(id, address, size, AudioPropertyValue(value));
-    };
-    EXPECT_NE(set(kAudioObjectSystemObject, inputMute, 4, std::uint32_t{1}), noErr);
-    EXPECT_NE(set(microphone.id, name, 8, std::string("Other")), noErr);
-    EXPECT_NE(set(microphone.id, inputMute, 4, 1.0f), noErr);
-    EXPECT_NE(set(speaker.id, outputVolume, 4, 0.5f), noErr);
-    EXPECT_FALSE(testMachine->isMutedOnServer(microphone.uid));
-    EXPECT_EQ(word(microphone.id, inputMute), 0u);
-    EXPECT_EQ(text(microphone.id, kAudioObjectPropertyName), "Desk Microphone");
 }
 
 TEST_F(AudioHardwareContract, TheDefaultDevicesAreTheServersAndListenersHearOfTheNext) {

@@ -66,16 +66,6 @@ protected:
     }
 };
 
-TEST_F(WindowServerContract, NumbersArePositiveAndUniqueAndFitIn32Bits) {
-    const auto cover = createCover(firstScreen());
-    const auto titled = machine().windowServer().createTitledWindow(settings(firstScreen()));
-    for (const auto number : {cover->windowNumber(), titled->windowNumber()}) {
-        EXPECT_GT(number, 0);
-        EXPECT_LE(number, std::int64_t{0xffffffff});
-    }
-    EXPECT_NE(cover->windowNumber(), titled->windowNumber());
-}
-
 TEST_F(WindowServerContract, AWindowIsOnScreenExactlyFromItsOrderingToItsClose) {
     for (const auto& screen : machine().screens().screens()) {
         const auto cover = createCover(screen);
@@ -115,21 +105,6 @@ TEST_F(WindowServerContract, AClosedWindowLetsItsContentGoAndADroppedOneLeavesTh
     EXPECT_TRUE(waitUntil([&] { return !testMachine->shownFrame(coverNumber); }));
 }
 
-TEST_F(WindowServerContract, ACoverStandsBelowApplicationsAndStaysWhenAllAreHidden) {
-    testMachine->openWindow("Tavro-Editor", "notes", place);
-    const auto screen = firstScreen();
-    const auto cover = createCover(screen);
-    cover->orderFrontRegardless();
-    ASSERT_TRUE(isShownAt(*cover, screen.frame));
-    EXPECT_EQ(owners(onScreen()), "Tavro-Editor ");
-    EXPECT_EQ(owners(below(*cover)), "");
-    EXPECT_TRUE(wallpaperIn(below(*cover)));
-    for (const auto& application : machine().workspace().runningApplications())
-        application->hide();
-    ASSERT_TRUE(shows({}));
-    EXPECT_EQ(shownFrame(*cover), screen.frame);
-}
-
 TEST_F(WindowServerContract, TheListGoesFrontToBackWithoutWhatIsNotOnScreen) {
     testMachine->openWindow("Tavro-Editor", "notes", place);
     testMachine->openWindow("Tavro-Browser", "page", place);
@@ -145,9 +120,15 @@ TEST_F(WindowServerContract, TheListGoesFrontToBackWithoutWhatIsNotOnScreen) {
     EXPECT_TRUE(lists(""));
 }
 
-TEST_F(WindowServerContract, TheWallpaperHasAPictureForADisplay) {
-    const auto wallpaper = wallpaperIn(onScreen());
+TEST_F(WindowServerContract, TheWallpaperIsBelowACoverAndHasAPictureForADisplay) {
+    testMachine->openWindow("Tavro-Editor", "notes", place);
+    const auto cover = createCover(firstScreen());
+    cover->orderFrontRegardless();
+    ASSERT_TRUE(isShownAt(*cover, firstScreen().frame));
+    EXPECT_EQ(owners(onScreen()), "Tavro-Editor ");
+    const auto wallpaper = wallpaperIn(below(*cover));
     ASSERT_TRUE(wallpaper);
+    EXPECT_EQ(owners(below(*cover)), "");
     const auto number = firstScreen().deviceDescription.at("NSScreenNumber").exactUInt32().value();
     const auto area = machine().screens().displayBounds(DisplayID(number));
     const auto picture = [&](const Rect& part, WindowNumber window) {

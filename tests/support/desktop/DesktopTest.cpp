@@ -8,6 +8,7 @@ void DesktopTest::SetUp() {
     ASSERT_TRUE(Session::isPrivate())
         << "to be run by tools/desktop-session, which keeps real desktops out of it";
     parkPointer();
+    ASSERT_TRUE(server.eventually("a focus", [this] { return server.active() != XCB_NONE; }));
     m_stackingAtStart = server.applicationWindows();
     m_activeAtStart = server.active();
 }

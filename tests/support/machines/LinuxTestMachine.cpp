@@ -5,18 +5,13 @@
 #include "support/WaitUntil.h"
 #include "support/desktop/ClientApplication.h"
 #include "support/desktop/Input.h"
-#include "support/desktop/Tray.h"
 #include "support/desktop/XServer.h"
 #include "support/servers/AudioServer.h"
-#include "support/servers/NotificationServer.h"
 
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/StreamLog.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QImage>
 
 #include <algorithm>
 #include <chrono>
@@ -25,32 +20,12 @@
 namespace tavro {
 namespace {
 
-const ::Point emptyPlace{1000, 1000}; // of the desktop, away from the panel
-
-struct ModifierKey {
-    std::uint32_t modifier;
-    Input::Key key;
-    std::uint16_t bit; // in the server's state
+constexpr std::pair<std::uint32_t, Input::Key> modifierKeys[] = {
+    {cmdKey, Input::Key::super},
+    {shiftKey, Input::Key::shift},
+    {optionKey, Input::Key::alt},
+    {controlKey, Input::Key::control},
 };
-
-constexpr ModifierKey modifierKeys[] = {
-    {cmdKey, Input::Key::super, XCB_MOD_MASK_4},
-    {shiftKey, Input::Key::shift, XCB_MOD_MASK_SHIFT},
-    {optionKey, Input::Key::alt, XCB_MOD_MASK_1},
-    {controlKey, Input::Key::control, XCB_MOD_MASK_CONTROL},
-};
-
-/// In every state of Caps Lock and Num Lock.
-std::vector<std::uint16_t> states(std::uint32_t modifiers) {
-    std::uint16_t held = 0;
-    for (const auto& entry : modifierKeys)
-        if (modifiers & entry.modifier)
-            held |= entry.bit;
-    std::vector<std::uint16_t> all;
-    for (const int locks : {0, +XCB_MOD_MASK_LOCK, +XCB_MOD_MASK_2, XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2})
-        all.push_back(static_cast<std::uint16_t>(held | locks));
-    return all;
-}
 
 TerminationSignals& terminationSignals() {
     static TerminationSignals signals;
@@ -65,18 +40,10 @@ Views emptyViews() {
 /// The Linux machine in a private desktop. What the test waits for is the server's answer.
 class LinuxTestMachine final : public TestMachine {
 public:
-    LinuxTestMachine() {
-        m_input.moveTo(emptyPlace);
-        m_machine = makeMachine();
-    }
-    // A failed test may leave a menu open, which would keep all clicks of the next.
     ~LinuxTestMachine() override {
-        if (menuIsOpen())
-            closeMenu();
-        m_input.moveTo(emptyPlace);
         m_machine.reset();
         m_applications.clear();
-        waitUntil([&] { return m_server.applicationWindows().empty() && m_tray.isEmpty(); });
+        waitUntil([&] { return m_server.applicationWindows().empty(); });
     }
 
     Machine& machine() override { return *m_machine; }
@@ -88,14 +55,6 @@ public:
     void relaunch() override {
         m_machine.reset();
         m_machine = makeMachine();
-    }
-
-    std::filesystem::path folder() const override { return m_folder.path(); }
-    void writePicture(const std::filesystem::path& file, int width, int height,
-                      std::uint32_t color) override {
-        QImage image(width, height, QImage::Format_ARGB32);
-        image.fill(color);
-        EXPECT_TRUE(image.save(QString::fromStdString(file.string())));
     }
 
     void openWindow(const std::string& application, const std::string& title, Rect frame) override {
@@ -144,53 +103,6 @@ public:
         return QtScreens::coordinates().fromToolkit(QRect(place.x, place.y, place.width, place.height));
     }
 
-    // The answer to a question marks that the panel has also seen what was sent to it before, and we what it
-    // has sent.
-    bool hasStatusItem() override {
-        constexpr int answerMilliseconds = 1000;
-        auto question =
-            QDBusMessage::createMethodCall("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
-                                           "org.freedesktop.DBus.Properties", "Get");
-        question << "org.kde.StatusNotifierWatcher"
-                 << "IsStatusNotifierHostRegistered";
-        if (m_tray.isEmpty())
-            return false;
-        const auto answer =
-            QDBusConnection::sessionBus().call(question, QDBus::BlockWithGui, answerMilliseconds);
-        QCoreApplication::processEvents();
-        return answer.type() == QDBusMessage::ReplyMessage;
-    }
-    // Panels keep Alt-clicks to themselves; the middle button stands for them.
-    void click(EventType type, unsigned modifierFlags) override {
-        using Button = Input::Button;
-        const auto button = type == EventType::rightMouseUp              ? Button::right
-                            : modifierFlags & EventModifierFlags::option ? Button::middle
-                                                                         : Button::left;
-        m_input.click(m_tray.itemPlace(), button);
-    }
-    bool menuIsOpen() const override { return !m_server.menus().empty(); }
-    // The entry is lit when the menu follows the pointer; a click that comes sooner may be lost.
-    void chooseLast() override {
-        constexpr int halfARow = 10;
-        const auto menu = m_server.place(m_server.menus().at(0));
-        const auto unlit = m_server.screenshot(menu);
-        const ::Point entry{menu.x + menu.width / 2, menu.y + menu.height - halfARow};
-        m_input.moveTo(entry);
-        EXPECT_TRUE(waitUntil([&] { return m_server.screenshot(menu) != unlit; }));
-        m_input.click(entry, Input::Button::left);
-        m_input.moveTo(emptyPlace);
-    }
-    // One that has just opened may not have the keyboard yet.
-    void closeMenu() override {
-        EXPECT_TRUE(waitUntil([this] {
-            if (!menuIsOpen())
-                return true;
-            m_input.type(Input::Key::escape);
-            return false;
-        }));
-        m_input.moveTo(emptyPlace);
-    }
-
     // The server knows a device by a name that no other has had.
     std::string addInputDevice(const std::string& name) override {
         const auto uid = "mic_of_test_" + std::to_string(++m_addedDevices);
@@ -208,32 +120,23 @@ public:
     void otherProgramSetsMute(const std::string& uid, bool mute) override { m_audioServer.mute(uid, mute); }
     bool isMutedOnServer(const std::string& uid) override { return m_audioServer.isMuted(uid); }
 
-    bool showsANotification() override { return notifications().showsANotification(); }
-    void userSwitchesDoNotDisturbOn() override { notifications().userSwitchesOn(); }
-
     void pressKey(std::uint32_t keyCode, std::uint32_t modifiers) override {
-        for (const auto& entry : modifierKeys)
-            if (modifiers & entry.modifier)
-                m_input.press(entry.key);
+        for (const auto& [modifier, key] : modifierKeys)
+            if (modifiers & modifier)
+                m_input.press(key);
         m_input.press(key(keyCode));
     }
     void releaseKey(std::uint32_t keyCode) override { m_input.release(key(keyCode)); }
     void releaseModifiers(std::uint32_t modifiers) override {
-        for (const auto& entry : modifierKeys)
-            if (modifiers & entry.modifier)
-                m_input.release(entry.key);
+        for (const auto& [modifier, key] : modifierKeys)
+            if (modifiers & modifier)
+                m_input.release(key);
     }
-    bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers) override {
-        for (const auto state : states(modifiers))
-            if (!m_server.grab(static_cast<std::uint8_t>(key(keyCode)), state)) {
-                otherProgramLetsGoOfKey(keyCode, modifiers);
-                return false;
-            }
-        return true;
+    bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t) override {
+        return m_server.grab(static_cast<std::uint8_t>(key(keyCode)), XCB_MOD_MASK_ANY);
     }
-    void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers) override {
-        for (const auto state : states(modifiers))
-            m_server.ungrab(static_cast<std::uint8_t>(key(keyCode)), state);
+    void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t) override {
+        m_server.ungrab(static_cast<std::uint8_t>(key(keyCode)), XCB_MOD_MASK_ANY);
     }
 
 private:
@@ -243,23 +146,15 @@ private:
     }
     std::unique_ptr<LinuxMachine> makeMachine() {
         return std::make_unique<LinuxMachine>(XConnection::open(m_log), m_log, terminationSignals(),
-                                              emptyViews(), folder() / "defaults.plist");
+                                              emptyViews(), m_folder.path() / "defaults.plist");
     }
-    NotificationServer& notifications() {
-        if (!m_notifications)
-            m_notifications = std::make_unique<NotificationServer>(m_server, NotificationServer::xfce);
-        return *m_notifications;
-    }
-
     TemporaryFolder m_folder;
     AudioServer m_audioServer;
     int m_addedDevices = 0;
     XServer m_server;
     Input m_input{m_server};
-    Tray m_tray{m_server};
     StreamLog m_log;
-    std::unique_ptr<LinuxMachine> m_machine;
-    std::unique_ptr<NotificationServer> m_notifications; // runs from its first use on
+    std::unique_ptr<LinuxMachine> m_machine = makeMachine();
     std::map<std::string, std::unique_ptr<ClientApplication>> m_applications;
     std::map<std::string, xcb_window_t> m_windows; // by title
 };

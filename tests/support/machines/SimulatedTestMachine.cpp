@@ -1,7 +1,6 @@
 #include "TestMachine.h"
 
 #include "platform/simulated/process/SimulatedMac.h"
-#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <map>
@@ -29,12 +28,6 @@ public:
         m_mac.workspace().startSelf();
     }
 
-    std::filesystem::path folder() const override { return m_folder.path(); }
-    void writePicture(const std::filesystem::path& file, int width, int height,
-                      std::uint32_t color) override {
-        SimulatedImages::write(file, width, height, color);
-    }
-
     void openWindow(const std::string& application, const std::string& title, Rect frame) override {
         if (!m_applications.contains(application))
             m_applications.emplace(application, m_mac.workspace().launch(application));
@@ -59,14 +52,6 @@ public:
                                                                  : std::nullopt;
     }
 
-    bool hasStatusItem() override { return !m_mac.statusBar().items().empty(); }
-    void click(EventType type, unsigned modifierFlags) override {
-        m_mac.statusBar().click(*m_mac.statusBar().items().front(), type, modifierFlags);
-    }
-    bool menuIsOpen() const override { return m_mac.statusBar().openMenu() != nullptr; }
-    void chooseLast() override { m_mac.statusBar().choose(m_mac.statusBar().openMenu()->items.back().title); }
-    void closeMenu() override { m_mac.statusBar().closeMenu(); }
-
     std::string addInputDevice(const std::string& name) override {
         return audio().device(audio().plugIn(SimulatedAudioHardware::microphone(name))).uid;
     }
@@ -80,9 +65,6 @@ public:
         audio().otherProgramSetsMute(device(uid), mute);
     }
     bool isMutedOnServer(const std::string& uid) override { return audio().isMuted(device(uid)).value(); }
-
-    bool showsANotification() override { return !m_silencing.state; }
-    void userSwitchesDoNotDisturbOn() override { m_silencing.state = true; }
 
     void pressKey(std::uint32_t keyCode, std::uint32_t modifiers) override {
         m_heldModifiers |= modifiers;
@@ -105,8 +87,6 @@ private:
     }
 
     mutable SimulatedMac m_mac;
-    SimulatedNotificationSilencing& m_silencing = m_mac.addNotificationSwitch();
-    TemporaryFolder m_folder;
     std::map<std::string, ApplicationID> m_applications;
     std::uint32_t m_heldModifiers = 0;
 };

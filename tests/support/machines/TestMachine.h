@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/input/Event.h"
 #include "platform/process/Machine.h"
 #include "platform/process/MainQueue.h"
 #include "platform/windows/Geometry.h"
@@ -8,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -37,12 +35,6 @@ public:
     /// process has one of its own.
     virtual void relaunch() = 0;
 
-    /// A folder that is empty at first.
-    virtual std::filesystem::path folder() const = 0;
-    /// Writes a picture of one opaque colour, 0xAARRGGBB, in a format that the machine reads.
-    virtual void writePicture(const std::filesystem::path& file, int width, int height,
-                              std::uint32_t color) = 0;
-
     /// An application opens one more window, on top of all, and is in front when this returns; it starts if
     /// it has no window yet.
     virtual void openWindow(const std::string& application, const std::string& title, Rect frame) = 0;
@@ -53,16 +45,6 @@ public:
     virtual std::vector<std::string> shownTitles() const = 0;
     /// Where a window of the machine stands on screen; none when it does not.
     virtual std::optional<Rect> shownFrame(WindowNumber window) const = 0;
-
-    /// Whether the status bar shows an item of the machine.
-    virtual bool hasStatusItem() = 0;
-    /// The user clicks that item; with the one set of modifiers besides none, Option, whichever way the
-    /// status bar delivers it.
-    virtual void click(EventType type, unsigned modifierFlags = 0) = 0;
-    virtual bool menuIsOpen() const = 0;
-    /// The user chooses the last item of the open menu, or closes the menu, which is closed on return.
-    virtual void chooseLast() = 0;
-    virtual void closeMenu() = 0;
 
     /// A device with one side, not muted, and this name; returns its unique identifier.
     virtual std::string addInputDevice(const std::string& name) = 0;
@@ -75,15 +57,11 @@ public:
     /// The flag as another program sees it.
     virtual bool isMutedOnServer(const std::string& uid) = 0;
 
-    /// Whether a notification that another program sends now is shown. It is gone afterwards.
-    virtual bool showsANotification() = 0;
-    virtual void userSwitchesDoNotDisturbOn() = 0;
-
     /// The user holds the modifiers down and presses the key; lets the key go; lets the modifiers go.
     virtual void pressKey(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
     virtual void releaseKey(std::uint32_t keyCode) = 0;
     virtual void releaseModifiers(std::uint32_t modifiers) = 0;
-    /// Another program takes the combination in every state of the lock keys; whether it got it.
+    /// Another program takes the combination, whatever else is held down; whether it got it.
     virtual bool otherProgramTakesKey(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
     virtual void otherProgramLetsGoOfKey(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
 };
