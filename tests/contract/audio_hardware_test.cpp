@@ -242,6 +242,20 @@ TEST_F(AudioHardwareContract, EachRegistrationIsNotifiedOnceAndRemovedOnce) {
     testMachine->otherProgramSetsMute(microphone.uid, true);
     EXPECT_TRUE(hears("twice twice twice last "));
 
+    heard.clear();
+    const auto both = std::make_shared<std::function<void()>>();
+    *both = [&] { // from within the call
+        heard += "both ";
+        remove(last);
+        remove(both);
+    };
+    add(both);
+    testMachine->otherProgramSetsMute(microphone.uid, false);
+    EXPECT_TRUE(hears("last both "));
+    add(twice);
+    testMachine->otherProgramSetsMute(microphone.uid, true);
+    EXPECT_TRUE(hears("last both twice "));
+
     testMachine->removeDevice(microphone.uid);
     EXPECT_TRUE(waitUntil([&] { return idOf(microphone.uid) == 0; }));
     EXPECT_NE(add(twice), noErr);

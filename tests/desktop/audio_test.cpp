@@ -142,33 +142,6 @@ TEST_F(AudioTest, TheFirstReadShowsAllDevices) {
     EXPECT_EQ(devices().size(), 24u);
 }
 
-TEST_F(AudioTest, WhatWasSentIsInForceAtTheEndOfTheProcess) {
-    for (const auto* name : {"mic_1", "mic_2", "speaker_1"})
-        EXPECT_EQ(setMute(name, 1), noErr);
-    hardware->finish();
-    for (const auto* name : {"mic_1", "mic_2", "speaker_1"})
-        EXPECT_TRUE(AudioServer::isMuted(name)) << name;
-}
-
-TEST_F(AudioTest, AListenerMayRemoveAnyFromWithinItsCall) {
-    int told = 0, others = 0;
-    const auto removesAll = std::make_shared<std::function<void()>>();
-    hardware->addPropertyListener(number("mic_1"), muteOf("mic_1"), removesAll);
-    const auto other = observe("mic_1", others);
-    *removesAll = [&] {
-        ++told;
-        for (const auto& listener : {AudioPropertyListener(removesAll), other})
-            hardware->removePropertyListener(number("mic_1"), muteOf("mic_1"), listener);
-    };
-    EXPECT_EQ(setMute("mic_1", 1), noErr);
-    EXPECT_TRUE(eventually("the word", [&] { return told > 0; }));
-    const auto last = observe("mic_1", others);
-    EXPECT_EQ(setMute("mic_1", 0), noErr); // which is told after all that might still be told
-    EXPECT_TRUE(eventually("the next word", [&] { return others > 0; }));
-    EXPECT_EQ(told, 1);
-    EXPECT_EQ(others, 1);
-}
-
 TEST_F(AudioTest, ARestartedServerIsFoundAgainWithAllThatWasObserved) {
     const auto before = devices();
     int told = 0;

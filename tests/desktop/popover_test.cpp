@@ -139,24 +139,6 @@ TEST_F(Popover, OpensBesideThePanelAtAnyScaleAndClosesWhenThatMoves) {
     quit(tavro);
 }
 
-TEST_F(Popover, ClosesWithItsPanelAndOpensBesideTheNextOne) {
-    const auto front = server.active();
-    auto tavro = launchWithPopover();
-    const auto item = tray.picture();
-    const auto atLaunch = place(*tavro);
-    Session::signal("panel", SIGKILL);
-    EXPECT_TRUE(showsNoPopover(*tavro, front));
-    ASSERT_TRUE(server.eventually("no panel", [this] { return !panelIsAt(top.panel); }));
-    Session::start("panel");
-    ASSERT_TRUE(server.eventually("the item in the next panel",
-                                  [&] { return panelIsAt(top.panel) && tray.picture() == item; }));
-    waitForTray(false);
-    clickItem(Input::Button::left);
-    EXPECT_TRUE(showsPopover(*tavro));
-    EXPECT_EQ(place(*tavro), atLaunch);
-    quit(tavro);
-}
-
 // The theme and the letters of the desktop, changed while the program runs.
 TEST_F(Popover, LooksLikeTheRestOfTheDesktop) {
     const auto setting = [](const char* name, const std::string& value) {

@@ -78,10 +78,8 @@ void SessionManager::die() {
 Status SessionManager::newClient(SmsConn client, SmPointer manager, unsigned long* mask,
                                  SmsCallbacks* callbacks, char**) {
     static_cast<SessionManager*>(manager)->m_client = client;
-    *mask = SmsRegisterClientProcMask | SmsInteractRequestProcMask | SmsInteractDoneProcMask |
-            SmsSaveYourselfRequestProcMask | SmsSaveYourselfP2RequestProcMask | SmsSaveYourselfDoneProcMask |
-            SmsCloseConnectionProcMask | SmsSetPropertiesProcMask | SmsDeletePropertiesProcMask |
-            SmsGetPropertiesProcMask;
+    *mask = SmsRegisterClientProcMask | SmsSaveYourselfDoneProcMask | SmsCloseConnectionProcMask |
+            SmsSetPropertiesProcMask | SmsDeletePropertiesProcMask; // all that the toolkit's clients ask for
     std::memset(callbacks, 0, sizeof *callbacks);
     callbacks->register_client.callback = [](SmsConn connection, SmPointer self, char* previous) -> Status {
         std::free(previous);
@@ -92,14 +90,6 @@ Status SessionManager::newClient(SmsConn client, SmPointer manager, unsigned lon
         return 1;
     };
     callbacks->register_client.manager_data = manager;
-    callbacks->interact_request.callback = [](SmsConn connection, SmPointer, int) {
-        SmsInteract(connection);
-    };
-    callbacks->interact_done.callback = [](SmsConn, SmPointer, Bool) {};
-    callbacks->save_yourself_request.callback = [](SmsConn, SmPointer, int, Bool, int, Bool, Bool) {};
-    callbacks->save_yourself_phase2_request.callback = [](SmsConn connection, SmPointer) {
-        SmsSaveYourselfPhase2(connection);
-    };
     callbacks->save_yourself_done.callback = [](SmsConn connection, SmPointer self, Bool) {
         static_cast<SessionManager*>(self)->m_saved = true;
         SmsSaveComplete(connection);
@@ -116,9 +106,6 @@ Status SessionManager::newClient(SmsConn client, SmPointer manager, unsigned lon
     callbacks->delete_properties.callback = [](SmsConn, SmPointer, int count, char** names) {
         std::for_each_n(names, count, &std::free);
         std::free(names);
-    };
-    callbacks->get_properties.callback = [](SmsConn connection, SmPointer) {
-        SmsReturnProperties(connection, 0, nullptr);
     };
     return 1;
 }
