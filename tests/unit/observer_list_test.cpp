@@ -1,4 +1,3 @@
-#include "platform/process/NotificationCenter.h"
 #include "platform/process/Published.h"
 
 #include <gtest/gtest.h>
@@ -10,16 +9,19 @@
 namespace tavro {
 namespace {
 
-TEST(ObserverListTest, CallsObserversInOrderUntilTheyEnd) {
+TEST(ObserverListTest, CallsObserversInOrderUntilTheyEndOnce) {
     ObserverList<int> list;
     std::string calls;
-    const auto first = list.add([&](int value) { calls += "first" + std::to_string(value) + ' '; });
+    auto first = list.add([&](int value) { calls += "first" + std::to_string(value) + ' '; });
     {
         const auto second = list.add([&](int) { calls += "second "; });
         list.tell(1);
     }
+    auto moved = std::move(first);
     list.tell(2);
-    EXPECT_EQ(calls, "first1 second first2 ");
+    moved = list.add([&](int) { calls += "new "; });
+    list.tell(3);
+    EXPECT_EQ(calls, "first1 second first2 new ");
 }
 
 TEST(ObserverListTest, MayBeChangedByItsObservers) {
@@ -57,17 +59,6 @@ TEST(ObserverListTest, MayBeDestroyedByAnObserver) {
     // Both observations now end after the list that they belonged to.
 }
 
-TEST(ObserverListTest, AnObservationEndsOnceWhenItIsMovedOrReplaced) {
-    ObserverList<> list;
-    std::string calls;
-    auto observation = list.add([&] { calls += "former "; });
-    auto moved = std::move(observation);
-    list.tell();
-    moved = list.add([&] { calls += "new "; });
-    list.tell();
-    EXPECT_EQ(calls, "former new ");
-}
-
 TEST(PublishedTest, NotifiesBeforeStoringEvenAnEqualValue) {
     Published<std::string> field("old");
     std::vector<std::string> seen;
@@ -76,19 +67,6 @@ TEST(PublishedTest, NotifiesBeforeStoringEvenAnEqualValue) {
     field.set("new");
     EXPECT_EQ(seen, (std::vector<std::string>{"old", "new"}));
     EXPECT_EQ(field.get(), "new");
-}
-
-TEST(NotificationCenterTest, DeliversByNameBeforePostReturns) {
-    NotificationCenter center;
-    std::string calls;
-    center.post("nobody listens");
-    const auto first = center.addObserver("first", [&] {
-        calls += "first ";
-        center.post("second");
-    });
-    const auto second = center.addObserver("second", [&] { calls += "second "; });
-    center.post("first");
-    EXPECT_EQ(calls, "first second ");
 }
 
 } // namespace

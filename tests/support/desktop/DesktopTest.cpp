@@ -62,9 +62,8 @@ void DesktopTest::waitForTray(bool hasButton) {
 }
 
 xcb_window_t DesktopTest::popover(const TavroProcess& tavro) const {
-    for (const auto window : server.clients())
-        if (server.values(window, "_NET_WM_PID") == std::vector{static_cast<std::uint32_t>(tavro.pid())} &&
-            server.has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_UTILITY"))
+    for (const auto window : covers(tavro))
+        if (server.has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_UTILITY"))
             return window;
     return XCB_NONE;
 }
@@ -198,15 +197,9 @@ testing::AssertionResult DesktopTest::isRestored(const std::vector<xcb_window_t>
                           server.isViewable(window) != minimised.contains(window);
                });
     };
-    auto result = server.eventually("the former windows, stacking order and focus", holds);
-    if (!result) {
-        result << "\n  expected:" << std::hex;
-        for (const auto window : stacking)
-            result << ' ' << window << (minimised.contains(window) ? "(minimised)" : "");
-        result << ", active " << active << "\n  found:";
-        for (const auto window : server.applicationWindows())
-            result << ' ' << window << (server.isMinimised(window) ? "(minimised)" : "");
-        result << ", active " << server.active();
-    }
-    return result;
+    if (auto result = server.eventually("the former windows, stacking order and focus", holds); !result)
+        return result << ": " << testing::PrintToString(stacking) << " with " << active
+                      << " active, in place of " << testing::PrintToString(server.applicationWindows())
+                      << " with " << server.active();
+    return testing::AssertionSuccess();
 }

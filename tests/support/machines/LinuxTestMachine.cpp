@@ -51,7 +51,6 @@ public:
         QCoreApplication::processEvents();
         return ::waitUntil(condition, &processEvents);
     }
-    MainQueue::Duration now() const override { return std::chrono::steady_clock::now().time_since_epoch(); }
     void relaunch() override {
         m_machine.reset();
         m_machine = makeMachine();

@@ -15,14 +15,13 @@ public:
 
     Machine& machine() override { return m_mac; }
     bool waitUntil(const std::function<bool()>& condition) override {
-        const auto deadline = now() + MainQueue::Duration(10);
+        const auto deadline = m_mac.mainQueue().now() + MainQueue::Duration(10);
         m_mac.mainQueue().runUntilIdle();
         bool isMet = condition();
-        for (; !isMet && now() < deadline; isMet = condition())
+        for (; !isMet && m_mac.mainQueue().now() < deadline; isMet = condition())
             m_mac.mainQueue().advance(MainQueue::Duration(0.01));
         return isMet;
     }
-    MainQueue::Duration now() const override { return m_mac.mainQueue().now(); }
     void relaunch() override {
         m_mac.endProcess();
         m_mac.workspace().startSelf();

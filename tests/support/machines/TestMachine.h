@@ -29,8 +29,6 @@ public:
     virtual Machine& machine() = 0;
     /// Lets the main thread run until the condition holds; false when a deadline passes first.
     virtual bool waitUntil(const std::function<bool()>& condition) = 0;
-    /// The time by which the main queue goes.
-    virtual MainQueue::Duration now() const = 0;
     /// The process dies without a word, and starts again on what it left: `machine()` is another one where a
     /// process has one of its own.
     virtual void relaunch() = 0;
