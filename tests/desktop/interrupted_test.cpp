@@ -1,5 +1,5 @@
-#include "support/AudioServer.h"
-#include "support/DesktopTest.h"
+#include "support/desktop/DesktopTest.h"
+#include "support/servers/AudioServer.h"
 
 #include <algorithm>
 #include <csignal>
