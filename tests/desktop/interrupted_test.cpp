@@ -19,17 +19,37 @@ public:
     void killAndRelaunch() {
         tavro->signal(SIGKILL);
         EXPECT_EQ(tavro->end(), "killed by signal 9");
-        tavro = std::make_unique<TavroProcess>(settings());
-        EXPECT_TRUE(showsPopover(*tavro));
-        input.type(Input::Key::escape);
+        relaunch();
     }
     void replacePanel() {
-        replace("panel");
-        EXPECT_TRUE(server.eventually("the next panel's tray", [] { return hasHost(); }));
+        kill({"panel"});
+        EXPECT_TRUE(server.eventually("the end of its tray", [] { return !hasHost(); }));
+        startPanel();
     }
-    void replaceNotificationServer() { replace("notifyd"); }
-    void replaceSettingsDaemon() { replace("xfconfd"); }
-    void replaceWindowManager() { replace("xfwm4"); }
+    /// With the bus, the desktop ends; this program lives on until it is asked to end.
+    void replaceBus() {
+        kill({"bus", "panel", "notifyd", "xfconfd", "xfdesktop", "xfsettingsd", "xfwm4"});
+        start({"bus"});
+        EXPECT_TRUE(server.eventually("the next bus", [] { return hasBus(); }));
+        start({"xfconfd", "xfsettingsd", "xfwm4", "xfdesktop", "notifyd"});
+        startPanel();
+        tavro->signal(SIGTERM);
+        EXPECT_EQ(tavro->end(), "exited with 0");
+        relaunch();
+    }
+    void stopPeers() {
+        const auto peers = {"panel", "bus", "notifyd", "sound", "xfconfd"};
+        for (const auto* peer : peers)
+            Session::signal(peer, SIGSTOP);
+        EXPECT_TRUE(server.eventually("the windows as they should be", [this] {
+            return isOn() ? areMinimised(others) : server.isViewable(others.front());
+        }));
+        for (const auto* peer : peers)
+            Session::signal(peer, SIGCONT);
+    }
+    void replaceNotificationServer() { kill({"notifyd"}), start({"notifyd"}); }
+    void replaceSettingsDaemon() { kill({"xfconfd"}), start({"xfconfd"}); }
+    void replaceWindowManager() { kill({"xfwm4"}), start({"xfwm4"}); }
     void replaceSoundServer() {
         audio.end();
         audio.start();
@@ -59,11 +79,29 @@ protected:
     bool isOn() { return tavro->linesOfOutput(turnedOn) > tavro->linesOfOutput(turnedOff); }
     bool hasLine(const char* line) { return tavro->linesOfOutput(line) > 0; }
 
-    /// Kills a piece of the session and starts it anew.
-    static void replace(const std::string& piece) {
-        Session::signal(piece, SIGKILL);
-        EXPECT_TRUE(waitForEnd(Session::pid(piece)));
-        Session::start(piece);
+    /// Those after the first may end by themselves.
+    static void kill(const std::vector<std::string>& pieces) {
+        for (const auto& piece : pieces) {
+            Session::signal(piece, SIGKILL);
+            EXPECT_TRUE(waitForEnd(Session::pid(piece))) << piece;
+        }
+    }
+    static void start(const std::vector<std::string>& pieces) {
+        for (const auto& piece : pieces)
+            Session::start(piece);
+    }
+    void startPanel() {
+        start({"panel"});
+        EXPECT_TRUE(server.eventually("the next panel's tray", [] { return hasHost(); }));
+    }
+    void relaunch() {
+        tavro = std::make_unique<TavroProcess>(settings());
+        EXPECT_TRUE(showsPopover(*tavro));
+        input.type(Input::Key::escape);
+    }
+    static bool hasBus() {
+        return Session::run(
+            "gdbus introspect --session --dest org.freedesktop.DBus --object-path / >/dev/null 2>&1");
     }
     static bool hasHost() {
         return Session::run("gdbus call --session --dest org.kde.StatusNotifierWatcher --object-path "
@@ -124,6 +162,8 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Interrupted, Interrupted,
                          testing::Values(Fault{"WeAreKilled", &Interrupted::killAndRelaunch},
                                          Fault{"PanelIsKilled", &Interrupted::replacePanel},
+                                         Fault{"BusIsKilled", &Interrupted::replaceBus},
+                                         Fault{"PeersAreStopped", &Interrupted::stopPeers},
                                          Fault{"NotificationServerIsKilled",
                                                &Interrupted::replaceNotificationServer},
                                          Fault{"SettingsDaemonIsKilled", &Interrupted::replaceSettingsDaemon},
