@@ -2,7 +2,7 @@
 
 PRESET ?= dev
 
-.PHONY: run test check bench fuzz tidy format clean
+.PHONY: run test soak check bench fuzz tidy format clean
 
 run: ## Builds the program and starts it; without a display, takes a tour of it on a private desktop.
 	@tools/install-packages run $(if $(DISPLAY),,desktop)
@@ -15,6 +15,13 @@ test: ## Builds and runs every test; PRESET=asan for the sanitizers.
 	@cmake --preset $(PRESET) --log-level=WARNING
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET)
+
+soak: ## Presents 2000 times while windows, devices and screens come and go.
+	@tools/install-packages run desktop test
+	@cmake --preset $(PRESET) --log-level=WARNING
+	@cmake --build --preset $(PRESET)
+	@TAVRO_SAMPLE_WINDOW=build/$(PRESET)/sample-window TAVRO_PRESENTATIONS=2000 \
+		tools/desktop-session -- build/$(PRESET)/soak_test
 
 check: ## What a maintainer runs before merging, besides the tests.
 	@tools/install-packages run desktop test
