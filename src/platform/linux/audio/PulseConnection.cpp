@@ -261,7 +261,7 @@ OSStatus PulseConnection::setMute(AudioObjectID object, const PulseDevice& devic
 void PulseConnection::answered(Write& write, int succeeded) {
     if (succeeded)
         m_mirror.confirmMute(write.object, write.isMuted);
-    else
+    else if (pa_context_errno(m_context.get()) != PA_ERR_NOENTITY) // it was unplugged meanwhile
         m_log.diagnose("The audio server does not " + std::string(write.isMuted ? "mute " : "unmute ") +
                        write.name + ": " + pa_strerror(pa_context_errno(m_context.get())));
     m_writes.remove_if([&](const auto& each) { return &each == &write; });

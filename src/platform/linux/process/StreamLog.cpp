@@ -1,13 +1,32 @@
 #include "platform/linux/process/StreamLog.h"
 
-#include <cstdio>
-#include <string>
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <poll.h>
+#include <utility>
 
 namespace tavro {
 
+namespace {
+
+bool wouldBlock(int descriptor) {
+    pollfd stream{descriptor, POLLOUT, 0};
+    return ::poll(&stream, 1, 0) == 0;
+}
+
+// A pipe that takes anything takes PIPE_BUF bytes, in one piece (POSIX, write).
+void writeLine(int descriptor, std::string line) {
+    line.resize(std::min<std::size_t>(line.size(), PIPE_BUF - 1));
+    line += '\n';
+    while (::write(descriptor, line.data(), line.size()) < 0 && errno == EINTR)
+        ;
+}
+
+} // namespace
+
 void StreamLog::print(std::string_view line) {
-    std::fprintf(stdout, "%.*s\n", static_cast<int>(line.size()), line.data());
-    std::fflush(stdout);
+    write(m_output, std::string(line));
 }
 
 void StreamLog::error(const Logger& logger, std::string_view line) {
@@ -15,8 +34,18 @@ void StreamLog::error(const Logger& logger, std::string_view line) {
 }
 
 void StreamLog::diagnose(std::string_view line) {
-    std::fprintf(stderr, "tavropro: %.*s\n", static_cast<int>(line.size()), line.data());
-    std::fflush(stderr);
+    write(m_errors, "tavropro: " + std::string(line));
+}
+
+void StreamLog::write(Stream& stream, std::string line) {
+    const std::lock_guard lock(m_mutex);
+    if (wouldBlock(stream.descriptor)) {
+        ++stream.leftOut;
+        return;
+    }
+    if (const auto count = std::exchange(stream.leftOut, 0); count > 0)
+        line = "tavropro: " + std::to_string(count) + " lines are left out, since nobody read them\n" + line;
+    writeLine(stream.descriptor, std::move(line));
 }
 
 } // namespace tavro
