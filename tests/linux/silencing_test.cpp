@@ -2,6 +2,7 @@
 #include "platform/linux/notifications/DesktopSilencing.h"
 #include "platform/simulated/process/SimulatedLog.h"
 
+#include "support/Files.h"
 #include "support/TemporaryFolder.h"
 #include "support/servers/BusStandIn.h"
 #include "support/servers/PrivateBus.h"
@@ -98,12 +99,19 @@ TEST_F(Silencing, SwitchesTheServerThatRuns) {
     qputenv("XDG_CONFIG_HOME", configuration.path().c_str());
     for (const auto& [name, vendor, setting, valueWhenOn] :
          {std::tuple("gnome-shell", "GNOME", "org.gnome.desktop.notifications show-banners", false),
+          {"cinnamon", "GNOME", "org.cinnamon.desktop.notifications display-notifications", false},
           {"Notification Daemon", "MATE", "org.mate.NotificationDaemon do-not-disturb", true}}) {
         SCOPED_TRACE(name);
         const NotificationServer server(name, vendor);
         const auto command = std::string("test $(gsettings get ") + setting + ") = true";
         expectToSwitch([&] { return std::system(command.c_str()) == 0; }, !valueWhenOn, valueWhenOn);
     }
+    const auto file = configuration.path() / "lxqt/notifications.conf";
+    std::filesystem::create_directory(file.parent_path());
+    write(file, "[General]\n__userfile__=true\nspacing=6\n");
+    const NotificationServer lxqt("lxqt-notificationd", "lxqt.org");
+    expectToSwitch([&] { return contentsOf(file).find("doNotDisturb=true") != std::string::npos; });
+    EXPECT_NE(contentsOf(file).find("spacing=6"), std::string::npos);
 }
 
 TEST_F(Silencing, WithoutAServerOrASwitchOneLineSaysSo) {

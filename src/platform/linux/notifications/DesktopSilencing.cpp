@@ -1,6 +1,7 @@
 #include "platform/linux/notifications/DesktopSilencing.h"
 
 #include "platform/linux/notifications/BusNotificationSwitches.h"
+#include "platform/linux/notifications/LxqtNotificationSwitch.h"
 #include "platform/linux/notifications/PlasmaInhibition.h"
 #include "platform/linux/notifications/SettingsNotificationSwitch.h"
 #include "platform/process/Log.h"
@@ -16,6 +17,16 @@ constexpr auto service = "org.freedesktop.Notifications";
 template <class Switch>
 std::unique_ptr<NotificationSwitch> onBus(BoundedBus& bus, const GSettings&) {
     return std::make_unique<Switch>(bus);
+}
+
+std::unique_ptr<NotificationSwitch> lxqt(BoundedBus&, const GSettings&) {
+    return std::make_unique<LxqtNotificationSwitch>();
+}
+
+std::unique_ptr<NotificationSwitch> cinnamon(BoundedBus&, const GSettings& settings) {
+    return std::make_unique<SettingsNotificationSwitch>(
+        settings, SettingsNotificationSwitch::Key{"org.cinnamon.desktop.notifications",
+                                                  "display-notifications", false});
 }
 
 std::unique_ptr<NotificationSwitch> gnome(BoundedBus&, const GSettings& settings) {
@@ -38,6 +49,8 @@ constexpr Server servers[] = {
     {"Xfce Notify Daemon", "", &onBus<XfceNotificationSwitch>},
     {"dunst", "", &onBus<DunstNotificationSwitch>},
     {"gnome-shell", "", &gnome},
+    {"cinnamon", "", &cinnamon},
+    {"lxqt-notificationd", "", &lxqt},
     {"Plasma", "", &onBus<PlasmaInhibition>},
     {"Notification Daemon", "MATE", &mate},
     {"mako", "", &onBus<MakoNotificationSwitch>},

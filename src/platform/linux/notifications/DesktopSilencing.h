@@ -23,7 +23,7 @@ public:
         , m_settings(settings)
         , m_log(log) {}
 
-    /// None when that cannot be told.
+    /// None when that is unknown.
     std::optional<bool> isOn();
     /// False when it did not happen, or not yet.
     bool setOn(bool isOn);

@@ -5,7 +5,7 @@
 
 namespace tavro {
 
-/// A Boolean of GSettings, for GNOME and MATE. Stays when we die.
+/// A Boolean of GSettings, for GNOME, MATE and Cinnamon. Stays when we die.
 class SettingsNotificationSwitch final : public NotificationSwitch {
 public:
     struct Key {
