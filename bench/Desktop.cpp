@@ -96,7 +96,7 @@ bool Desktop::isPresentable(const State& before) {
     auto wanted = only(m_server.wallpaper(all()), m_server.screens());
     auto visible = only(m_server.screenshot(all()), m_server.screens());
     if (wanted.empty())
-        throw std::runtime_error("The desktop does not tell its wallpaper");
+        throw std::runtime_error("The desktop does not name its wallpaper");
     black(wanted, hiding);
     black(visible, hiding);
     return wanted == visible;

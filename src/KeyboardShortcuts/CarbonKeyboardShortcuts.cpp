@@ -38,6 +38,7 @@ HotKeyCenter& center() {
     return machine().hotKeyCenter();
 }
 
+// Other libraries in the process may have hot keys of their own; the signature says whose an event is.
 OSStatus handleEvent(const HotKeyEvent* event) {
     if (!event)
         return eventNotHandledErr;
@@ -60,6 +61,7 @@ OSStatus handleEvent(const HotKeyEvent* event) {
     return eventNotHandledErr;
 }
 
+// With the first registration: a program without shortcuts listens to nothing.
 void installHandlerOnce() {
     if (state().eventHandler != EventHandlerRef::none)
         return;
@@ -99,6 +101,8 @@ std::optional<Shortcut> symbolicShortcut(const Dictionary& entry) {
 
 } // namespace
 
+// A refused registration is no error here: the shortcut stays stored, and works again where the other program
+// lets go of the keys.
 void CarbonKeyboardShortcuts::registerShortcut(const Shortcut& shortcut, Handler onKeyDown, Handler onKeyUp) {
     const auto id = ++state().hotKeyId;
     if (!std::in_range<std::uint32_t>(shortcut.carbonKeyCode()) || !std::in_range<std::uint32_t>(id))

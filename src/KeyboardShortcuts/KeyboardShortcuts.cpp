@@ -31,6 +31,7 @@ UserDefaults& userDefaults() {
     return machine().userDefaults();
 }
 
+// Two names may share a combination; the system gives it to a program once.
 void registerOnce(const Shortcut& shortcut) {
     if (state().registeredShortcuts.insert(shortcut).second)
         CarbonKeyboardShortcuts::registerShortcut(shortcut, &handleOnKeyDown, &handleOnKeyUp);
@@ -45,6 +46,7 @@ void postChange(const Name& name) {
     Process::current().notificationCenter().post(shortcutByNameDidChange, {{"name", name}});
 }
 
+// Encoded first: what cannot be stored leaves everything as it was.
 void set(const Shortcut& shortcut, const Name& name) {
     const auto record = encode(shortcut);
     if (const auto old = getShortcut(name))
@@ -54,6 +56,7 @@ void set(const Shortcut& shortcut, const Name& name) {
     postChange(name);
 }
 
+// False in the settings, and not nothing: a name with a default would get that back at the next launch.
 void remove(const Name& name) {
     const auto old = getShortcut(name);
     if (!old)

@@ -6,7 +6,7 @@
 
 namespace tavro::KeyboardShortcuts {
 
-/// What a recorder's text field does on the screen. The field tells the recorder when it gets the keyboard
+/// What a recorder's text field does on the screen. The field notifies the recorder when it gets the keyboard
 /// focus, when it loses it, and when its clear button was clicked.
 class RecorderField {
 public:

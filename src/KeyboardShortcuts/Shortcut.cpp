@@ -46,6 +46,7 @@ std::int64_t carbonModifiersOf(unsigned flags) {
     return carbonModifiers;
 }
 
+// Keys that print nothing, or whose character says less than a symbol.
 const char* specialText(std::int64_t keyCode) {
     static const std::unordered_map<Key, const char*> texts{
         {Key::return_, "↩"},    {Key::delete_, "⌫"},    {Key::deleteForward, "⌦"}, {Key::end, "↘"},
@@ -68,6 +69,7 @@ bool isPressedBy(const MenuItem& item, const Shortcut& shortcut) {
 
 } // namespace
 
+// By way of the flags: bits that are no modifier must not make two equal shortcuts differ.
 Shortcut::Shortcut(std::int64_t carbonKeyCode, std::int64_t carbonModifiers)
     : m_carbonKeyCode(carbonKeyCode)
     , m_carbonModifiers(carbonModifiersOf(flagsOf(carbonModifiers))) {}

@@ -53,6 +53,7 @@ ShortcutRecorder::~ShortcutRecorder() {
         setPaused(false);
 }
 
+// Later, because the field may be in the middle of an event that it still has to finish.
 void ShortcutRecorder::setShortcutName(const Name& name) {
     if (name == m_shortcutName)
         return;
@@ -69,6 +70,7 @@ void ShortcutRecorder::showStoredText() {
     m_field.setText(shortcut ? shortcut->description() : "");
 }
 
+// While a combination is recorded none may act, or pressing the present one again would switch the mode.
 void ShortcutRecorder::becomeFirstResponder() {
     m_field.setPlaceholder(recordingPlaceholder);
     setPaused(true);
@@ -93,19 +95,21 @@ void ShortcutRecorder::controlTextDidChange() {
     setShortcut(std::nullopt, m_shortcutName);
     if (m_onChange)
         m_onChange(std::nullopt);
-    if (m_field.text().empty()) // still: whoever was told may have set another
+    if (m_field.text().empty()) // still: whoever was notified may have set another
         m_field.focus();
 }
 
 std::optional<Event> ShortcutRecorder::handle(const Event& event) {
     if (event.type == EventType::keyDown)
         return handleKeyDown(event);
+    // A click beside the field ends recording, and goes on to what it was meant for.
     const bool isOutside = !m_field.contains(event.location, clickMargin);
     if (isOutside)
         m_field.blur();
     return std::nullopt;
 }
 
+// Tab alone still leads to the next control; everything else ends here, so that no key types into the field.
 std::optional<Event> ShortcutRecorder::handleKeyDown(const Event& event) {
     const bool hasModifiers = plainModifiers(event) != 0;
     if (!hasModifiers && event.specialKey == SpecialKey::tab) {
@@ -135,6 +139,7 @@ void ShortcutRecorder::record(const Event& event) {
     m_field.blur();
 }
 
+// The program's own menu first: its items would win over the shortcut whenever the program is active.
 bool ShortcutRecorder::isRefused(const Shortcut& shortcut) {
     const auto menu = machine().application().mainMenu();
     if (const auto* item = menu ? shortcut.menuItemWithMatchingShortcut(*menu) : nullptr) {
@@ -151,6 +156,8 @@ bool ShortcutRecorder::isRefused(const Shortcut& shortcut) {
     return true;
 }
 
+// The warning needs the keyboard, so recording ends for it and begins again after it; the user may have
+// closed the window meanwhile.
 void ShortcutRecorder::refuse(const std::string& message, const std::string& information) {
     const std::weak_ptr alive(m_isAlive);
     m_field.blur();

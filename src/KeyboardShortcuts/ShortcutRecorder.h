@@ -31,7 +31,7 @@ public:
     void setShortcutName(const Name& name);
     bool isRecording() const { return m_eventMonitor != nullptr; }
 
-    // What the field tells.
+    // What the field reports.
     void becomeFirstResponder();
     void controlTextDidEndEditing();
     void controlTextDidChange();

@@ -15,6 +15,7 @@ namespace {
 
 constexpr Logger logger{"com.vantrelo.LaunchAtLogin", "main"};
 
+// From this generation on the system keeps login items itself; before it, a helper inside the bundle did.
 bool hasService() {
     return machine().systemVersion() >= SystemVersion{13, 0};
 }
@@ -31,6 +32,8 @@ bool isEnabledService() {
     return machine().appService().status() == AppService::Status::enabled;
 }
 
+// Registering what is registered already is refused where the entry was changed elsewhere meanwhile, so it is
+// taken out before.
 void setService(bool isEnabled) {
     auto& service = machine().appService();
     if (isEnabled && isEnabledService())
@@ -69,13 +72,13 @@ bool LaunchAtLogin::isEnabled() {
 }
 
 void LaunchAtLogin::setIsEnabled(bool isEnabled) {
-    observable().objectWillChange.tell();
-    kvo().m_willChange.tell();
+    observable().objectWillChange.notify();
+    kvo().m_willChange.notify();
     if (hasService())
         setService(isEnabled);
     else if (auto* items = machine().legacyLoginItems())
         items->setEnabled(helperBundleIdentifier(), isEnabled);
-    kvo().m_didChange.tell();
+    kvo().m_didChange.notify();
     subject().send(isEnabled);
 }
 

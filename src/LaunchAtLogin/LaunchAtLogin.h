@@ -17,7 +17,7 @@ public:
     struct Toggle;
 
     static bool isEnabled();
-    /// What the system refuses gives one line in the log; the observers are told all the same.
+    /// What the system refuses gives one line in the log; the observers are notified all the same.
     static void setIsEnabled(bool isEnabled);
 
     static Observable& observable();

@@ -39,6 +39,8 @@ CoreTavro::CoreTavro()
     : hideDesktop(HideDesktop::shared())
     , settings(UserSettings::shared()) {}
 
+// The settings say which way it goes: whoever triggers it has inverted them before, so a switch that shows
+// "on" and what is done can never disagree.
 void CoreTavro::toggle() const {
     const auto options = settings.options();
     if (settings.tavroIsOn())
@@ -48,6 +50,9 @@ void CoreTavro::toggle() const {
     Process::current().notificationCenter().post(tavroToogleNotification);
 }
 
+// In the order of the catalogue, which is what the user reads. None of the steps waits for a peer: silence
+// and sound are asked for, and come when their servers answer. The button comes last, since it only says what
+// is.
 void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
     machine().log().print("Turn On --------------");
     const auto choice = wallpaperChoice(options);
@@ -65,6 +70,8 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
     MuteMic::startObserving([] { TouchBarController::shared().refresh(); });
 }
 
+// The options may have changed since the presentation began, so what cannot be undone by the user afterwards
+// (covers, windows that still wait to be hidden) is undone whatever they say now.
 void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hideDesktop) {
     machine().log().print("Turn Off --------------");
     HideApps::stopHiding(); // also where its option was switched off meanwhile

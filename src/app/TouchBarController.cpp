@@ -55,6 +55,8 @@ void TouchBarController::refresh() {
     item->setView(touchButton);
 }
 
+// Only the devices are changed. The looks follow from what they then say, so a press that a device refuses
+// does not show as done.
 void TouchBarController::pushedStartButton() {
     machine().log().print(MuteMic::isMuted() ? "true" : "false");
     MuteMic::setMute(!MuteMic::isMuted());

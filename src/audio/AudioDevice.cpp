@@ -131,6 +131,8 @@ std::string AudioDevice::description() const {
     return text.str();
 }
 
+// Without a name or an id it is none; without streams it neither records nor plays; without a mute flag or a
+// volume it is still there to be listed.
 Result<AudioDevice, AudioDevice::Failure> AudioDevice::load(AudioObjectID id) {
     const auto name = read<std::string>(id, {kAudioObjectPropertyName}, stringSize);
     if (!name)
@@ -171,6 +173,7 @@ Result<AudioDevice, AudioDevice::Failure> AudioDevice::defaultDevice(std::uint32
     return load(*id);
 }
 
+// One that is unplugged between the two questions is left out.
 std::vector<AudioDevice> AudioDevice::allDevices() {
     const auto size = propertyDataSize(kAudioObjectSystemObject, kAudioHardwarePropertyDevices,
                                        kAudioObjectPropertyScopeGlobal, kAudioObjectPropertyElementMain);
@@ -205,6 +208,7 @@ void AudioDevice::removeMuteListener(AudioObjectID id, int listener) {
         hardware().removePropertyListener(id, inputMute, entry.mapped());
 }
 
+// By position in the list, which is how the removal finds them again.
 void AudioDevice::addInputDevicesMuteListener(const Handler& handler) {
     int position = 0;
     for (const auto& device : inputDevices()) {

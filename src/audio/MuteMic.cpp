@@ -30,11 +30,13 @@ Result<AudioDevice, AudioDevice::Failure> defaultInput() {
 
 } // namespace
 
+// A device without a mute flag cannot be muted, and must not keep the indicator on "live" for ever.
 bool MuteMic::isMuted() {
     return std::ranges::all_of(AudioDevice::inputDevices(),
                                [](const auto& device) { return device.mute.value_or(true); });
 }
 
+// Every device gets its turn: one that refuses must not leave those after it live.
 void MuteMic::setMute(bool mute) {
     const std::uint32_t value = mute ? 1 : 0;
     for (const auto& device : AudioDevice::inputDevices())
@@ -43,6 +45,8 @@ void MuteMic::setMute(bool mute) {
             machine().log().print("Input audio error: " + device.description());
 }
 
+// Once however often it is called, or the handler would run several times a change and only the last listener
+// could be removed.
 void MuteMic::startObserving(const std::function<void()>& handler) {
     if (listenerID() >= 0)
         return;

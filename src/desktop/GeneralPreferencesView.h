@@ -19,7 +19,7 @@ public:
 
     /// The picture that the page shows.
     const std::optional<std::filesystem::path>& selectedURL() const { return m_selectedURL->get(); }
-    /// The observer is told before it changes.
+    /// The observer is notified before it changes.
     [[nodiscard]] Observation willChange(std::function<void()> observer) const {
         return m_selectedURL->willChange(std::move(observer));
     }

@@ -43,6 +43,7 @@ void announcePreferences() {
     services().distributedNotificationCenter.post(preferencesChanged, true);
 }
 
+// The notification centre reads its preferences when it starts; the system starts it again at once.
 void writePreferences(bool isOn) {
     setPreference("doNotDisturb", isOn);
     setPreference("doNotDisturbDate",
@@ -79,6 +80,7 @@ private:
 
 } // namespace
 
+// Each generation keeps the state elsewhere, and none has an interface for it.
 bool DoNotDisturb::isEnabled() {
     if (machine().notificationSilencing())
         return SilencingRequests::shared().wasOn();
@@ -102,6 +104,7 @@ bool DoNotDisturb::isEnabledInNCPrefs() {
     return isOn && *isOn;
 }
 
+// The flag comes before the switch: what a crash leaves on is then known to be ours.
 void DoNotDisturb::enable() {
     if (machine().notificationSilencing())
         return SilencingRequests::shared().add(true);
@@ -116,6 +119,7 @@ void DoNotDisturb::enable() {
     toggleByClick();
 }
 
+// What the user had switched on before ends with the presentation, too: the system does not say whose it is.
 void DoNotDisturb::disable() {
     if (machine().notificationSilencing())
         return SilencingRequests::shared().add(false);
@@ -137,6 +141,7 @@ void DoNotDisturb::disableAbandoned() {
         SilencingRequests::shared().add(false);
 }
 
+// The older systems end Do Not Disturb only when its schedule changes, so one comes and goes.
 void DoNotDisturb::refreshSchedule() {
     setPreference("dndStart", 0);
     setPreference("dndEnd", 1440);
@@ -152,6 +157,8 @@ void DoNotDisturb::terminateNotificationCenter() {
         services().runningProcesses.forceTerminate(processes.front());
 }
 
+// An Option-click in the menu bar's corner is the user's own way to switch. The second click takes the
+// pointer back to where the user had it: clicks count from the top, the pointer from the bottom.
 void DoNotDisturb::toggleByClick() {
     const auto frame = machine().screens().mainScreen().value_or(Screen{}).frame;
     const auto pointer = services().mouseEvents.mouseLocation();

@@ -24,7 +24,7 @@ void SilencingRequests::runNext() {
         run(m_waiting.front());
 }
 
-// The state is asked for once: where it cannot be told, asking again would only take time.
+// The state is asked for once: where it is unknown, asking again would only take time.
 void SilencingRequests::run(bool isOn) {
     SilencingRecord::begin(isOn);
     machine().notificationSilencing()->askIsOn([this, isOn](auto state) {

@@ -32,9 +32,9 @@ public:
 
     ContentView(UserSettings& settings, VersionObserver& versionObserver, Shell& appDelegate);
 
-    /// None where there is nothing to tell.
+    /// None where there is nothing to show.
     std::optional<InAppAlert> banner() const;
-    /// The observer is told before anything that shows changes.
+    /// The observer is notified before anything that shows changes.
     [[nodiscard]] std::vector<Observation> willChange(const std::function<void()>& observer) const;
 
     /// Inverts the mode at once; when the animation is over, the popover closes and the desktop follows.

@@ -17,6 +17,7 @@ UserSettings& UserSettings::shared() {
     return Process::current().shared<UserSettings>();
 }
 
+// Every option is stored at once, also one that the user has not touched: whoever opens the file finds it.
 UserSettings::UserSettings()
     : m_options({})
     , m_tavroIsOn(userDefaults().boolForKey(Constants::tavroKey)) {

@@ -27,7 +27,7 @@ public:
     bool tavroIsOn() const { return m_tavroIsOn.get(); }
     void setTavroIsOn(bool isOn);
 
-    /// The observer is told before either field changes.
+    /// The observer is notified before either field changes.
     [[nodiscard]] std::vector<Observation> willChange(const std::function<void()>& observer);
 
 private:

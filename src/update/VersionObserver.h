@@ -24,7 +24,7 @@ public:
     bool isUpdated() const { return m_isUpdated.get(); }
     /// There is no outcome yet.
     bool loading() const { return m_loading.get(); }
-    /// The observer is told before either field changes.
+    /// The observer is notified before either field changes.
     [[nodiscard]] std::vector<Observation> willChange(const std::function<void()>& observer);
 
 private:

@@ -117,7 +117,7 @@ protected:
         return eventually("the same devices as the server's", [this] { return showsTheSame(); });
     }
 
-    /// Counts the changes of a device's mute flag that it is told of.
+    /// Counts the changes of a device's mute flag that it is notified of.
     AudioPropertyListener observe(const std::string& name, int& count) {
         auto listener = std::make_shared<const std::function<void()>>([&count] { ++count; });
         EXPECT_EQ(hardware->addPropertyListener(number(name), muteOf(name), listener), noErr);
@@ -144,8 +144,8 @@ TEST_F(AudioTest, TheFirstReadShowsAllDevices) {
 
 TEST_F(AudioTest, ARestartedServerIsFoundAgainWithAllThatWasObserved) {
     const auto before = devices();
-    int told = 0;
-    const auto listener = observe("mic_1", told);
+    int notifications = 0;
+    const auto listener = observe("mic_1", notifications);
     server.end();
     ASSERT_TRUE(eventually("no devices", [&] { return devices().empty(); }));
     std::uint32_t size = 0;
@@ -156,7 +156,7 @@ TEST_F(AudioTest, ARestartedServerIsFoundAgainWithAllThatWasObserved) {
     server.mute("mic_1", true);
     EXPECT_TRUE(comesToShowTheSame());
     EXPECT_THAT(devices(), testing::UnorderedElementsAreArray(before));
-    EXPECT_TRUE(eventually("word that the microphone is muted now", [&] { return told == 1; }));
+    EXPECT_TRUE(eventually("word that the microphone is muted now", [&] { return notifications == 1; }));
     EXPECT_EQ(setMute("mic_1", 0), noErr);
     EXPECT_TRUE(eventually("the microphone live", [&] { return !isMuted("mic_1"); }));
 }

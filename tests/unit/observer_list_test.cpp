@@ -15,12 +15,12 @@ TEST(ObserverListTest, CallsObserversInOrderUntilTheyEndOnce) {
     auto first = list.add([&](int value) { calls += "first" + std::to_string(value) + ' '; });
     {
         const auto second = list.add([&](int) { calls += "second "; });
-        list.tell(1);
+        list.notify(1);
     }
     auto moved = std::move(first);
-    list.tell(2);
+    list.notify(2);
     moved = list.add([&](int) { calls += "new "; });
-    list.tell(3);
+    list.notify(3);
     EXPECT_EQ(calls, "first1 second first2 new ");
 }
 
@@ -40,9 +40,9 @@ TEST(ObserverListTest, MayBeChangedByItsObservers) {
             added.push_back(list.add([&] { calls += "added "; }));
     });
     observations[2] = list.add([&] { calls += "ended "; });
-    list.tell();
+    list.notify();
     EXPECT_EQ(calls, "self other ");
-    list.tell();
+    list.notify();
     EXPECT_EQ(calls, "self other other added ");
 }
 
@@ -54,7 +54,7 @@ TEST(ObserverListTest, MayBeDestroyedByAnObserver) {
         list.reset();
     });
     const auto second = list->add([&] { calls += "second "; });
-    list->tell();
+    list->notify();
     EXPECT_EQ(calls, "first second ");
     // Both observations now end after the list that they belonged to.
 }

@@ -16,9 +16,9 @@ using EventMonitorHandler = std::function<std::optional<Event>(const Event&)>;
 
 /// Monitors of the events that come to this application. Main thread only.
 ///
-/// Keys are told with their modifiers: a modifier pressed by itself is no event here. The release of a button
-/// of the mouse over a control that follows it by itself from the press on, such as a push button, is not
-/// seen.
+/// Keys are reported with their modifiers: a modifier pressed by itself is no event here. The release of a
+/// button of the mouse over a control that follows it by itself from the press on, such as a push button, is
+/// not seen.
 class EventMonitors {
 public:
     virtual ~EventMonitors() = default;

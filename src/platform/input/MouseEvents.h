@@ -32,7 +32,7 @@ public:
     /// None when the system refuses one.
     virtual std::optional<MouseEvent> create(EventSourceState source, MouseEventType type, Point location,
                                              MouseButton button) = 0;
-    /// Puts the event into the system's input stream. Whether anything comes of it is not told.
+    /// Puts the event into the system's input stream. Whether anything comes of it is not reported.
     virtual void post(EventTap tap, const MouseEvent& event) = 0;
 };
 

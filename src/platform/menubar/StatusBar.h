@@ -22,8 +22,8 @@ public:
     virtual Rect frame() const = 0;
     /// Where it stands, as near as the machine knows.
     virtual Point positionOnScreen() const = 0;
-    /// Pops the menu up at a point in the button's coordinates, no item selected. Its delegate is told once
-    /// when it has closed, or been handed over to a status bar that draws it itself.
+    /// Pops the menu up at a point in the button's coordinates, no item selected. Its delegate is notified
+    /// once when it has closed, or been handed over to a status bar that draws it itself.
     virtual void popUp(const std::shared_ptr<Menu>& menu, Point location) = 0;
 };
 

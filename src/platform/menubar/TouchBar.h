@@ -37,9 +37,9 @@ public:
     /// Setting the button that is the view already shows what has changed about it.
     void setView(std::shared_ptr<const TouchBarButton> view) {
         m_view = std::move(view);
-        m_viewChange.tell();
+        m_viewChange.notify();
     }
-    /// For the machine that shows the item: the observer is told after the view was set, to whatever.
+    /// For the machine that shows the item: the observer is notified after the view was set, to whatever.
     [[nodiscard]] Observation viewDidChange(std::function<void()> observer) {
         return m_viewChange.add(std::move(observer));
     }

@@ -12,7 +12,7 @@ namespace tavro {
 class NotificationSilencing {
 public:
     virtual ~NotificationSilencing() = default;
-    /// Asks whether notifications are kept back now, whoever asked for it; none when that cannot be told.
+    /// Asks whether notifications are kept back now, whoever asked for it; none when that is unknown.
     virtual void askIsOn(std::function<void(std::optional<bool> isOn)> answer) = 0;
     /// Keeps notifications back, or lets them through again, also where the user had them kept back. Setting
     /// what is the case already does no harm. Not done when it did not happen, or not yet: a server that is

@@ -9,12 +9,12 @@ namespace tavro {
 
 class Menu;
 
-/// What an application is told. Each call comes on the main thread.
+/// What an application is notified of. Each call comes on the main thread.
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
     virtual void applicationDidFinishLaunching() = 0;
-    /// Somebody started the program again; the second process ends, this one is told.
+    /// Somebody started the program again; the second process ends, this one is notified.
     virtual void applicationDidReopen() = 0;
     virtual void applicationWillResignActive() = 0;
     /// Once, before the process ends on a request of the system; not on `Application::exit`.

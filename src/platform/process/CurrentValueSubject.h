@@ -22,7 +22,7 @@ public:
 
     void send(T value) {
         m_value = std::move(value);
-        m_receivers.tell(m_value);
+        m_receivers.notify(m_value);
     }
 
     [[nodiscard]] Observation sink(std::function<void(const T&)> receiver) override {

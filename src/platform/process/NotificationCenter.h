@@ -23,7 +23,7 @@ public:
 
     void post(const std::string& name, const UserInfo& userInfo = {}) const {
         if (const auto entry = m_observers.find(name); entry != m_observers.end())
-            entry->second.tell(userInfo);
+            entry->second.notify(userInfo);
     }
 
 private:

@@ -29,8 +29,8 @@ private:
     std::function<void()> m_end;
 };
 
-/// Observers in the order in which they came. An observer may add and end observations while it is told;
-/// one that was ended is not told any more, one that was added is told from the next time on.
+/// Observers in the order in which they came. An observer may add and end observations while it is notified;
+/// one that was ended is not notified any more, one that was added is notified from the next time on.
 template <class... Arguments>
 class ObserverList {
 public:
@@ -45,7 +45,7 @@ public:
         });
     }
 
-    void tell(Arguments... arguments) const {
+    void notify(Arguments... arguments) const {
         const auto observers = m_observers; // an observer may destroy this list
         const auto end = observers->next;
         for (auto entry = observers->byId.begin(); entry != observers->byId.end() && entry->first < end;) {

@@ -4,8 +4,8 @@
 
 namespace tavro {
 
-/// An observable field. Observers are told before the new value is stored, so a view schedules its redraw and
-/// reads the value when it draws.
+/// An observable field. Observers are notified before the new value is stored, so a view schedules its redraw
+/// and reads the value when it draws.
 template <class T>
 class Published {
 public:
@@ -16,7 +16,7 @@ public:
 
     /// Tells the observers, also where the value stays the same, then stores it.
     void set(T value) {
-        m_observers.tell();
+        m_observers.notify();
         m_value = std::move(value);
     }
 

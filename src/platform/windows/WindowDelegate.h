@@ -2,7 +2,7 @@
 
 namespace tavro {
 
-/// What a window with a close button tells of itself.
+/// What a window with a close button reports of itself.
 class WindowDelegate {
 public:
     virtual ~WindowDelegate() = default;

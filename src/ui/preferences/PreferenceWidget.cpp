@@ -23,7 +23,7 @@ namespace {
 
 constexpr int spacing = 8;
 
-/// Later, since observers are told before what they observe has changed.
+/// Later, since observers are notified before what they observe has changed.
 template <class Block>
 std::function<void()> soon(QObject* object, Block block) {
     return [object, block] { QMetaObject::invokeMethod(object, block, Qt::QueuedConnection); };

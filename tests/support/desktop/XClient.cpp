@@ -169,7 +169,7 @@ xcb_timestamp_t XClient::time() {
     xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, root(), atom("_TAVROPRO_TEST"), XCB_ATOM_CARDINAL,
                         32, 0, nullptr);
     owned(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
-    waitForEvent({}); // the change is told before that answer
+    waitForEvent({}); // the change is reported before that answer
     return m_timeOfLastChange;
 }
 
@@ -223,7 +223,7 @@ xcb_atom_t XClient::atom(const std::string& name) const {
     return known->second;
 }
 
-void XClient::tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
+void XClient::send(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;

@@ -52,7 +52,7 @@ public:
 
     /// Asks for these events of a window.
     void watch(xcb_window_t window, std::uint32_t eventMask) const;
-    /// Returns when the server has told of a change, or after that time.
+    /// Returns when the server has reported a change, or after that time.
     void waitForEvent(std::chrono::milliseconds atMost);
 
     std::vector<Rect> screens() const;
@@ -84,13 +84,13 @@ public:
     std::size_t pixelsBesidesWallpaper(const Rect& area) const;
 
     // As a taskbar or pager does.
-    void minimise(xcb_window_t window) { tell(window, "WM_CHANGE_STATE", {3}); }
-    void activate(xcb_window_t window) { tell(window, "_NET_ACTIVE_WINDOW", {2}); }
+    void minimise(xcb_window_t window) { send(window, "WM_CHANGE_STATE", {3}); }
+    void activate(xcb_window_t window) { send(window, "_NET_ACTIVE_WINDOW", {2}); }
     void moveToWorkspace(xcb_window_t window, std::uint32_t number) {
-        tell(window, "_NET_WM_DESKTOP", {number, 2});
+        send(window, "_NET_WM_DESKTOP", {number, 2});
     }
-    void switchWorkspace(std::uint32_t number) { tell(root(), "_NET_CURRENT_DESKTOP", {number}); }
-    void showDesktop(bool shows) { tell(root(), "_NET_SHOWING_DESKTOP", {shows ? 1u : 0u}); }
+    void switchWorkspace(std::uint32_t number) { send(root(), "_NET_CURRENT_DESKTOP", {number}); }
+    void showDesktop(bool shows) { send(root(), "_NET_SHOWING_DESKTOP", {shows ? 1u : 0u}); }
 
     /// Takes a key with these modifiers, as a program with a shortcut does; false where another one has it.
     bool grab(xcb_keycode_t keycode, std::uint16_t modifiers);
@@ -113,7 +113,7 @@ public:
     xcb_window_t frame(xcb_window_t window) const;
 
 private:
-    void tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data);
+    void send(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data);
     Pixels image(xcb_drawable_t drawable, const Rect& area) const;
     std::vector<xcb_window_t> children(xcb_window_t window) const;
 

@@ -28,7 +28,7 @@ public:
     static void mute(const std::string& device, bool isMuted);
     static void setVolume(const std::string& speaker, int percent);
     static void makeDefault(const std::string& device);
-    /// The names of speakers begin with "speaker". None of the other calls can tell them apart otherwise.
+    /// The names of speakers begin with "speaker". None of the other calls can distinguish them otherwise.
     void plugInMicrophone(const std::string& name, const std::string& description = "USB");
     void plugInSpeaker(const std::string& name, const std::string& description = "USB");
     void unplug(const std::string& name);

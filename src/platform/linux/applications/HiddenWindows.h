@@ -13,8 +13,8 @@
 namespace tavro {
 
 /// What hiding applications means for their windows: those that are not minimised are marked and minimised;
-/// the marked ones come back. It knows no server: requests and what the server tells go in as calls, commands
-/// come out.
+/// the marked ones come back. It knows no server: requests and what the server reports go in as calls,
+/// commands come out.
 ///
 /// The mark is a property of the window and holds its place in the stacking order, so that a process that
 /// starts after ours has died can still bring it back. Windows of another workspace are left alone (window
@@ -70,7 +70,7 @@ public:
     void arrived(const ClientList& list, Time now);
     void activeIs(xcb_window_t window, Time now);
     void stateIs(xcb_window_t window, bool isMinimised);
-    /// `moment`: the request before which the server told so.
+    /// `moment`: the request before which the server reported it.
     void destroyed(xcb_window_t window, std::uint32_t moment);
 
     /// Whether its state matters.

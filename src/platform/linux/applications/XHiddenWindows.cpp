@@ -204,20 +204,20 @@ void XHiddenWindows::send(const Command& command) {
         xcb_delete_property(m_x.raw(), window, atoms.tavroHidden);
         return;
     case What::minimise:
-        return m_x.tellWindowManager(window, atoms.wmChangeState, {iconicState});
+        return m_x.askWindowManager(window, atoms.wmChangeState, {iconicState});
     case What::activate:
-        return m_x.tellWindowManager(window, atoms.netActiveWindow, {fromPager, XCB_CURRENT_TIME, XCB_NONE});
+        return m_x.askWindowManager(window, atoms.netActiveWindow, {fromPager, XCB_CURRENT_TIME, XCB_NONE});
     case What::raise:
         xcb_configure_window(m_x.raw(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
         return;
     case What::clearHidden:
-        return m_x.tellWindowManager(window, atoms.netWmState,
-                                     {removeState, atoms.netWmStateHidden, XCB_NONE, fromPager});
+        return m_x.askWindowManager(window, atoms.netWmState,
+                                    {removeState, atoms.netWmStateHidden, XCB_NONE, fromPager});
     case What::map:
         xcb_map_window(m_x.raw(), window);
         return;
     case What::moveTo:
-        return m_x.tellWindowManager(window, atoms.netWmDesktop, {value, fromPager});
+        return m_x.askWindowManager(window, atoms.netWmDesktop, {value, fromPager});
     }
 }
 

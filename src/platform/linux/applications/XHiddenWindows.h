@@ -14,7 +14,8 @@ namespace tavro {
 class Log;
 class MainQueue;
 
-/// The hidden windows of the X server: tells the model what the server tells, and sends what it asks for.
+/// The hidden windows of the X server: passes to the model what the server reports, and sends what it asks
+/// for.
 class XHiddenWindows : public std::enable_shared_from_this<XHiddenWindows> {
 public:
     XHiddenWindows(XConnection& x, WindowManagerSync& windowManager, MainQueue& queue, Log& log);

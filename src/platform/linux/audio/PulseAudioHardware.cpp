@@ -182,7 +182,7 @@ void PulseAudioHardware::mirrorChanged() {
         m_queue.async([this] { callListeners(); });
 }
 
-// A listener may remove any, itself too, and may change what it was told of.
+// A listener may remove any, itself too, and may change what it was notified of.
 void PulseAudioHardware::callListeners() {
     for (const auto number : std::exchange(m_calls, {})) {
         const auto registration = std::ranges::find(m_listeners, number, &Registration::number);

@@ -21,7 +21,7 @@ class MainQueue;
 /// - Writes are sent and not waited for. The mirror shows one, and its listeners hear of it, when the server
 ///   has confirmed it.
 /// - A device is the one of its kind and server name. It keeps its number and its listeners while it is away,
-///   unplugged or with its server; on its return they are told if it differs from before.
+///   unplugged or with its server; on its return they are notified if it differs from before.
 /// - Without a server there is no property of the system to read, and there are no devices.
 class PulseAudioHardware final : public AudioHardware {
 public:
@@ -75,7 +75,7 @@ private:
     std::vector<Registration> m_listeners;
     std::uint64_t m_lastRegistration = 0;
     std::vector<std::uint64_t> m_calls;   // numbers of registrations, in order
-    mutable PulseConnection m_connection; // the last: it tells of changes from its construction on
+    mutable PulseConnection m_connection; // the last: it reports changes from its construction on
 };
 
 } // namespace tavro

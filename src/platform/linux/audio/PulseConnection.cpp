@@ -92,7 +92,7 @@ PulseConnection::~PulseConnection() {
     m_context.reset();
 }
 
-// Also the place where a broken connection is let go of: its own callbacks, which tell that it broke, must
+// Also the place where a broken connection is let go of: its own callbacks, which report that it broke, must
 // not.
 void PulseConnection::connect() {
     m_requests.clear();
@@ -109,7 +109,7 @@ void PulseConnection::connect() {
             static_cast<PulseConnection*>(self)->subscriptionEvent(event, index);
         },
         this);
-    // A failure is told by the state as well, but not every one.
+    // A failure shows in the state as well, but not every one.
     if (pa_context_connect(m_context.get(), nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
         lost();
 }
@@ -130,7 +130,7 @@ void PulseConnection::stateChanged() {
         lost();
 }
 
-// The subscription comes first, so that whatever the listing does not show yet is told.
+// The subscription comes first, so that whatever the listing does not show yet is reported.
 void PulseConnection::ready() {
     m_socketWatch.stop();
     m_retryDelay = m_firstRetryDelay;

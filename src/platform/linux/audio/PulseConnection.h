@@ -19,7 +19,7 @@ class Log;
 
 /// The connection to the audio server, made again whenever it breaks: at once when the server's socket
 /// appears anew, and besides after a while, twice as long each time and 30 seconds at most. Never starts a
-/// server. What the server tells goes into the mirror, and what the mirror asks goes to the server. While a
+/// server. What the server reports goes into the mirror, and what the mirror asks goes to the server. While a
 /// server answers, nothing here wakes up by itself.
 class PulseConnection final {
 public:

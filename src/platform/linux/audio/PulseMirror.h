@@ -46,7 +46,7 @@ struct PulseQuestion {
     std::uint64_t ticket = 0;
 };
 
-/// What the server's devices are, as far as it has told. It knows no connection: events and answers go in as
+/// What the server's devices are, as far as it has said. It knows no connection: events and answers go in as
 /// calls, questions and changes come out.
 ///
 /// A device is known by its kind and name. It keeps its number for good, also while it is away: one that
@@ -127,7 +127,7 @@ private:
     std::array<bool, 2> m_isListed{};
     bool m_hasDefaults = false;
 
-    std::set<AudioObjectID> m_changed; // since the last telling; so is the next
+    std::set<AudioObjectID> m_changed; // since the last notification; so is the next
     bool m_hasOtherDevices = false;
     std::map<AudioObjectID, PulseDevice> m_toldProperties; // of all that ever were
     std::vector<AudioObjectID> m_toldDevices;

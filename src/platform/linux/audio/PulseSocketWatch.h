@@ -9,12 +9,12 @@
 namespace tavro {
 
 /// Tells when an audio server may have come up: its socket is another than before. Where the socket is not
-/// known (a server elsewhere, or named in a file of libpulse's) it tells nothing.
+/// known (a server elsewhere, or named in a file of libpulse's) it reports nothing.
 class PulseSocketWatch final {
 public:
     explicit PulseSocketWatch(std::function<void()> appeared);
 
-    /// The socket of now, or that there is none, is what a new one is told from.
+    /// The socket of now, or that there is none, is what a new one is compared with.
     void remember();
     /// From now on, and also for one that has come since `remember`.
     void start();

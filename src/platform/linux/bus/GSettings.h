@@ -28,7 +28,7 @@ public:
         : m_bound(bound) {}
 
     /// All of each schema; "SCHEMA:PATH" names one that has no path of its own. What is not installed, or not
-    /// told in time, is absent.
+    /// answered in time, is absent.
     Settings list(const QStringList& schemas, const QDeadlineTimer& deadline) const;
     Settings list(const QStringList& schemas) const { return list(schemas, deadline()); }
     Result<QVariant, std::string> get(const QString& schema, const QString& key) const;

@@ -80,7 +80,7 @@ QVariant parseTexts(QStringView rest) {
 QVariant parseGVariant(QStringView text) {
     if (text == QStringView(u"true") || text == QStringView(u"false"))
         return text.front() == 't';
-    if (text == QStringView(u"@as []")) // nothing in it tells its type
+    if (text == QStringView(u"@as []")) // nothing in it shows its type
         return QStringList();
     if (text.startsWith('['))
         return parseTexts(text.mid(1));

@@ -15,7 +15,7 @@ class Desktop {
 public:
     virtual ~Desktop() = default;
     /// The picture that it is set to show on a monitor, by its connector's name ("HDMI-1"). None where it
-    /// shows none, or does not tell in time.
+    /// shows none, or does not answer in time.
     virtual std::optional<std::filesystem::path> wallpaper(const std::string& /*connector*/) {
         return std::nullopt;
     }

@@ -15,7 +15,7 @@ struct VirtualKey {
 };
 
 /// Places on the keyboard, in the platform's numbers and the kernel's. Without "function", which the kernel
-/// numbers beyond what the X protocol can tell.
+/// numbers beyond what the X protocol can express.
 constexpr VirtualKey virtualKeys[] = {
     // clang-format off
     {0, KEY_A}, {1, KEY_S}, {2, KEY_D}, {3, KEY_F}, {4, KEY_H}, {5, KEY_G}, {6, KEY_Z}, {7, KEY_X}, {8, KEY_C},

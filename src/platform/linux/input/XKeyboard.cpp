@@ -19,7 +19,7 @@ namespace tavro {
 namespace {
 
 constexpr std::size_t modifierCount = 8;
-/// All that the extension tells has one number.
+/// All events of the extension have one number.
 constexpr XEventKind<xcb_generic_event_t> xkbEvents{0, &xcb_xkb_id};
 
 bool locks(xkb_keysym_t symbol) {
@@ -115,7 +115,7 @@ void XKeyboard::startXkb() {
 void XKeyboard::refresh() {
     m_latinLayout.reset();
     m_modifiers = readModifiers();
-    m_observers.tell();
+    m_observers.notify();
 }
 
 XKeyboard::Modifiers XKeyboard::readModifiers() const {

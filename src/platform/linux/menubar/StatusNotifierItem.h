@@ -60,7 +60,7 @@ public:
     void show() override;
     /// The panel does not say.
     QRect geometry() const override { return {}; }
-    /// Tells a watcher of the item; another one than before is told anew.
+    /// Registers the item with a watcher; another one than before gets it anew.
     void registerWithWatcher();
 
     QString category() const { return "ApplicationStatus"; }

@@ -104,7 +104,7 @@ void TrayStatusItem::clicked(EventType type, unsigned modifierFlags) {
         m_events.deliver({type, modifierFlags}, m_action);
 }
 
-// The panel has the menu from here on, and not every panel tells when it closes it.
+// The panel has the menu from here on, and not every panel says when it closes it.
 void TrayStatusItem::hostOpensMenu() {
     m_hostShowsMenu = true;
     clicked(EventType::rightMouseUp, 0);

@@ -9,7 +9,7 @@
 namespace tavro {
 
 /// Which of our windows stand above the desktop icons and below everything else, and what it takes for them
-/// to stay there. It knows no server: what the server tells goes in as calls, commands come out. How a
+/// to stay there. It knows no server: what the server reports goes in as calls, commands come out. How a
 /// command is carried out, which may differ by window manager, is the concern of whoever takes it.
 class Covers {
 public:

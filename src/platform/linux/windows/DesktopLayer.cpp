@@ -48,7 +48,7 @@ DesktopLayer::DesktopLayer(XConnection& x)
       } {}
 
 // The toolkit maps the window over its own connection, and a busy server may read that one first: then nobody
-// would tell of the window manager's frame.
+// would report the window manager's frame.
 void DesktopLayer::add(xcb_window_t window, bool onAllWorkspaces, bool skipsSwitchers, bool passesClicks) {
     m_covers.add(window, passesClicks);
     setAtoms(window, m_x.atoms().netWmWindowType, {m_x.atoms().netWmWindowTypeDesktop});
@@ -77,8 +77,8 @@ void DesktopLayer::setState(xcb_window_t window, bool onAllWorkspaces, bool skip
 // showing; so the window manager is asked for it.
 void DesktopLayer::shown(xcb_window_t window, const QRect& pixels) const {
     constexpr std::uint32_t add = 1, fromApplication = 1;
-    m_x.tellWindowManager(window, m_x.atoms().netWmState,
-                          {add, m_x.atoms().netWmStateBelow, XCB_NONE, fromApplication}, toolkitConnection());
+    m_x.askWindowManager(window, m_x.atoms().netWmState,
+                         {add, m_x.atoms().netWmStateBelow, XCB_NONE, fromApplication}, toolkitConnection());
     if (!pixels.isEmpty())
         setPlace(window, pixels);
 }

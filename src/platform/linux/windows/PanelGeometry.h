@@ -26,7 +26,7 @@ QRect areaBeside(const QRect& panel, const QRect& screen);
 /// no room. At the point where there is no panel.
 QRect besidePanel(const std::vector<ScreenWithPanels>& screens, QPoint point, QSize size);
 
-/// Where the tray is: at the pointer if that is on a panel, since trays do not tell; otherwise at the end of
+/// Where the tray is: at the pointer if that is on a panel, since trays do not say; otherwise at the end of
 /// a panel, where desktops put it, of the first screen's rather than another one's. Without a panel, the
 /// corner of the first screen.
 QPoint trayPlace(const std::vector<ScreenWithPanels>& screens, QPoint pointer);

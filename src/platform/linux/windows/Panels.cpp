@@ -119,7 +119,7 @@ void PanelWatch::panelMoved() {
         leave();
 }
 
-// Nothing of this object is touched any more once it has told.
+// Nothing of this object is touched any more once it has reported.
 void PanelWatch::leave() {
     const auto left = std::exchange(m_left, nullptr);
     if (left)

@@ -24,7 +24,7 @@ QPoint trayPlace(const XConnection& x);
 /// screen without panels, that one has come.
 class PanelWatch {
 public:
-    /// What is told may destroy this object.
+    /// What is reported may destroy this object.
     PanelWatch(XConnection& x, QPoint point, std::function<void()> left);
     ~PanelWatch();
     PanelWatch(const PanelWatch&) = delete;

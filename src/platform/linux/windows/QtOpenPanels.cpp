@@ -18,7 +18,7 @@ namespace tavro {
 
 namespace {
 
-/// Endings in either case: some choosers tell them apart.
+/// Endings in either case: some choosers distinguish them.
 QString nameFilter(const std::vector<std::string>& fileTypes) {
     QStringList patterns;
     for (const auto& type : fileTypes) {

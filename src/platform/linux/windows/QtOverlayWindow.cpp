@@ -57,7 +57,7 @@ private:
 
     void paintEvent(QPaintEvent* event) override { flush(event->region()); }
 
-    // What is exposed by a last pixel may be told before the size is.
+    // What is exposed by a last pixel may be reported before the size is.
     void resizeEvent(QResizeEvent*) override { changed(); }
 
     void changed() {

@@ -15,7 +15,9 @@ class XConnection;
 
 /// A top-level of the toolkit whose content is painted. Levels up to one above the desktop icons stand in the
 /// desktop layer. Floating windows and higher ones are the window manager's no more: above all others, on
-/// every workspace, never focused. Those between are ordinary windows.
+/// every workspace, never focused. Those between are ordinary windows. It takes no input, so it needs no
+/// widget, whose native window would change its number with some flags: the wallpaper below a cover is found
+/// by that number.
 ///
 /// Shadow and clicks are what can be chosen of it: title bars and dragging belong to the window manager, and
 /// hiding leaves our own windows alone, as "show desktop" does those two layers.

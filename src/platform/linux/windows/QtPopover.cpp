@@ -138,8 +138,8 @@ void QtPopover::close() {
     if (!m_frame->isActiveWindow() || m_formerlyActive == XCB_NONE)
         return m_frame->hide();
     m_isClosing = true;
-    m_x.tellWindowManager(m_formerlyActive, m_x.atoms().netActiveWindow,
-                          {fromPager, XCB_CURRENT_TIME, XCB_NONE});
+    m_x.askWindowManager(m_formerlyActive, m_x.atoms().netActiveWindow,
+                         {fromPager, XCB_CURRENT_TIME, XCB_NONE});
     m_x.flush();
     QTimer::singleShot(longestWait, m_frame.get(), [this] {
         if (m_isClosing)

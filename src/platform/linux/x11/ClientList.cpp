@@ -8,8 +8,8 @@ namespace tavro {
 
 namespace {
 
-/// Requests what tells the application of a window; the answers are collected later. Every one is fetched,
-/// wanted or not: what is left would stay in the queue.
+/// Requests what identifies the application of a window; the answers are collected later. Every one is
+/// fetched, wanted or not: what is left would stay in the queue.
 class HintsRequest {
 public:
     HintsRequest(const XConnection& x, xcb_window_t window)

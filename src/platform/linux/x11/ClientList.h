@@ -25,7 +25,7 @@ struct ClientList {
     std::vector<ClientWindow> windows;
     std::uint32_t currentWorkspace = 0;
     xcb_window_t active = XCB_NONE;
-    /// The request that read it: what the server tells from an earlier one on is older than the list.
+    /// The request that read it: what the server reports from an earlier one on is older than the list.
     std::uint32_t moment = 0;
 };
 

@@ -11,7 +11,8 @@ namespace tavro {
 
 struct XAtoms;
 
-/// What tells the application of a window, as the window's properties say it; empty where they say nothing.
+/// What identifies the application of a window, as the window's properties say it; empty where they say
+/// nothing.
 struct ApplicationHints {
     std::string gtkApplication, desktopFile, wmClass;
     std::optional<std::uint32_t> leader, pid;

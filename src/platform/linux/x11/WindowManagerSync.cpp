@@ -44,7 +44,7 @@ void WindowManagerSync::ask() {
             if (weak.lock())
                 answered();
         });
-    m_x.tellWindowManager(m_window, m_x.atoms().netRequestFrameExtents, {});
+    m_x.askWindowManager(m_window, m_x.atoms().netRequestFrameExtents, {});
     m_x.flush();
 }
 
@@ -58,7 +58,7 @@ void WindowManagerSync::answered() {
 
 void WindowManagerSync::replaced() {
     lookWhetherItAnswers();
-    m_replacementObservers.tell();
+    m_replacementObservers.notify();
     for (std::size_t i = 0; i < m_waiting.size(); ++i)
         ask();
 }

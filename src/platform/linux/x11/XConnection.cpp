@@ -186,7 +186,7 @@ bool XConnection::processEvents() {
         m_requestBeforeEvent = event->full_sequence;
         if (const auto list = m_observers.find(event->response_type & ~sentByAClient);
             list != m_observers.end())
-            list->second.tell(*event);
+            list->second.notify(*event);
     }
     // The toolkit's connection has broken as well, reports it and ends the process.
     if (xcb_connection_has_error(m_connection))
@@ -239,8 +239,8 @@ std::string XConnection::text(xcb_get_property_cookie_t cookie) const {
     return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
 }
 
-void XConnection::tellWindowManager(xcb_window_t window, xcb_atom_t type,
-                                    std::initializer_list<std::uint32_t> data, xcb_connection_t* over) const {
+void XConnection::askWindowManager(xcb_window_t window, xcb_atom_t type,
+                                   std::initializer_list<std::uint32_t> data, xcb_connection_t* over) const {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;

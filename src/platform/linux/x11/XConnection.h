@@ -90,12 +90,12 @@ public:
                            handler(reinterpret_cast<const Event&>(event));
                        });
     }
-    /// Each change of a property, and its end. Other windows than the root have to be asked to tell.
+    /// Each change of a property, and its end. Other windows than the root have to be asked to report.
     [[nodiscard]] Observation onPropertyChange(xcb_window_t window, xcb_atom_t property,
                                                std::function<void()> handler);
     /// Each time a client says that it manages the screen's resource of that selection from now on (ICCCM).
     [[nodiscard]] Observation onNewManager(xcb_atom_t selection, std::function<void()> handler);
-    /// The last request that the server had read when it sent the event that is being told.
+    /// The last request that the server had read when it sent the event that is being delivered.
     std::uint32_t requestBeforeEvent() const { return m_requestBeforeEvent; }
     bool has(xcb_extension_t& extension) const;
     /// Sends what was requested so far.
@@ -113,8 +113,8 @@ public:
     std::string text(xcb_get_property_cookie_t cookie) const;
     /// A client message to the window manager, as EWMH and ICCCM describe them; over the given connection
     /// where its order among the requests of that one matters.
-    void tellWindowManager(xcb_window_t window, xcb_atom_t type, std::initializer_list<std::uint32_t> data,
-                           xcb_connection_t* over = nullptr) const;
+    void askWindowManager(xcb_window_t window, xcb_atom_t type, std::initializer_list<std::uint32_t> data,
+                          xcb_connection_t* over = nullptr) const;
 
 private:
     XConnection(xcb_connection_t* connection, int screenNumber, Log& log);

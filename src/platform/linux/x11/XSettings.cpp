@@ -8,7 +8,7 @@ namespace tavro {
 
 namespace {
 
-/// Takes one piece after the other, in the byte order that the first byte tells.
+/// Takes one piece after the other, in the byte order that the first byte names.
 class Reader {
 public:
     explicit Reader(std::string_view bytes)

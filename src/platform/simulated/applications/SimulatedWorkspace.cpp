@@ -139,7 +139,7 @@ void SimulatedWorkspace::setFrontmost(std::optional<ApplicationID> application) 
     if (m_frontmost == application)
         return;
     if (m_frontmost == ApplicationID::self)
-        m_queue.async([this] { m_selfResignsActive.tell(); });
+        m_queue.async([this] { m_selfResignsActive.notify(); });
     m_frontmost = application;
     if (application && application != ApplicationID::self)
         m_queue.async([this] { m_notificationCenter.post(workspaceDidActivateApplication); });

@@ -125,14 +125,14 @@ SimulatedAudioDevice SimulatedAudioHardware::speaker(std::string name) {
 
 AudioObjectID SimulatedAudioHardware::plugIn(SimulatedAudioDevice device) {
     m_devices.emplace(++m_lastID, std::move(device));
-    tell({kAudioObjectSystemObject, {kAudioHardwarePropertyDevices}});
+    notify({kAudioObjectSystemObject, {kAudioHardwarePropertyDevices}});
     return m_lastID;
 }
 
 void SimulatedAudioHardware::unplug(AudioObjectID device) {
     m_devices.erase(device);
     std::erase_if(m_listeners, [&](const auto& entry) { return entry.property.first == device; });
-    tell({kAudioObjectSystemObject, {kAudioHardwarePropertyDevices}});
+    notify({kAudioObjectSystemObject, {kAudioHardwarePropertyDevices}});
     for (auto* role : {&m_defaultInput, &m_defaultOutput})
         if (*role == device)
             setDefault(*role, 0);
@@ -233,7 +233,7 @@ void SimulatedAudioHardware::change(std::optional<bool>& flag, bool mute, const 
     if (flag == mute)
         return;
     flag = mute;
-    tell(property);
+    notify(property);
 }
 
 void SimulatedAudioHardware::setDefault(AudioObjectID& role, AudioObjectID device) {
@@ -242,10 +242,10 @@ void SimulatedAudioHardware::setDefault(AudioObjectID& role, AudioObjectID devic
     role = device;
     const auto selector = &role == &m_defaultInput ? kAudioHardwarePropertyDefaultInputDevice
                                                    : kAudioHardwarePropertyDefaultOutputDevice;
-    tell({kAudioObjectSystemObject, {selector}});
+    notify({kAudioObjectSystemObject, {selector}});
 }
 
-void SimulatedAudioHardware::tell(const Property& property) {
+void SimulatedAudioHardware::notify(const Property& property) {
     for (const auto& registration : m_listeners)
         if (registration.property == property)
             m_queue.async([listener = registration.listener] { (*listener)(); });

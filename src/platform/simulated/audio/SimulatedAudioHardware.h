@@ -98,7 +98,7 @@ private:
     std::optional<bool>& muteFlag(AudioObjectID device, std::uint32_t scope);
     void change(std::optional<bool>& flag, bool mute, const Property& property);
     void setDefault(AudioObjectID& role, AudioObjectID device);
-    void tell(const Property& property);
+    void notify(const Property& property);
     static std::uint32_t muteScope(const SimulatedAudioDevice& device);
 
     Journal& m_journal;

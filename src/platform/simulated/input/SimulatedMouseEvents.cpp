@@ -13,7 +13,7 @@ void SimulatedMouseEvents::post(EventTap tap, const MouseEvent& event) {
     m_journal.record("mouseEvents.post", static_cast<int>(tap), static_cast<int>(event.source),
                      static_cast<int>(event.type), event.location, static_cast<int>(event.button),
                      event.flags);
-    m_posted.tell(event);
+    m_posted.notify(event);
 }
 
 Observation SimulatedMouseEvents::didPost(std::function<void(MouseEvent)> observer) {

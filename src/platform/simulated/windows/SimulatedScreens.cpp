@@ -30,7 +30,7 @@ Rect SimulatedScreens::displayBounds(DisplayID display) const {
 void SimulatedScreens::set(std::vector<Screen> screens) {
     m_screens = std::move(screens);
     m_main = 0;
-    m_observers.tell();
+    m_observers.notify();
 }
 
 Observation SimulatedScreens::didChange(std::function<void()> observer) {
