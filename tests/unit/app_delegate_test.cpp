@@ -68,12 +68,15 @@ TEST_F(AppDelegateTest, ShortcutsWorkInAnyApplication) {
     {
         Launch launch(mac);
         openWindow("Editor");
+        EXPECT_EQ(mac.log().printed(), Lines{"resign active"});
         mac.hotKeyCenter().type(mute); // in force in the very first run
         EXPECT_EQ(mac.audioHardware().isMuted(microphone), true);
         for (const auto* image : {"menubar-on", "menubar-off"}) {
             mac.hotKeyCenter().type(toggle);
             EXPECT_EQ(launch.shownImage(), image);
         }
+        mac.application().reopen();
+        EXPECT_EQ(mac.workspace().frontmost(), ApplicationID::self);
     }
     mac.userDefaults().setObject("KeyboardShortcuts_tavroMuteShortcut", false); // the user has cleared it
     Launch launch(mac);
@@ -136,14 +139,6 @@ TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnce) {
     EXPECT_EQ(mac.journal().lines("window.close").size(), 2u);
     EXPECT_EQ(mac.application().exitStatus(), 0);
     EXPECT_EQ(mac.userDefaults().object("tavro"), PropertyList(false));
-}
-
-TEST_F(AppDelegateTest, LogsLosingFocusAndComesForwardWhenReopened) {
-    Launch launch(mac);
-    openWindow("Editor");
-    EXPECT_EQ(mac.log().printed(), Lines{"resign active"});
-    mac.application().reopen();
-    EXPECT_EQ(mac.workspace().frontmost(), ApplicationID::self);
 }
 
 TEST_F(AppDelegateTest, LaunchAsksForAccessibilityFromVersion11On) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace tavro {
 namespace {
 
@@ -75,25 +77,11 @@ TEST_F(VersionObserverTest, AsksOncePerLaunchUnlessOffline) {
 }
 
 TEST(NumericOrderTest, ComparesDigitsByValueAndTheRestByCharacter) {
-    const std::string ascending[] = {"",
-                                     "0",
-                                     "0.9",
-                                     "1",
-                                     "1.0",
-                                     "1.0.1",
-                                     "1.9",
-                                     "1.9b",
-                                     "1.10",
-                                     "2.9.3",
-                                     "2.10.0",
-                                     "10",
-                                     "99999999999999999999",
-                                     "100000000000000000000",
-                                     "a",
-                                     "a2",
-                                     "a10",
-                                     "v1",
-                                     "\xc3\xa9"};
+    std::vector<std::string> ascending{""};
+    std::istringstream texts("0 0.9 1 1.0 1.0.1 1.9 1.9b 1.10 2.9.3 2.10.0 10 99999999999999999999 "
+                             "100000000000000000000 a a2 a10 v1 \xc3\xa9");
+    for (std::string text; texts >> text;)
+        ascending.push_back(text);
     for (std::size_t left = 0; left < std::size(ascending); ++left)
         for (std::size_t right = 0; right < std::size(ascending); ++right)
             EXPECT_TRUE(compareNumerically(ascending[left], ascending[right]) == (left <=> right))
