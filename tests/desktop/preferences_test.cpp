@@ -114,7 +114,7 @@ protected:
     static constexpr Point selectButton{207, 251}, removeButton{258, 339}, inPreview{260, 300};
 };
 
-TEST_F(Preferences, AChosenPictureIsStoredAndShownUntilItIsRemoved) {
+TEST_F(Preferences, OneChooserOpensAndItsPictureIsStoredAndShownUntilItIsRemoved) {
     fs::remove(storedFile());
     auto tavro = launchWithPreferences();
     openChooser(*tavro);
@@ -122,9 +122,21 @@ TEST_F(Preferences, AChosenPictureIsStoredAndShownUntilItIsRemoved) {
     EXPECT_TRUE(dialog.width >= 600 && dialog.height >= 400 && screen.contains({dialog.x, dialog.y}) &&
                 screen.contains({dialog.x + dialog.width - 1, dialog.y + dialog.height - 1}))
         << dialog;
+    const auto first = chooser(*tavro);
+    ASSERT_TRUE(Session::run("xdotool windowmove " + std::to_string(first) + " 40 500"));
+    ASSERT_TRUE(server.eventually("the chooser elsewhere", [&] { return server.place(first).x < 60; }));
+    clickInPreferences(selectButton);
+    EXPECT_TRUE(server.eventually("the same chooser with the focus",
+                                  [&] { return chooser(*tavro) == first && server.active() == first; }));
+    for (const auto* line : {turnedOn, turnedOff}) { // the program goes on behind it
+        input.type({Key::control, Key::super}, Key::p);
+        EXPECT_TRUE(tavro->waitForLine(line, 1));
+        waitForTray(line == turnedOn);
+    }
+    EXPECT_EQ(chooser(*tavro), first);
     input.type(Key::escape);
     EXPECT_TRUE(noChooser(*tavro));
-    EXPECT_EQ(lines(tavro->output()), tavro->linesOfOutput("resign active")) << "cancelled";
+    EXPECT_EQ(tavro->output().find("Not an image"), std::string::npos) << "cancelled";
     choose(*tavro, text);
     EXPECT_TRUE(tavro->waitForLine("Not an image: " + text.string(), 1));
     EXPECT_NE(previewColour(), green);
@@ -142,25 +154,6 @@ TEST_F(Preferences, AChosenPictureIsStoredAndShownUntilItIsRemoved) {
     parkPointer();
     quit(tavro);
     EXPECT_EQ(tavro->linesOfOutput("Not an image: " + text.string()), 1);
-}
-
-TEST_F(Preferences, TheChooserIsOneWindowAndTheProgramGoesOnBehindIt) {
-    auto tavro = launchWithPreferences();
-    openChooser(*tavro);
-    const auto first = chooser(*tavro);
-    ASSERT_TRUE(Session::run("xdotool windowmove " + std::to_string(first) + " 40 500"));
-    ASSERT_TRUE(server.eventually("the chooser elsewhere", [&] { return server.place(first).x < 60; }));
-    clickInPreferences(selectButton);
-    EXPECT_TRUE(server.eventually("the same chooser with the focus",
-                                  [&] { return chooser(*tavro) == first && server.active() == first; }));
-    for (const auto* line : {turnedOn, turnedOff}) {
-        input.type({Key::control, Key::super}, Key::p);
-        EXPECT_TRUE(tavro->waitForLine(line, 1));
-        waitForTray(line == turnedOn);
-    }
-    EXPECT_EQ(chooser(*tavro), first);
-    parkPointer();
-    quit(tavro);
 }
 
 // The recorder of the shortcut for presentation mode, with Control-Super-P in it.

@@ -9,19 +9,12 @@
 
 #include <QCoreApplication>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <set>
 
 namespace tavro {
-
-void PrintTo(const DesktopShortcut& shortcut, std::ostream* stream) {
-    char name[64];
-    xkb_keysym_get_name(shortcut.symbol, name, sizeof name);
-    *stream << name << " with " << shortcut.modifiers;
-}
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -65,6 +58,18 @@ const auto pictureOfPlasma =
 const auto darkWithoutKeys = "[org/gnome/desktop/interface]\ncolor-scheme='prefer-dark'\n"
                              "[org/gnome/shell/keybindings]\ntoggle-overview=@as []\n"
                              "[org/gnome/settings-daemon/plugins/media-keys]\ncustom-keybindings=@as []\n"s;
+/// One after the other, by their keys' names.
+std::set<std::string> named(const std::vector<DesktopShortcut>& shortcuts) {
+    std::set<std::string> names;
+    for (const auto& [symbol, modifiers] : shortcuts) {
+        char name[64];
+        xkb_keysym_get_name(symbol, name, sizeof name);
+        names.insert((modifiers & controlKey ? "⌃"s : "") + (modifiers & optionKey ? "⌥" : "") +
+                     (modifiers & shiftKey ? "⇧" : "") + (modifiers & cmdKey ? "⌘" : "") + name);
+    }
+    return names;
+}
+
 /// Each desktop by its settings: files in the configuration folder, GSettings, or xfconf.
 TEST(RunningDesktop, IsAskedInItsOwnWay) {
     providePrivateBus();
@@ -101,37 +106,20 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
         const char* names;
         std::map<fs::path, std::string> files;
         std::optional<fs::path> wallpaper;
-        std::vector<DesktopShortcut> shortcuts;
+        std::set<std::string> shortcuts;
     } cases[] = {
-        {"XFCE",
-         {},
-         "/pictures/x.png",
-         {{XKB_KEY_Delete, controlKey | optionKey},
-          {XKB_KEY_e, cmdKey},
-          {XKB_KEY_space, cmdKey | shiftKey},
-          {XKB_KEY_grave, cmdKey},
-          {XKB_KEY_XF86AudioMute, 0},
-          {XKB_KEY_F4, optionKey}}},
-        {"ubuntu:GNOME",
-         {},
-         "/pictures/by day.png",
-         {{XKB_KEY_s, cmdKey}, {XKB_KEY_x, controlKey | optionKey}}},
+        {"XFCE", {}, "/pictures/x.png", {"⌃⌥Delete", "⌘e", "⇧⌘space", "⌘grave", "XF86AudioMute", "⌥F4"}},
+        {"ubuntu:GNOME", {}, "/pictures/by day.png", {"⌘s", "⌃⌥x"}},
         {"Budgie:KDE",
          {{"glib-2.0/settings/keyfile", darkWithoutKeys}, {"kglobalshortcutsrc", keysOfPlasma}},
          "/pictures/by-night.png",
          {}},
-        {"mate", {}, "/pictures/ÄÖ.png", {{XKB_KEY_F2, optionKey}}},
+        {"mate", {}, "/pictures/ÄÖ.png", {"⌥F2"}},
         {"X-Cinnamon", {}, "/pictures/c.png", {}},
         {"KDE:GNOME",
          {{"kglobalshortcutsrc", keysOfPlasma}, {"plasma-org.kde.plasma.desktop-appletsrc", pictureOfPlasma}},
          "/pictures/p.png",
-         {{XKB_KEY_F4, optionKey},
-          {XKB_KEY_m, cmdKey | shiftKey},
-          {XKB_KEY_comma, cmdKey},
-          {XKB_KEY_Delete, controlKey | optionKey},
-          {XKB_KEY_F12, 0},
-          {XKB_KEY_Page_Up, cmdKey},
-          {XKB_KEY_e, cmdKey}}},
+         {"⌥F4", "⇧⌘m", "⌘comma", "⌃⌥Delete", "F12", "⌘Prior", "⌘e"}},
         {"KDE", {{"kglobalshortcutsrc", std::string(1 << 20, '#') + "\na=F1"}}, {}, {}},
         {"LXDE",
          {{lxde, "[*]\nwallpaper_mode=crop\nwallpaper=/pictures/l.png\n"},
@@ -157,7 +145,7 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
         qputenv("XDG_CURRENT_DESKTOP", names);
         const auto desktop = runningDesktop(bus, settings);
         EXPECT_EQ(desktop->wallpaper("HDMI-1"), wallpaper);
-        EXPECT_THAT(desktop->shortcuts(), testing::UnorderedElementsAreArray(shortcuts));
+        EXPECT_EQ(named(desktop->shortcuts()), shortcuts);
     }
     qunsetenv("GSETTINGS_SCHEMA_DIR");
     qunsetenv("XDG_DATA_DIRS");

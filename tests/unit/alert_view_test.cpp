@@ -54,13 +54,16 @@ TEST_F(AlertViewTest, AppearsLowOnTheMainDisplay) {
 }
 
 TEST_F(AlertViewTest, ShowsTheNewStateForOneSecondAndIgnoresPressesMeanwhile) {
-    const std::pair<std::vector<bool>, bool> cases[] = {
-        {{false}, true}, {{true, true}, false}, {{true, false}, true}, {{}, false}};
+    const std::pair<std::vector<std::optional<bool>>, bool> cases[] = {
+        {{false}, true}, {{true, true}, false},         {{true, false}, true},
+        {{}, false},     {{true, std::nullopt}, false}, {{false, std::nullopt}, true}};
     for (const auto& [before, isMuted] : cases) {
         SCOPED_TRACE(testing::PrintToString(before));
         audio.unplugAll();
-        for (const bool mute : before)
+        plugInSpeaker("Hall", false); // which is no microphone
+        for (const auto mute : before)
             plugInMicrophone("Microphone", mute);
+        EXPECT_EQ(MuteMic::isMuted(), !isMuted);
         toggleMicMute();
         const std::weak_ptr<Window> window = alert()->window;
         mac.mainQueue().advance(999ms);

@@ -22,14 +22,21 @@ std::string configurations(const std::string& triggers) {
            triggers + R"(}}}},{"second":0}]})";
 }
 
-std::string trigger(int enabled, int startHour, int startMinute, int endHour) {
-    return R"({"enabledSetting":)" + std::to_string(enabled) + R"(,"timePeriodStartTimeHour":)" +
-           std::to_string(startHour) + R"(,"timePeriodStartTimeMinute":)" + std::to_string(startMinute) +
-           R"(,"timePeriodEndTimeMinute":30,"timePeriodEndTimeHour":)" + std::to_string(endHour) + "}";
+/// With those entries that are not empty.
+std::string trigger(const std::string& enabled, const std::string& start, const std::string& end,
+                    const std::string& startMinute = "") {
+    std::string entries;
+    for (const auto& [key, value] : {std::pair("enabledSetting", enabled),
+                                     {"timePeriodStartTimeHour", start},
+                                     {"timePeriodEndTimeHour", end},
+                                     {"timePeriodStartTimeMinute", startMinute}})
+        if (!value.empty())
+            entries += ",\""s + key + "\":" + value;
+    return R"({"timePeriodEndTimeMinute":30)" + entries + "}";
 }
 
 TEST_F(MontereyDNDTest, ScheduleEndsOnTheHourAndMaySpanMidnight) {
-    const auto night = trigger(2, 22, 0, 7), day = trigger(2, 9, 30, 17);
+    const auto night = trigger("2", "22", "7"), day = trigger("2", "9", "17", "30");
     const std::tuple<std::string, SimulatedClock::TimeOfDay, bool> cases[] = {
         {night, {22, 0}, true},
         {night, {6, 59}, true},
@@ -38,24 +45,18 @@ TEST_F(MontereyDNDTest, ScheduleEndsOnTheHourAndMaySpanMidnight) {
         {day, {9, 29}, false},
         {day, {9, 30}, true},
         {day, {17, 0}, false},
-        {trigger(2, 8, 0, 8), {8, 0}, false},
-        {trigger(1, 0, 0, 24), {12, 0}, false},
+        {trigger("2", "8", "8"), {8, 0}, false},
+        {trigger("1", "0", "24"), {12, 0}, false},
         {night + "," + day, {23, 0}, true},
-        {R"({"enabledSetting":2,"timePeriodEndTimeHour":17})", {9, 0}, false},
-        {R"({"enabledSetting":2,"timePeriodStartTimeHour":9})", {9, 0}, false},
-        {R"({"timePeriodStartTimeHour":0,"timePeriodEndTimeHour":24})", {9, 0}, false},
-        // Numbers of other sizes and kinds, and no minute.
-        {R"({"enabledSetting":2.9,"timePeriodStartTimeHour":9.5,"timePeriodEndTimeHour":17})", {9, 0}, true},
-        {R"({"enabledSetting":4294967298,"timePeriodStartTimeHour":9,"timePeriodEndTimeHour":17})",
-         {9, 0},
-         true},
-        {R"({"enabledSetting":2,"timePeriodStartTimeHour":-2147483647.0,"timePeriodEndTimeHour":2147483647.0})",
-         {9, 0},
-         true},
-        {R"({"enabledSetting":2,"timePeriodStartTimeHour":-1e300,"timePeriodEndTimeHour":24})",
-         {9, 0},
-         false},
-        {R"({"enabledSetting":2,"timePeriodStartTimeHour":9,"timePeriodEndTimeHour":1e300})", {9, 0}, false},
+        {trigger("2", "", "17"), {9, 0}, false},
+        {trigger("2", "9", ""), {9, 0}, false},
+        {trigger("", "0", "24"), {9, 0}, false},
+        // Numbers of other sizes and kinds.
+        {trigger("2.9", "9.5", "17"), {9, 0}, true},
+        {trigger("4294967298", "9", "17"), {9, 0}, true},
+        {trigger("2", "-2147483647.0", "2147483647.0"), {9, 0}, true},
+        {trigger("2", "-1e300", "24"), {9, 0}, false},
+        {trigger("2", "9", "1e300"), {9, 0}, false},
     };
     const Process process(mac);
     for (const auto& [triggers, time, isEnabled] : cases) {
