@@ -57,7 +57,7 @@ TEST_F(Popover, OpensUnderTheItemAndClosesWhenTheUserWorksElsewhere) {
     ASSERT_TRUE(tavro->waitForLine(turnedOn, 1));
     EXPECT_TRUE(showsNoPopover(*tavro, front));
     EXPECT_TRUE(everyScreenIsCovered());
-    EXPECT_TRUE(server.eventually("the others hidden", [&] { return areMinimised(windowsBesides("Chat")); }));
+    EXPECT_TRUE(othersAreHidden());
     EXPECT_FALSE(server.isMinimised(front)) << "the application that was in front";
     waitForTray(true);
     clickItem(Input::Button::left);

@@ -49,8 +49,7 @@ TEST_F(Presentation, CoversTheIconsOfEveryScreenAndHidesTheOtherApplications) {
 
     toggle(*tavro);
     EXPECT_TRUE(everyScreenIsCovered());
-    EXPECT_TRUE(server.eventually("the other applications minimised",
-                                  [&] { return areMinimised(windowsBesides("Chat")); }));
+    EXPECT_TRUE(othersAreHidden());
     EXPECT_EQ(server.active(), front);
     EXPECT_FALSE(server.isMinimised(front));
     EXPECT_EQ(server.place(front), frontPlace);
@@ -200,7 +199,7 @@ TEST_F(Presentation, WindowsOfAnotherWorkspaceAreHiddenOnArrivalAndStayThere) {
     }));
 
     toggle(*tavro);
-    ASSERT_TRUE(server.eventually("the others hidden", [&] { return areMinimised(windowsBesides("Chat")); }));
+    ASSERT_TRUE(othersAreHidden());
     arriveAt(1);
     quit(tavro);
     EXPECT_EQ(server.workspace(), 1u);

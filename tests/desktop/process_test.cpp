@@ -8,8 +8,7 @@ protected:
     /// Presentation mode with the other applications hidden.
     void present(TavroProcess& tavro) {
         toggle(tavro);
-        EXPECT_TRUE(server.eventually("the other applications hidden",
-                                      [this] { return areMinimised(windowsBesides("Chat")); }));
+        EXPECT_TRUE(othersAreHidden());
     }
 
     bool defaultsSayOff() const { return defaultsHold("tavro", false); }

@@ -1,8 +1,6 @@
 #include "support/desktop/DesktopTest.h"
 #include "support/servers/AudioServer.h"
 
-#include <algorithm>
-
 /// The program with Control-Super-P for presentation mode, and the default for the microphones.
 class Shortcuts : public DesktopTest {
 protected:
@@ -116,8 +114,8 @@ TEST_F(Shortcuts, TheMicrophonesShortcutWorksFromTheFirstRunOnAndShowsAnIndicato
         input.type({Key::super, Key::shift}, Key::m);
         EXPECT_TRUE(server.eventually("an indicator", [&] { return indicators() == 1; }));
         EXPECT_TRUE(server.eventually("the end of the indicator", [&] { return indicators() == 0; }));
-        for (const auto& [name, device] : AudioServer::microphones())
-            EXPECT_EQ(device.isMuted, mutes) << name;
+        for (const auto* name : {"mic_1", "mic_2"})
+            EXPECT_EQ(AudioServer::isMuted(name), mutes) << name;
     }
     quit(tavro);
 }

@@ -49,12 +49,6 @@ protected:
             answerFirst();
     }
 
-    Step connected() {
-        return [this] { mirror.connected(); };
-    }
-    Step disconnected() {
-        return [this] { mirror.disconnected(); };
-    }
     Step changed(PulseDeviceKind kind, std::uint32_t index) {
         return [=, this] { mirror.deviceChanged(kind, index); };
     }
@@ -80,9 +74,6 @@ protected:
     }
     Step confirmed(AudioObjectID object, bool isMuted) {
         return [=, this] { mirror.confirmMute(object, isMuted); };
-    }
-    Step answered() {
-        return [this] { answerAll(); };
     }
     /// What waits for an answer gets it after the step.
     Step late(const Step& step) {
@@ -113,6 +104,10 @@ protected:
         }
         return text;
     }
+
+    const Step connected = [this] { mirror.connected(); };
+    const Step disconnected = [this] { mirror.disconnected(); };
+    const Step answered = [this] { answerAll(); };
 
     PulseMirror mirror;
     std::vector<PulseDevice> devices{device(sink, 0, "speaker"), device(source, 0, "speaker.monitor"),
@@ -151,7 +146,7 @@ TEST_F(PulseMirrorTest, FollowsTheServerAndReportsEachChangeOnce) {
         std::vector<Step> steps;
         const char *shown, *changes;
     } history[] = {
-        {"connected", {connected()}, "2speaker 3mic ", "dev# dOut dIn  "},
+        {"connected", {connected}, "2speaker 3mic ", "dev# dOut dIn  "},
         {"nothing", {}, "2speaker 3mic ", ""},
         {"no change", {changed(source, 1)}, "2speaker 3mic ", ""},
         {"a monitor", {changed(source, 0)}, "2speaker 3mic ", ""},
@@ -175,9 +170,9 @@ TEST_F(PulseMirrorTest, FollowsTheServerAndReportsEachChangeOnce) {
         {"replaced without a word", {has(device(source, 1, "other"))}, "2speaker 5other ", "dev# dIn  "},
         {"moved without a word", {has(device(source, 5, "other"))}, "2speaker 5other ", ""},
         {"removed late where it was", {removed(source, 1)}, "2speaker 5other ", ""},
-        {"server gone", {disconnected()}, "", "dev# dOut "},
+        {"server gone", {disconnected}, "", "dev# dOut "},
         {"back, without the speaker, and muted meanwhile",
-         {has(device(source, 5, "other", true)), has(device(sink, 0, "mic")), connected()},
+         {has(device(source, 5, "other", true)), has(device(sink, 0, "mic")), connected},
          "4mic 5other ",
          "dev# 5mute "},
     };
@@ -198,15 +193,15 @@ TEST_F(PulseMirrorTest, AnswersThatComeLateChangeNothing) {
         std::vector<Step> steps;
         const char* expected;
     } cases[] = {
-        {"of the connection before", {late(connected()), [&] { devices.pop_back(); }}, "2speaker 3mic "},
-        {"after the server has gone", {late(disconnected())}, ""},
+        {"of the connection before", {late(connected), [&] { devices.pop_back(); }}, "2speaker 3mic "},
+        {"after the server has gone", {late(disconnected)}, ""},
         {"a list without the removal", {removed(source, 7)}, "2speaker 3mic "},
         {"whose index is taken again", {removed(source, 7), changed(source, 7)}, "2speaker 3mic 4other "},
         {"a description of one that was removed",
-         {answered(), changed(source, 7), late(removed(source, 7))},
+         {answered, changed(source, 7), late(removed(source, 7))},
          "2speaker 3mic "},
         {"of one that had gone by then",
-         {answered(), changed(source, 7), [&] { devices.pop_back(); }},
+         {answered, changed(source, 7), [&] { devices.pop_back(); }},
          "2speaker 3mic "},
     };
     devices.push_back(device(source, 7, "other"));

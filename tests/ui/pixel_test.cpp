@@ -145,16 +145,6 @@ TEST_F(PixelTest, ACoversTextIsReadOnAnyBackground) {
     }
 }
 
-TEST_F(PixelTest, ThePreferencesKeepTheirSizeWithAPreview) {
-    chooseWallpaper();
-    auto& window = preferences();
-    QApplication::processEvents();
-    EXPECT_EQ(window.size(), QSize(400, 360));
-    const auto& remove = find<QPushButton>(window, 1 + 1);
-    EXPECT_EQ(remove.text(), "Remove");
-    EXPECT_LE(remove.mapTo(&window, remove.rect().bottomLeft()).y(), 360);
-}
-
 // In points, between what the margins of the buttons leave.
 TEST_F(PixelTest, ThePopoverStacksItsParts) {
     publishNewVersion();

@@ -162,15 +162,11 @@ std::vector<xcb_window_t> DesktopTest::windowsBesides(const std::string& windowC
 }
 
 testing::AssertionResult DesktopTest::everyScreenIsCovered() {
-    for (const auto& screen : server.screens()) {
-        std::ostringstream what;
-        what << "the bare wallpaper on the screen " << screen;
-        if (auto result =
-                server.eventually(what.str(), [&] { return server.pixelsBesidesWallpaper(screen) == 0; });
-            !result)
-            return result << ", where " << server.pixelsBesidesWallpaper(screen) << " pixels differ";
-    }
-    return testing::AssertionSuccess();
+    return server.eventually("the bare wallpaper on every screen", [this] {
+        return std::ranges::all_of(server.screens(), [this](const auto& screen) {
+            return server.pixelsBesidesWallpaper(screen) == 0;
+        });
+    });
 }
 
 testing::AssertionResult DesktopTest::everyIconShows() {

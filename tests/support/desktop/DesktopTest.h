@@ -64,6 +64,11 @@ protected:
     /// The application windows that do not belong to the class.
     std::vector<xcb_window_t> windowsBesides(const std::string& windowClass) const;
     bool isMarked(xcb_window_t window) const { return !server.values(window, "_TAVROPRO_HIDDEN").empty(); }
+    /// Waits until all applications are hidden but the one that is in front at first.
+    testing::AssertionResult othersAreHidden() {
+        return server.eventually("the other applications minimised",
+                                 [this] { return areMinimised(windowsBesides("Chat")); });
+    }
     /// Waits until every screen shows nothing but its own wallpaper and what stands above covers.
     testing::AssertionResult everyScreenIsCovered();
     testing::AssertionResult everyIconShows();

@@ -7,7 +7,6 @@
 #include <QByteArray>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 
 #include <csignal>
 #include <cstdio>
@@ -43,14 +42,6 @@ std::string outputOf(const std::string& command) {
     return output;
 }
 
-double averageVolume(const QJsonObject& device) {
-    const auto channels = device["volume"].toObject();
-    double sum = 0;
-    for (const auto& channel : channels)
-        sum += channel.toObject()["value"].toDouble() / 65536;
-    return channels.isEmpty() ? 0 : sum / static_cast<double>(channels.size());
-}
-
 } // namespace
 
 AudioServer::~AudioServer() {
@@ -59,35 +50,25 @@ AudioServer::~AudioServer() {
         start();
     while (!m_modules.empty())
         unplug(m_modules.begin()->first);
-    for (const auto& devices : {speakers(), microphones()})
-        for (const auto& [name, device] : devices)
-            mute(name, false);
-    for (const auto* speaker : {"speaker_1", "speaker_2"})
-        setVolume(speaker, 100);
+    for (const auto& [name, isMuted] : muteFlags())
+        mute(name, false);
     makeDefault("speaker_1");
     makeDefault("mic_1");
 }
 
-std::map<std::string, AudioServer::Device> AudioServer::devices(const std::string& kind) {
-    std::map<std::string, Device> found;
-    const auto answer = outputOf(pactlCommand("-f json list " + kind));
-    for (const auto& entry : QJsonDocument::fromJson(QByteArray::fromStdString(answer)).array()) {
-        const auto device = entry.toObject();
-        const bool isMonitor = device["properties"].toObject()["device.class"] == "monitor";
-        const auto name = device["name"].toString().toStdString();
-        if (!isMonitor)
-            found[name] = {name, device["description"].toString().toStdString(), device["mute"].toBool(),
-                           averageVolume(device)};
+std::map<std::string, bool> AudioServer::muteFlags() {
+    std::map<std::string, bool> flags;
+    for (const std::string kind : {"sinks", "sources"}) {
+        const auto answer = outputOf(pactlCommand("-f json list " + kind));
+        for (const QJsonValue device : QJsonDocument::fromJson(QByteArray::fromStdString(answer)).array())
+            if (device["properties"]["device.class"].toString() != "monitor")
+                flags[device["name"].toString().toStdString()] = device["mute"].toBool();
     }
-    return found;
+    return flags;
 }
 
 std::string AudioServer::kindOf(const std::string& device) {
     return device.starts_with("speaker") ? "sink" : "source";
-}
-
-bool AudioServer::isMuted(const std::string& device) {
-    return devices(kindOf(device) + "s").at(device).isMuted;
 }
 
 void AudioServer::mute(const std::string& device, bool isMuted) {

@@ -7,24 +7,15 @@
 /// The session's audio server as its other clients see it, and what they and the user do to it.
 class AudioServer {
 public:
-    struct Device {
-        std::string name, description;
-        bool isMuted = false;
-        double volume = 0;
-        bool operator==(const Device&) const = default;
-    };
-
     AudioServer() = default;
     AudioServer(const AudioServer&) = delete;
     AudioServer& operator=(const AudioServer&) = delete;
     /// Leaves the server as the session has started it.
     ~AudioServer();
 
-    /// By name; monitors are no microphones.
-    static std::map<std::string, Device> speakers() { return devices("sinks"); }
-    static std::map<std::string, Device> microphones() { return devices("sources"); }
-
-    static bool isMuted(const std::string& device);
+    /// Of all speakers and microphones, by their names; monitors are none.
+    static std::map<std::string, bool> muteFlags();
+    static bool isMuted(const std::string& device) { return muteFlags().at(device); }
     static void mute(const std::string& device, bool isMuted);
     static void setVolume(const std::string& speaker, int percent);
     static void makeDefault(const std::string& device);
@@ -43,7 +34,6 @@ public:
     void thaw();
 
 private:
-    static std::map<std::string, Device> devices(const std::string& kind);
     static std::string kindOf(const std::string& device);
     static bool isPipeWire();
     void plugInNullSink(const std::string& name, const std::string& description,
