@@ -1,6 +1,5 @@
+#include "support/machines/AudioAddresses.h"
 #include "support/machines/TestMachine.h"
-
-#include "platform/audio/AudioHardware.h"
 
 #include <algorithm>
 #include <tuple>
@@ -8,9 +7,8 @@
 namespace tavro {
 namespace {
 
-class AudioHardwareContract : public Contract {
+class AudioHardwareContract : public Contract, protected AudioAddresses {
 protected:
-    using Address = AudioObjectPropertyAddress;
     using Words = std::vector<std::uint32_t>;
 
     struct Device {
@@ -39,8 +37,8 @@ protected:
     }
     Words ids() {
         AudioPropertyValue value = Words();
-        hardware().getPropertyData(kAudioObjectSystemObject, devices,
-                                   sizeOf(kAudioObjectSystemObject, devices), value);
+        hardware().getPropertyData(kAudioObjectSystemObject, deviceList,
+                                   sizeOf(kAudioObjectSystemObject, deviceList), value);
         return std::get<Words>(value);
     }
     /// Zero where the call fails.
@@ -67,16 +65,6 @@ protected:
         return std::make_shared<const std::function<void()>>(
             [this, name = std::move(name)] { heard += name + ' '; });
     }
-
-    static constexpr Address name{kAudioObjectPropertyName};
-    static constexpr Address devices{kAudioHardwarePropertyDevices};
-    static constexpr Address inputMute{kAudioDevicePropertyMute, kAudioObjectPropertyScopeInput};
-    static constexpr Address outputMute{kAudioDevicePropertyMute, kAudioObjectPropertyScopeOutput};
-    static constexpr Address outputVolume{kAudioDevicePropertyVolumeScalar, kAudioObjectPropertyScopeOutput};
-    static constexpr Address inputStreams{kAudioDevicePropertyStreams, kAudioObjectPropertyScopeInput};
-    static constexpr Address outputStreams{kAudioDevicePropertyStreams, kAudioObjectPropertyScopeOutput};
-    static constexpr Address defaultInput{kAudioHardwarePropertyDefaultInputDevice};
-    static constexpr Address defaultOutput{kAudioHardwarePropertyDefaultOutputDevice};
 };
 
 TEST_F(AudioHardwareContract, ADeviceHasAnIdentityAndThePropertiesOfItsSide) {
@@ -114,7 +102,7 @@ TEST_F(AudioHardwareContract, WhatIsNotThereIsRefusedWithItsOwnStatus) {
         {"no object", 0, name, 8, noObject},
         {"a device that never was", 0xfffffff0, name, 8, noObject},
         {"a device's property of the system", kAudioObjectSystemObject, name, 8, noProperty},
-        {"the system's property of a device", microphone, devices, 8, noProperty},
+        {"the system's property of a device", microphone, deviceList, 8, noProperty},
         {"nothing known", microphone, {fourCharacterCode("tavr")}, 4, noProperty},
         {"mute of a microphone's output", microphone, outputMute, 4, noProperty},
         {"mute of a speaker's input", speaker, inputMute, 4, noProperty},
@@ -162,10 +150,10 @@ TEST_F(AudioHardwareContract, AListIsReadAsFarAsItFits) {
     addInput();
     addInput("Room Microphone");
     const auto all = ids();
-    EXPECT_EQ(sizeOf(kAudioObjectSystemObject, devices), 4 * all.size());
+    EXPECT_EQ(sizeOf(kAudioObjectSystemObject, deviceList), 4 * all.size());
     for (const std::uint32_t size : {4, 400}) {
         AudioPropertyValue value;
-        EXPECT_EQ(hardware().getPropertyData(kAudioObjectSystemObject, devices, size, value), noErr);
+        EXPECT_EQ(hardware().getPropertyData(kAudioObjectSystemObject, deviceList, size, value), noErr);
         EXPECT_EQ(value, AudioPropertyValue(size == 4 ? Words{all.front()} : all));
     }
 }

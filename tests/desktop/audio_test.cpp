@@ -1,5 +1,6 @@
 #include "support/Eventually.h"
 #include "support/desktop/Session.h"
+#include "support/machines/AudioAddresses.h"
 #include "support/machines/ProcessEvents.h"
 #include "support/servers/AudioServer.h"
 
@@ -21,14 +22,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::IsEmpty;
-
-constexpr auto output = kAudioObjectPropertyScopeOutput;
-constexpr AudioObjectPropertyAddress deviceList{kAudioHardwarePropertyDevices};
-constexpr AudioObjectPropertyAddress uidOf{kAudioDevicePropertyDeviceUID};
-
-AudioObjectPropertyAddress muteOf(const std::string& name) {
-    return {kAudioDevicePropertyMute, name.starts_with("speaker") ? output : kAudioObjectPropertyScopeInput};
-}
 
 /// Of this machine, taken by nobody.
 int freePort() {
@@ -55,7 +48,7 @@ int awakeningsWithin(std::chrono::milliseconds time) {
 }
 
 /// The provider against the session's server, which `server` asks on its own.
-class AudioTest : public testing::Test {
+class AudioTest : public testing::Test, protected AudioAddresses {
 protected:
     void SetUp() override {
         ASSERT_TRUE(Session::isPrivate()) << "to be run by tools/desktop-session";
@@ -73,8 +66,11 @@ protected:
         return ::eventually(what, condition, &processEvents);
     }
 
+    static const Address& muteOf(const std::string& name) {
+        return name.starts_with("speaker") ? outputMute : inputMute;
+    }
     template <class T>
-    T read(AudioObjectID object, const AudioObjectPropertyAddress& address, std::uint32_t size) const {
+    T read(AudioObjectID object, const Address& address, std::uint32_t size) const {
         AudioPropertyValue value;
         const auto status = hardware->getPropertyData(object, address, size, value);
         return status == noErr ? std::get<T>(value) : T();
@@ -86,7 +82,7 @@ protected:
     AudioObjectID number(const std::string& name) const {
         const auto all = devices();
         const auto found =
-            std::ranges::find(all, name, [this](auto device) { return read<std::string>(device, uidOf, 8); });
+            std::ranges::find(all, name, [this](auto device) { return read<std::string>(device, uid, 8); });
         return found == all.end() ? 0 : *found;
     }
     bool isMuted(const std::string& name) const { return read<std::uint32_t>(number(name), muteOf(name), 4); }
@@ -97,7 +93,7 @@ protected:
     bool showsTheSame() const {
         std::map<std::string, bool> shown;
         for (const auto device : devices()) {
-            const auto name = read<std::string>(device, uidOf, 8);
+            const auto name = read<std::string>(device, uid, 8);
             shown[name] = isMuted(name);
         }
         return shown == server.muteFlags();
@@ -122,7 +118,7 @@ TEST_F(AudioTest, TheFirstReadShowsAllDevices) {
     launch();
     EXPECT_TRUE(showsTheSame());
     EXPECT_EQ(devices().size(), 24u);
-    EXPECT_EQ(read<float>(number("speaker_2"), {kAudioDevicePropertyVolumeScalar, output}, 4), 0.5f);
+    EXPECT_EQ(read<float>(number("speaker_2"), outputVolume, 4), 0.5f);
     server.setVolume("speaker_2", 100);
 }
 

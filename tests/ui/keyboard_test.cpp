@@ -50,7 +50,7 @@ protected:
     static constexpr std::uint16_t escape = 53;
 };
 
-TEST_F(KeyboardTest, TabGoesThroughThePopover) {
+TEST_F(KeyboardTest, TabGoesThroughThePopoverAndSpaceAndReturnPressOnceEach) {
     const auto widget = popover();
     activate(*widget);
     EXPECT_EQ(focused(), "no button");
@@ -58,12 +58,6 @@ TEST_F(KeyboardTest, TabGoesThroughThePopover) {
     for (const auto& option : UserSettings::shared().options())
         expected.push_back(option.name);
     EXPECT_EQ(round(*widget, Qt::Key_Tab), expected);
-}
-
-TEST_F(KeyboardTest, SpaceAndReturnPressOnceEach) {
-    const auto widget = popover();
-    activate(*widget);
-    type(*widget, Qt::Key_Tab);
     for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
         const bool before = UserSettings::shared().tavroIsOn();
         type(*widget, key);

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "support/machines/Launch.h"
+#include "AudioAddresses.h"
+#include "Launch.h"
 
 #include "audio/AudioDevice.h"
 
 namespace tavro {
 
 /// A test on a machine without audio devices at first, in a process of its own.
-class AudioTest : public SimulatedMacTest {
+class AudioTest : public SimulatedMacTest, protected AudioAddresses {
 protected:
     using Audio = SimulatedAudioHardware;
-    using Address = AudioObjectPropertyAddress;
 
     AudioTest() {
         audio.unplugAll();
@@ -35,17 +35,6 @@ protected:
         return audio.plugIn(std::move(device));
     }
     Lines writes() { return mac.journal().lines("audioHardware.setPropertyData"); }
-
-    static constexpr Address name{kAudioObjectPropertyName};
-    static constexpr Address uid{kAudioDevicePropertyDeviceUID};
-    static constexpr Address inputStreams{kAudioDevicePropertyStreams, kAudioObjectPropertyScopeInput};
-    static constexpr Address outputStreams{kAudioDevicePropertyStreams, kAudioObjectPropertyScopeOutput};
-    static constexpr Address inputMute{kAudioDevicePropertyMute, kAudioObjectPropertyScopeInput};
-    static constexpr Address outputMute{kAudioDevicePropertyMute, kAudioObjectPropertyScopeOutput};
-    static constexpr Address outputVolume{kAudioDevicePropertyVolumeScalar, kAudioObjectPropertyScopeOutput};
-    static constexpr Address deviceList{kAudioHardwarePropertyDevices};
-    static constexpr Address defaultInput{kAudioHardwarePropertyDefaultInputDevice};
-    static constexpr Address defaultOutput{kAudioHardwarePropertyDefaultOutputDevice};
 
     Process process{mac};
     SimulatedAudioHardware& audio = mac.audioHardware();
