@@ -37,8 +37,6 @@ void XClient::waitForEvent(std::chrono::milliseconds atMost) {
     bool any = false;
     while (const auto event = owned(xcb_poll_for_event(m_connection))) {
         any = true;
-        if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY)
-            m_timeOfLastChange = reinterpret_cast<const xcb_property_notify_event_t&>(*event).time;
         if ((event->response_type & 0x7F) == XCB_KEY_PRESS)
             m_keysSeen.push_back(reinterpret_cast<const xcb_key_press_event_t&>(*event).detail);
     }
@@ -165,14 +163,6 @@ void XClient::ungrabKeyboard() {
     xcb_flush(m_connection);
 }
 
-xcb_timestamp_t XClient::time() {
-    xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, root(), atom("_TAVROPRO_TEST"), XCB_ATOM_CARDINAL,
-                        32, 0, nullptr);
-    owned(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
-    waitForEvent({}); // the change is reported before that answer
-    return m_timeOfLastChange;
-}
-
 std::vector<xcb_window_t> XClient::topWindows(pid_t process, Size size) const {
     auto windows = children(root());
     std::erase_if(windows, [&](auto window) {
@@ -223,7 +213,7 @@ xcb_atom_t XClient::atom(const std::string& name) const {
     return known->second;
 }
 
-void XClient::send(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
+void XClient::tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;

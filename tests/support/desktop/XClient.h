@@ -100,8 +100,6 @@ public:
     void ungrabKeyboard();
     /// The keys that were pressed while we had the keyboard or that key.
     const std::vector<xcb_keycode_t>& keysSeen() const { return m_keysSeen; }
-    /// The server's own time, in milliseconds, for a client that watches the root window's properties.
-    xcb_timestamp_t time();
     /// Those that are shown outside the window manager's care, of a process and a size.
     std::vector<xcb_window_t> topWindows(pid_t process, Size size) const;
 
@@ -121,5 +119,4 @@ private:
     xcb_screen_t* m_screen;
     mutable std::map<std::string, xcb_atom_t> m_atoms;
     std::vector<xcb_keycode_t> m_keysSeen;
-    xcb_timestamp_t m_timeOfLastChange = XCB_CURRENT_TIME;
 };

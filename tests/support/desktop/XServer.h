@@ -15,10 +15,4 @@ public:
     testing::AssertionResult eventually(const std::string& what, const std::function<bool()>& condition) {
         return ::eventually(what, condition, [this] { waitForEvent(std::chrono::milliseconds(20)); });
     }
-    /// Waits until that much of the server's own time has passed, by which it repeats keys.
-    testing::AssertionResult lives(std::chrono::milliseconds atLeast) {
-        const auto begin = time();
-        return eventually("the server's time",
-                          [&] { return time() - begin >= static_cast<xcb_timestamp_t>(atLeast.count()); });
-    }
 };
