@@ -161,10 +161,12 @@ TEST_F(QtImagesTest, WhatIsNoFileIsNotWaitedFor) {
         EXPECT_FALSE(images.contentsOf(folder.path() / name)) << name;
 }
 
-TEST_F(QtImagesTest, WithoutItsProgramAPictureIsNoneAndALineSaysSo) {
+TEST_F(QtImagesTest, WithoutItsProgramOrResourceAPictureIsNoneAndALineSaysSo) {
     read(encoded("png"));
     EXPECT_FALSE(QtImages(folder.path() / "missing", log).contentsOf(folder.path() / "picture.png"));
-    EXPECT_EQ(log.takeDiagnosed().size(), 1u);
+    EXPECT_EQ(images.named("menubar-none"), std::nullopt);
+    EXPECT_EQ(images.named("menubar-on"), NamedImage{"menubar-on"});
+    EXPECT_EQ(log.takeDiagnosed().size(), 2u);
 }
 
 TEST_F(QtImagesTest, WhatADecoderSaysThatAFileHasTakenOverIsNotBelieved) {
