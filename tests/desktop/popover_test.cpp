@@ -1,9 +1,9 @@
 #include "support/desktop/ClientApplication.h"
 #include "support/desktop/DesktopTest.h"
+#include "support/desktop/Footprint.h"
 
 #include <algorithm>
 #include <csignal>
-#include <fstream>
 
 class Popover : public DesktopTest {
 protected:
@@ -112,23 +112,19 @@ TEST_F(Popover, LooksLikeTheRestOfTheDesktop) {
 
 TEST_F(Popover, OpeningItHundredsOfTimesTakesNoMoreMemory) {
     auto tavro = launch();
-    const auto residentPages = [&] {
-        long size = 0, resident = 0;
-        std::ifstream("/proc/" + std::to_string(tavro->pid()) + "/statm") >> size >> resident;
-        return resident;
-    };
+    const auto memory = [&] { return Footprint::of(tavro->pid(), server).privateKilobytes; };
     constexpr int times = 300, first = 100;
     [[maybe_unused]] long before = 0;
     for (int i = 0; i < times; ++i) {
         if (i == first)
-            before = residentPages();
+            before = memory();
         input.click(tray.itemPlace(), Input::Button::left);
         ASSERT_TRUE(server.eventually("the change", [&] {
             return (popover(*tavro) != XCB_NONE) == (i % 2 == 0);
         })) << i;
     }
 #ifndef __SANITIZE_ADDRESS__ // which keeps what was let go of, and finds leaks itself
-    EXPECT_LT(residentPages() - before, 256);
+    EXPECT_LT(memory() - before, 1024);
 #endif
     parkPointer();
     quit(tavro);
