@@ -213,7 +213,7 @@ xcb_atom_t XClient::atom(const std::string& name) const {
     return known->second;
 }
 
-void XClient::tell(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
+void XClient::send(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
