@@ -122,6 +122,15 @@ TEST_F(AudioTest, TheFirstReadShowsAllDevices) {
     server.setVolume("speaker_2", 100);
 }
 
+TEST_F(AudioTest, WhatWasSentIsInForceAtTheEndOfTheProcess) {
+    const auto names = {"mic_1", "mic_2", "speaker_1"};
+    for (const auto* name : names)
+        EXPECT_EQ(setMute(name, 1), noErr);
+    hardware->finish();
+    for (const auto* name : names)
+        EXPECT_TRUE(AudioServer::isMuted(name)) << name;
+}
+
 TEST_F(AudioTest, AServerIsFoundByItsSocketAsSoonAsItAppears) {
     const std::filesystem::path folder = std::filesystem::path(std::getenv("XDG_RUNTIME_DIR")) / "pulse";
     for (const bool hasFolder : {true, false}) {
