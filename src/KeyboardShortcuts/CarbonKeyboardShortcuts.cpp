@@ -126,6 +126,10 @@ void CarbonKeyboardShortcuts::unregisterAll() {
     unregisterWhere([](const Shortcut&) { return true; });
 }
 
+void CarbonKeyboardShortcuts::refreshSystemShortcuts() {
+    center().refreshSymbolicHotKeys();
+}
+
 std::vector<Shortcut> CarbonKeyboardShortcuts::systemShortcuts() {
     std::optional<PropertyList> hotKeys;
     if (center().copySymbolicHotKeys(hotKeys) != noErr || !hotKeys)

@@ -19,7 +19,9 @@ public:
     static void unregister(const Shortcut& shortcut);
     static void unregisterAll();
 
-    /// The combinations in use by the system itself, read anew; empty where they cannot be read.
+    /// Has the combinations of the system read anew, in the background.
+    static void refreshSystemShortcuts();
+    /// The combinations in use by the system itself, as last read; empty where they cannot be.
     static std::vector<Shortcut> systemShortcuts();
     static bool isTakenBySystem(const Shortcut& shortcut);
 

@@ -37,6 +37,7 @@ ShortcutRecorder::ShortcutRecorder(RecorderField& field, Name name, OnChange onC
     : m_field(field)
     , m_shortcutName(std::move(name))
     , m_onChange(std::move(onChange)) {
+    CarbonKeyboardShortcuts::refreshSystemShortcuts();
     m_field.setPlaceholder(idlePlaceholder);
     showStoredText();
     m_observer = Process::current().notificationCenter().addObserver(
@@ -72,6 +73,7 @@ void ShortcutRecorder::showStoredText() {
 
 // While a combination is recorded none may act, or pressing the present one again would switch the mode.
 void ShortcutRecorder::becomeFirstResponder() {
+    CarbonKeyboardShortcuts::refreshSystemShortcuts(); // now, before a key is waited for
     m_field.setPlaceholder(recordingPlaceholder);
     setPaused(true);
     constexpr auto events = eventMask(EventType::keyDown) | eventMask(EventType::leftMouseUp) |

@@ -1,6 +1,7 @@
 #include "support/desktop/DesktopTest.h"
 
 #include <algorithm>
+#include <csignal>
 
 namespace fs = std::filesystem;
 
@@ -184,6 +185,25 @@ TEST_F(Preferences, ARecorderTakesKeysThatAreTakenAlready) {
     waitForTray(true);
     EXPECT_EQ(tavro->linesOfOutput(turnedOff), 0) << "by the former shortcut";
     toggle(*tavro);
+    quit(tavro);
+}
+
+// What it must know of the desktop's settings it has asked for before.
+TEST_F(Preferences, ARecorderAsksNobodyWhileItHoldsTheKeyboard) {
+    auto tavro = launchWithPreferences();
+    startRecording();
+    Session::signal("xfconfd", SIGSTOP);
+    input.type({Key::super}, Key::e); // the desktop's
+    EXPECT_TRUE(keyboardBecomesFree());
+    Session::signal("xfconfd", SIGCONT); // the window manager may wait for it
+    EXPECT_TRUE(server.eventually(
+        "an alert", [&] { return chooser(*tavro) != XCB_NONE && server.active() == chooser(*tavro); }));
+    input.type(Key::enter);
+    EXPECT_TRUE(noChooser(*tavro));
+    input.type(Key::escape);
+    EXPECT_TRUE(keyboardBecomesFree());
+    EXPECT_TRUE(stores(R"("carbonKeyCode":35,"carbonModifiers":4352)")) << "as before";
+    parkPointer();
     quit(tavro);
 }
 

@@ -128,6 +128,27 @@ TEST_F(KeyboardTest, RecordingBeginsWithAKeyAndLeavesNoFocus) {
     EXPECT_EQ(focused(), "Mute Mic:") << "from the field to what follows it";
 }
 
+// So that the keyboard is not kept from the session by a field that nobody types into.
+TEST_F(KeyboardTest, RecordingEndsTenSecondsAfterTheLastKey) {
+    auto& window = preferences();
+    activate(window);
+    auto& field = find<RecorderCocoa>(window);
+    field.setFocus();
+    const auto passes = [&](double seconds) {
+        mac.mainQueue().advance(SimulatedMainQueue::Duration(seconds));
+        EXPECT_EQ(KeyboardShortcuts::isPaused(), field.hasFocus());
+        return field.hasFocus();
+    };
+    EXPECT_TRUE(passes(9));
+    type(window, Qt::Key_Shift);
+    EXPECT_TRUE(passes(9.9));
+    field.clearFocus();
+    field.setFocus(); // recording anew
+    EXPECT_TRUE(passes(9.9));
+    EXPECT_FALSE(passes(0.1));
+    EXPECT_EQ(QApplication::focusWidget(), nullptr);
+}
+
 TEST_F(KeyboardTest, TheTabsFollowTheSelectionAndSetIt) {
     const auto state = std::make_shared<PreferenceState>();
     ToolbarWidget tabs({{"General", "More"}, state});

@@ -210,6 +210,7 @@ TEST_F(KeyboardShortcutsTest, BadEntriesOfTheSystemsListAreSkipped) {
                                 entry(true, 46, 768.0),
                                 Dictionary()};
     mac.hotKeyCenter().symbolicHotKeys = entries;
+    CarbonKeyboardShortcuts::refreshSystemShortcuts();
     EXPECT_EQ(CarbonKeyboardShortcuts::systemShortcuts(), std::vector{p});
     EXPECT_TRUE(CarbonKeyboardShortcuts::isTakenBySystem(p));
     EXPECT_FALSE(CarbonKeyboardShortcuts::isTakenBySystem(m));
@@ -217,6 +218,7 @@ TEST_F(KeyboardShortcutsTest, BadEntriesOfTheSystemsListAreSkipped) {
     using List = std::optional<PropertyList>;
     for (const auto& list : {List(entries), List(7), List()}) {
         mac.hotKeyCenter().symbolicHotKeys = list;
+        CarbonKeyboardShortcuts::refreshSystemShortcuts();
         EXPECT_EQ(CarbonKeyboardShortcuts::systemShortcuts(), std::vector<Shortcut>{});
     }
 }

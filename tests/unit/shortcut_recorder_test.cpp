@@ -188,6 +188,11 @@ TEST_F(ShortcutRecorderTest, RefusesShortcutsOfTheMenuAndTheSystem) {
                "system-wide keyboard shortcuts can be changed in “System Preferences › Keyboard › "
                "Shortcuts“."}));
     expectNothingChanged();
+    mac.hotKeyCenter().symbolicHotKeys = PropertyList::Array();
+    type(13, command);
+    EXPECT_EQ(field.warnings.size(), 3u) << "as they were when this recording began";
+    type(13, command);
+    EXPECT_EQ(field.text(), "⌘W");
 }
 
 TEST_F(ShortcutRecorderTest, FollowsChangesOfItsOwnName) {

@@ -83,9 +83,11 @@ public:
     /// without effect. A key that is down gives no released event any more.
     virtual OSStatus unregisterEventHotKey(EventHotKeyRef hotKey) = 0;
 
-    /// The combinations that the system itself uses: an array of dictionaries with the platform's keys
-    /// "kHISymbolicHotKeyEnabled", "kHISymbolicHotKeyCode" and "kHISymbolicHotKeyModifiers". Read anew each
-    /// time, within a bound.
+    /// Has the system tell which combinations it uses itself, in the background.
+    virtual void refreshSymbolicHotKeys() = 0;
+    /// What it has last told: an array of dictionaries with the platform's keys "kHISymbolicHotKeyEnabled",
+    /// "kHISymbolicHotKeyCode" and "kHISymbolicHotKeyModifiers". Nobody is waited for, since who wants to
+    /// know may hold the keyboard.
     virtual OSStatus copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const = 0;
 };
 

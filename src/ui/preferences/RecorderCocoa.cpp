@@ -61,12 +61,12 @@ QSize RecorderCocoa::sizeHint() const {
 
 void RecorderCocoa::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    keepKeyboard(true);
     m_recorder.becomeFirstResponder();
+    m_keyboard.emplace(window()->windowHandle(), [this] { clearFocus(); });
 }
 
 void RecorderCocoa::focusOutEvent(QFocusEvent* event) {
-    keepKeyboard(false);
+    m_keyboard.reset();
     m_recorder.controlTextDidEndEditing();
     QLineEdit::focusOutEvent(event);
 }
@@ -138,11 +138,6 @@ void RecorderCocoa::showWarning(const std::string& message, const std::string& i
     if (const auto icon = window()->windowIcon(); !icon.isNull())
         alert.setIconPixmap(icon.pixmap(alert.iconPixmap().size()));
     alert.exec();
-}
-
-void RecorderCocoa::keepKeyboard(bool keeps) {
-    if (auto* handle = window()->windowHandle())
-        handle->setKeyboardGrabEnabled(keeps);
 }
 
 } // namespace tavro

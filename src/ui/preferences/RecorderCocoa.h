@@ -2,14 +2,18 @@
 
 #include "KeyboardShortcuts/RecorderField.h"
 #include "KeyboardShortcuts/ShortcutRecorder.h"
+#include "ui/preferences/KeyboardHold.h"
 
 #include <QLineEdit>
+
+#include <optional>
 
 namespace tavro {
 
 /// The field in which the user records the combination of a shortcut: a click, then the keys. While it has
 /// the keyboard focus it keeps the keyboard to itself, so that it gets also what other programs have taken.
-/// What it is for is said by its owner, in a label or as accessible name.
+/// The focus leaves it after ten seconds without a key. What it is for is said by its owner, in a label or as
+/// accessible name.
 class RecorderCocoa final : public QLineEdit, private KeyboardShortcuts::RecorderField {
 public:
     static constexpr int minimumWidth = 130;
@@ -45,9 +49,8 @@ private:
     void beep() override;
     void showWarning(const std::string& message, const std::string& information) override;
 
-    void keepKeyboard(bool keeps);
-
     KeyboardShortcuts::ShortcutRecorder m_recorder;
+    std::optional<KeyboardHold> m_keyboard; // while it has the focus
 };
 
 } // namespace tavro

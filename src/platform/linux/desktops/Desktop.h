@@ -10,7 +10,7 @@
 namespace tavro {
 
 /// What is particular to one desktop environment, by its settings of the moment. One of which nothing is
-/// known has no picture and no shortcuts. Main thread only, which an answer holds up for one bound at most.
+/// known has no picture and no shortcuts. For one thread, which an answer holds up for one bound at most.
 class Desktop {
 public:
     virtual ~Desktop() = default;

@@ -1,6 +1,5 @@
 #include "platform/linux/input/XHotKeyCenter.h"
 
-#include "platform/linux/desktops/Desktop.h"
 #include "platform/linux/input/VirtualKeys.h"
 #include "platform/process/Log.h"
 
@@ -20,11 +19,11 @@ bool isDown(const xcb_query_keymap_reply_t& keymap, xcb_keycode_t keycode) {
 
 } // namespace
 
-XHotKeyCenter::XHotKeyCenter(XConnection& x, XKeyboard& keyboard, Desktop& desktop, MainQueue& queue,
-                             Log& log)
+XHotKeyCenter::XHotKeyCenter(XConnection& x, XKeyboard& keyboard, KnownShortcuts::Question ofDesktop,
+                             MainQueue& queue, Log& log)
     : m_x(x)
     , m_keyboard(keyboard)
-    , m_desktop(desktop)
+    , m_desktopShortcuts(std::move(ofDesktop))
     , m_queue(queue)
     , m_log(log)
     , m_takenWith(keyboard.modifiers())
@@ -74,7 +73,7 @@ OSStatus XHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
 
 OSStatus XHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const {
     PropertyList::Array entries;
-    for (const auto& shortcut : m_desktop.shortcuts()) {
+    for (const auto& shortcut : m_desktopShortcuts.lastTold()) {
         const auto stroke = m_keyboard.strokeTyping(shortcut.symbol);
         const auto code = stroke ? virtualKeyOfKeycode(stroke->keycode) : std::nullopt;
         if (!code)

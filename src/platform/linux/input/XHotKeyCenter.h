@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/input/HotKeyCenter.h"
+#include "platform/linux/desktops/KnownShortcuts.h"
 #include "platform/linux/input/XKeyboard.h"
 #include "platform/linux/x11/XConnection.h"
 #include "platform/process/MainQueue.h"
@@ -11,14 +12,15 @@
 
 namespace tavro {
 
-class Desktop;
 class Log;
 
 /// Hot keys as passive grabs on the root window: of the key at its place, with Super for Command and Alt for
 /// Option.
 class XHotKeyCenter final : public HotKeyCenter {
 public:
-    XHotKeyCenter(XConnection& x, XKeyboard& keyboard, Desktop& desktop, MainQueue& queue, Log& log);
+    /// The question is that for the desktop's own combinations.
+    XHotKeyCenter(XConnection& x, XKeyboard& keyboard, KnownShortcuts::Question ofDesktop, MainQueue& queue,
+                  Log& log);
 
     EventTargetRef getEventDispatcherTarget() override;
     OSStatus installEventHandler(EventTargetRef target, EventHandler handler,
@@ -27,6 +29,7 @@ public:
                                  EventTargetRef target, std::uint32_t options,
                                  EventHotKeyRef& hotKey) override;
     OSStatus unregisterEventHotKey(EventHotKeyRef hotKey) override;
+    void refreshSymbolicHotKeys() override { m_desktopShortcuts.ask(); }
     OSStatus copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const override;
 
 private:
@@ -57,7 +60,7 @@ private:
 
     XConnection& m_x;
     XKeyboard& m_keyboard;
-    Desktop& m_desktop;
+    KnownShortcuts m_desktopShortcuts;
     MainQueue& m_queue;
     Log& m_log;
     XKeyboard::Modifiers m_takenWith;

@@ -21,6 +21,13 @@ std::unique_ptr<URLSession> makeURLSession(Log& log) {
     return checksForUpdates ? std::make_unique<FetchURLSession>(helper("tavropro-fetch"), log) : nullptr;
 }
 
+/// On whatever thread asks.
+std::vector<DesktopShortcut> shortcutsOfDesktop() {
+    BoundedBus bus;
+    const GSettings settings;
+    return runningDesktop(bus, settings)->shortcuts();
+}
+
 } // namespace
 
 LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, Views views,
@@ -33,7 +40,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_appearance(*m_x)
     , m_keyboard(*m_x, m_mainQueue)
     , m_eventMonitors(m_keyboard)
-    , m_hotKeyCenter(*m_x, m_keyboard, *m_desktop, m_mainQueue, log)
+    , m_hotKeyCenter(*m_x, m_keyboard, &shortcutsOfDesktop, m_mainQueue, log)
     , m_notificationSilencing(log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())

@@ -53,8 +53,8 @@ OSStatus SimulatedHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
 }
 
 OSStatus SimulatedHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const {
-    hotKeys = symbolicHotKeys;
-    return symbolicHotKeys ? noErr : eventNotHandledErr;
+    hotKeys = m_told;
+    return m_told ? noErr : eventNotHandledErr;
 }
 
 bool SimulatedHotKeyCenter::press(Combination combination) {

@@ -29,6 +29,7 @@ public:
                                  EventTargetRef target, std::uint32_t options,
                                  EventHotKeyRef& hotKey) override;
     OSStatus unregisterEventHotKey(EventHotKeyRef hotKey) override;
+    void refreshSymbolicHotKeys() override { m_told = symbolicHotKeys; }
     OSStatus copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const override;
 
     /// The user presses a key, and lets it go; whether the combination is anybody's hot key.
@@ -62,6 +63,7 @@ private:
 
     Journal& m_journal;
     SimulatedMainQueue& m_queue;
+    std::optional<PropertyList> m_told = symbolicHotKeys;
     std::uint64_t m_lastReference = 0;
     std::map<EventHotKeyRef, Registration> m_registrations;
     std::set<std::pair<std::uint32_t, EventHotKeyRef>> m_pressed; // by key code

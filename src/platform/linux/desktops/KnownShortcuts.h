@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/linux/desktops/DesktopShortcut.h"
+
+#include <QObject>
+#include <QThread>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace tavro {
+
+/// What a desktop has told of the combinations that it uses itself. It is asked on a thread of its own: its
+/// settings may take their time, and who records a combination holds the keyboard meanwhile. Main thread
+/// only.
+class KnownShortcuts {
+public:
+    /// Runs on that thread.
+    using Question = std::function<std::vector<DesktopShortcut>()>;
+
+    explicit KnownShortcuts(Question question)
+        : m_question(std::move(question)) {}
+    KnownShortcuts(const KnownShortcuts&) = delete;
+    KnownShortcuts& operator=(const KnownShortcuts&) = delete;
+    /// Waits for the end of a question.
+    ~KnownShortcuts();
+
+    /// Returns at once. A question that is under way will do.
+    void ask();
+    const std::vector<DesktopShortcut>& lastTold() const { return m_lastTold; }
+
+private:
+    const Question m_question;
+    std::vector<DesktopShortcut> m_lastTold;
+    std::unique_ptr<QThread> m_thread; // while a question is under way
+    QObject m_context;                 // of what the thread sends here
+};
+
+} // namespace tavro
