@@ -1,5 +1,6 @@
 #include "desktop/CustomWallpaper.h"
 
+#include "platform/process/Log.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
 #include "platform/storage/FileManager.h"
@@ -7,6 +8,29 @@
 #include "settings/Constants.h"
 
 namespace tavro {
+
+namespace {
+
+std::string firstFreeName(const std::filesystem::path& file) {
+    for (int number = 1;; ++number) {
+        auto name = file.stem().string() + '-' + std::to_string(number) + file.extension().string();
+        if (!machine().fileManager().fileExists(file.parent_path() / name))
+            return name;
+    }
+}
+
+} // namespace
+
+bool setUsersOwnAside(const std::filesystem::path& destination) {
+    const bool hasStoredBefore = machine().userDefaults().object(Constants::wallpaperFileKey).has_value();
+    if (hasStoredBefore || !machine().fileManager().fileExists(destination))
+        return true;
+    const auto name = firstFreeName(destination);
+    const auto error = machine().fileManager().rename(destination, name);
+    machine().log().print(error ? *error
+                                : destination.string() + " was there already; it is now called " + name);
+    return !error;
+}
 
 std::optional<std::filesystem::path> customWallpaperURL() {
     if (!machine().userDefaults().boolForKey(Constants::wallpaperFileKey))

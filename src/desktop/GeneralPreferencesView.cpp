@@ -40,7 +40,10 @@ void GeneralPreferencesView::store(const OpenPanel& panel) const {
     const auto image = chosen ? machine().images().contentsOf(*chosen) : std::nullopt;
     if (!image)
         return machine().log().print("Not an image: " + chosen.value_or("").string());
-    if (writePNG(*image, *documents / customWallpaperName))
+    const auto destination = *documents / customWallpaperName;
+    if (!setUsersOwnAside(destination))
+        return;
+    if (writePNG(*image, destination))
         machine().log().print("File saved");
     m_selectedURL->set(chosen);
     machine().userDefaults().setObject(Constants::wallpaperFileKey, true);

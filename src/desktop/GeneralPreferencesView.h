@@ -25,7 +25,8 @@ public:
     }
 
     /// Lets the user choose a picture, and returns at once. A chosen one is stored and shown; a file that is
-    /// no picture changes nothing and gives one line in the log.
+    /// no picture changes nothing and gives one line in the log. A file of the user's own at that place is
+    /// not overwritten.
     void chooseWallpaper() const;
     /// The page shows none and none is in use; the stored file stays.
     void removeWallpaper() const;

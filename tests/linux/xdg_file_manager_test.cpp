@@ -73,6 +73,10 @@ TEST_F(XdgFileManagerTest, WhatCannotBeWrittenIsSaidAndChangesNothing) {
     EXPECT_EQ(std::distance(fs::directory_iterator(home), {}), 2) << "a remnant is left";
     EXPECT_TRUE(files.writeAtomically("/proc/none/wallpaper.png", "new"));
     EXPECT_TRUE(files.writeAtomically(home / "config", "new"));
+    EXPECT_EQ(files.rename(home / "none.png", "other.png"),
+              (home / "none.png").string() + " cannot be renamed: No such file or directory");
+    EXPECT_EQ(files.rename(file, "other.png"), std::nullopt);
+    EXPECT_EQ(contentsOf(home / "other.png"), "old");
 }
 
 } // namespace

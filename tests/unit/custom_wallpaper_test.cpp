@@ -100,6 +100,30 @@ TEST_F(CustomWallpaperTest, FailureToStoreIsLoggedAndChangesLittle) {
     }
 }
 
+TEST_F(CustomWallpaperTest, APictureOfTheUsersOwnIsSetAsideOnce) {
+    const auto documents = stored.parent_path();
+    fs::create_directory(documents);
+    for (const auto* name : {"wallpaper.png", "wallpaper-1.png"})
+        std::ofstream(documents / name) << "mine";
+    mac.fileManager().writeError = "No rights";
+    choose(home / "red.jpg");
+    EXPECT_EQ(mac.log().printed(), Lines{"No rights"});
+    EXPECT_EQ(page.selectedURL(), std::nullopt);
+    EXPECT_EQ(fs::file_size(stored), 4u);
+
+    mac.fileManager().writeError.reset();
+    choose(home / "red.jpg");
+    EXPECT_EQ(storedColor(), 0xffaa0000);
+    page.removeWallpaper();
+    choose(home / "green.heic");
+    EXPECT_EQ(storedColor(), 0xff00aa00) << "in place of our own";
+    EXPECT_EQ(fs::file_size(documents / "wallpaper-2.png"), 4u);
+    EXPECT_EQ(std::distance(fs::directory_iterator(documents), {}), 3);
+    EXPECT_EQ(mac.log().printed(),
+              (Lines{"No rights", stored.string() + " was there already; it is now called wallpaper-2.png",
+                     "File saved", "File saved"}));
+}
+
 TEST_F(CustomWallpaperTest, RemovingKeepsTheFile) {
     choose(home / "red.jpg");
     std::optional<fs::path> seen;

@@ -17,6 +17,9 @@ public:
     /// The same folder, made where it is missing; none when it cannot be.
     virtual std::optional<std::filesystem::path> existingDocumentsFolder() = 0;
     virtual bool fileExists(const std::filesystem::path& file) const = 0;
+    /// To a name in the same folder that nothing has. None, or the description of the error.
+    [[nodiscard]] virtual std::optional<std::string> rename(const std::filesystem::path& file,
+                                                            const std::string& name) = 0;
     /// Replaces the file with these bytes, or leaves what was there: also a kill at any moment leaves the one
     /// or the other. None, or the description of the error.
     [[nodiscard]] virtual std::optional<std::string> writeAtomically(const std::filesystem::path& file,

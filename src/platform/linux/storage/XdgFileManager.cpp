@@ -28,6 +28,14 @@ bool XdgFileManager::fileExists(const fs::path& file) const {
     return fs::exists(file, error);
 }
 
+std::optional<std::string> XdgFileManager::rename(const fs::path& file, const std::string& name) {
+    std::error_code error;
+    fs::rename(file, file.parent_path() / name, error);
+    if (!error)
+        return std::nullopt;
+    return file.string() + " cannot be renamed: " + error.message();
+}
+
 std::optional<std::string> XdgFileManager::writeAtomically(const fs::path& file, std::string_view bytes) {
     const int error = replaceFile(file, bytes);
     if (error == 0)

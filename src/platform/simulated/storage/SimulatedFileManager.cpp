@@ -36,6 +36,13 @@ bool SimulatedFileManager::fileExists(const fs::path& file) const {
     return fs::exists(file, error);
 }
 
+std::optional<std::string> SimulatedFileManager::rename(const fs::path& file, const std::string& name) {
+    m_journal.record("fileManager.rename", file.filename().string(), name);
+    if (!writeError)
+        fs::rename(file, file.parent_path() / name);
+    return writeError;
+}
+
 std::optional<std::string> SimulatedFileManager::writeAtomically(const fs::path& file,
                                                                  std::string_view bytes) {
     m_journal.record("fileManager.writeAtomically", file.filename().string(), bytes.size());

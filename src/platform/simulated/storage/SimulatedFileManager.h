@@ -14,6 +14,7 @@ public:
     std::optional<std::filesystem::path> documentsFolder() const override { return home() / "Documents"; }
     std::optional<std::filesystem::path> existingDocumentsFolder() override;
     bool fileExists(const std::filesystem::path& file) const override;
+    std::optional<std::string> rename(const std::filesystem::path& file, const std::string& name) override;
     std::optional<std::string> writeAtomically(const std::filesystem::path& file,
                                                std::string_view bytes) override;
 
