@@ -6,6 +6,7 @@
 #include "app/HideApps.h"
 #include "app/Recovery.h"
 #include "audio/ToggleMicMute.h"
+#include "desktop/CustomWallpaper.h"
 #include "platform/applications/Workspace.h"
 #include "platform/menubar/StatusBar.h"
 #include "platform/process/Accessibility.h"
@@ -52,6 +53,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     storeFirstDefaults();
     VersionObserver::shared().checkVersion();
     togglePopover();
+    if (const auto wallpaper = customWallpaperURL())
+        PreparedWallpaper::shared().prepare(*wallpaper);
 }
 
 void AppDelegate::createPopover() {

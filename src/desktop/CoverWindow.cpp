@@ -1,5 +1,6 @@
 #include "desktop/CoverWindow.h"
 
+#include "desktop/CustomWallpaper.h"
 #include "platform/applications/Workspace.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
@@ -52,10 +53,15 @@ CoverWindow::CoverWindow(std::optional<std::filesystem::path> path, const Screen
         return;
     windowNumber = numberOf(*window);
     configureWindow(screen);
-    window->setContentView(std::make_shared<HostingView<CoverWindow>>(*this));
+    showContent();
     window->orderFrontRegardless();
     window->orderFront();
     window->makeKeyAndOrderFront();
+}
+
+void CoverWindow::showContent() const {
+    if (window)
+        window->setContentView(std::make_shared<HostingView<CoverWindow>>(*this));
 }
 
 void CoverWindow::configureWindow(const Screen& screen) const {
@@ -71,7 +77,7 @@ void CoverWindow::configureWindow(const Screen& screen) const {
 
 CoverContent CoverWindow::body() const {
     if (wallpaperPath)
-        if (auto image = machine().images().contentsOf(*wallpaperPath))
+        if (auto image = PreparedWallpaper::shared().image(*wallpaperPath))
             return StretchedImage{std::move(*image)};
     if (auto image = capturedWallpaper())
         return FixedImage{std::move(*image)};

@@ -20,8 +20,12 @@ struct CoverWindow {
     /// Makes the window and brings it on screen. Screen changes afterwards are not followed.
     CoverWindow(std::optional<std::filesystem::path> wallpaperPath, const Screen& screen);
 
-    /// What the cover shows: the custom wallpaper; else a picture of the wallpaper that lies below it; else
-    /// the main screen's wallpaper file; else a text. Asked each time the cover is rendered.
+    /// Has the window show what the cover shows now.
+    void showContent() const;
+
+    /// What the cover shows: the custom wallpaper, once it has been read; else a picture of the wallpaper
+    /// that lies below it; else the main screen's wallpaper file; else a text. Asked each time the cover is
+    /// rendered.
     CoverContent body() const;
 
     static std::optional<DisplayID> screenDisplayID(const Screen& screen);

@@ -4,6 +4,7 @@
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
 #include "platform/storage/FileManager.h"
+#include "platform/storage/Images.h"
 #include "platform/storage/UserDefaults.h"
 #include "settings/Constants.h"
 
@@ -39,6 +40,31 @@ std::optional<std::filesystem::path> customWallpaperURL() {
     if (!documents || !machine().fileManager().fileExists(*documents / customWallpaperName))
         return std::nullopt;
     return *documents / customWallpaperName;
+}
+
+PreparedWallpaper& PreparedWallpaper::shared() {
+    return Process::current().shared<PreparedWallpaper>();
+}
+
+void PreparedWallpaper::prepare(const std::filesystem::path& file, std::function<void()> whenChanged) {
+    if (file != m_file)
+        forget();
+    m_file = file;
+    machine().images().load(
+        file, Images::Detail::ofScreens,
+        [file, before = m_image, whenChanged = std::move(whenChanged)](const std::optional<Image>& image) {
+            auto& prepared = shared();
+            if (file != prepared.m_file)
+                return;
+            prepared.m_image = image;
+            const auto pixels = [](const auto& picture) { return picture ? picture->pixels : nullptr; };
+            if (whenChanged && pixels(image) != pixels(before))
+                whenChanged();
+        });
+}
+
+std::optional<Image> PreparedWallpaper::image(const std::filesystem::path& file) const {
+    return file == m_file ? m_image : std::nullopt;
 }
 
 } // namespace tavro

@@ -12,6 +12,18 @@
 
 namespace tavro {
 
+namespace {
+
+/// The number of what the user has last decided about the wallpaper, on whichever page.
+int& latestDecision() {
+    struct Decision {
+        int number = 0;
+    };
+    return Process::current().shared<Decision>().number;
+}
+
+} // namespace
+
 GeneralPreferencesView::GeneralPreferencesView()
     : m_selectedURL(std::make_shared<Published<std::optional<std::filesystem::path>>>(customWallpaperURL())) {
 }
@@ -36,33 +48,50 @@ void GeneralPreferencesView::store(const OpenPanel& panel) const {
     const auto documents = machine().fileManager().existingDocumentsFolder();
     if (!documents)
         return machine().log().print("There is no folder for documents");
-    const auto chosen = panel.url();
-    const auto image = chosen ? machine().images().contentsOf(*chosen) : std::nullopt;
-    if (!image)
-        return machine().log().print("Not an image: " + chosen.value_or("").string());
+    const auto chosen = panel.url().value_or("");
     const auto destination = *documents / customWallpaperName;
-    if (!setUsersOwnAside(destination))
-        return;
-    if (writePNG(*image, destination))
-        machine().log().print("File saved");
+    machine().images().load(
+        chosen, Images::Detail::whole,
+        [page = *this, chosen, destination, decision = ++latestDecision()](const auto& image) {
+            if (!image)
+                return machine().log().print("Not an image: " + chosen.string());
+            if (decision != latestDecision() || !setUsersOwnAside(destination))
+                return;
+            writePNG(*image, destination, [page, chosen, destination, decision](bool isWritten) {
+                if (isWritten)
+                    machine().log().print("File saved");
+                if (decision == latestDecision())
+                    page.use(chosen, destination);
+            });
+        });
+}
+
+void GeneralPreferencesView::use(const std::filesystem::path& chosen,
+                                 const std::filesystem::path& stored) const {
     m_selectedURL->set(chosen);
     machine().userDefaults().setObject(Constants::wallpaperFileKey, true);
+    PreparedWallpaper::shared().prepare(stored);
 }
 
 void GeneralPreferencesView::removeWallpaper() const {
+    ++latestDecision();
     m_selectedURL->set(std::nullopt);
     machine().userDefaults().setObject(Constants::wallpaperFileKey, false);
+    PreparedWallpaper::shared().forget();
 }
 
-bool GeneralPreferencesView::writePNG(const Image& image, const std::filesystem::path& destination) {
-    const auto data = machine().images().pngRepresentation(image);
-    if (!data)
-        return false;
-    if (const auto error = machine().fileManager().writeAtomically(destination, *data)) {
-        machine().log().print(*error);
-        return false;
-    }
-    return true;
+void GeneralPreferencesView::writePNG(const Image& image, const std::filesystem::path& destination,
+                                      std::function<void(bool)> completion) {
+    machine().images().pngRepresentation(image, [destination, completion](auto data) {
+        if (!data)
+            return completion(false);
+        machine().fileManager().writeAtomically(destination, std::move(*data),
+                                                [completion](const auto& error) {
+                                                    if (error)
+                                                        machine().log().print(*error);
+                                                    completion(!error);
+                                                });
+    });
 }
 
 } // namespace tavro

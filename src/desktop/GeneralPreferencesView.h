@@ -3,6 +3,7 @@
 #include "platform/process/Published.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,19 +25,21 @@ public:
         return m_selectedURL->willChange(std::move(observer));
     }
 
-    /// Lets the user choose a picture, and returns at once. A chosen one is stored and shown; a file that is
-    /// no picture changes nothing and gives one line in the log. A file of the user's own at that place is
-    /// not overwritten.
+    /// Lets the user choose a picture, and returns at once. A chosen one is stored and then shown, in the
+    /// background: what the user decides meanwhile holds. A file that is no picture changes nothing and gives
+    /// one line in the log. A file of the user's own at that place is not overwritten.
     void chooseWallpaper() const;
     /// The page shows none and none is in use; the stored file stays.
     void removeWallpaper() const;
 
-    /// Whether the picture now stands there as a PNG file. A file that cannot be written gives one line in
-    /// the log.
-    static bool writePNG(const Image& image, const std::filesystem::path& destination);
+    /// In the background; the completion is told whether the picture now stands there as a PNG file. A file
+    /// that cannot be written gives one line in the log.
+    static void writePNG(const Image& image, const std::filesystem::path& destination,
+                         std::function<void(bool)> completion);
 
 private:
     void store(const OpenPanel& panel) const;
+    void use(const std::filesystem::path& chosen, const std::filesystem::path& stored) const;
 
     std::shared_ptr<Published<std::optional<std::filesystem::path>>> m_selectedURL;
 };

@@ -21,6 +21,11 @@ void HideDesktop::coverScreens(std::optional<bool> wallpaperChoice) {
     const auto wallpaper = changeWallpaper.value_or(false) ? customWallpaperURL() : std::nullopt;
     for (const auto& screen : machine().screens().screens())
         managedWindows.emplace_back(wallpaper, screen);
+    if (wallpaper) // another one may have been put there meanwhile
+        PreparedWallpaper::shared().prepare(*wallpaper, [] {
+            for (const auto& cover : shared().managedWindows)
+                cover.showContent();
+        });
 }
 
 void HideDesktop::removeCovers() {

@@ -1,9 +1,10 @@
 // Decodes the picture file on its standard input, and writes a PictureHeader and the pixels to standard
 // output:
-//   tavropro-picture <FILE
-// Exits with 1, and without a word, when there is no whole picture within the bounds. A program of its own:
-// the decoders take megabytes that TavroPRO need not keep for a moment's use, and a hostile file finds itself
-// in a process that can do nothing but compute, and ends with it.
+//   tavropro-picture [WIDTH HEIGHT] <FILE
+// A picture that is larger than these bounds is made smaller. Exits with 1, and without a word, when there is
+// no whole picture within the bounds. A program of its own: the decoders take megabytes that TavroPRO need
+// not keep for a moment's use, and a hostile file finds itself in a process that can do nothing but compute,
+// and ends with it.
 
 #include "picture/Confinement.h"
 #include "picture/Decoders.h"
@@ -11,6 +12,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -28,6 +31,13 @@ void acceptSignals() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
 }
 
+/// Each side by itself, since the picture is stretched where it is shown.
+QImage within(QSize atMost, const QImage& picture) {
+    const auto size = picture.size().boundedTo(atMost);
+    return size == picture.size() ? picture
+                                  : picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
 bool write(QImage picture, bool isConfined) {
     if (picture.isNull())
         return false;
@@ -42,8 +52,12 @@ bool write(QImage picture, bool isConfined) {
 
 } // namespace
 
-int main() {
+int main(int argc, char** argv) {
     acceptSignals();
+    const auto bound = [&](int index) {
+        return index < argc ? std::max(std::atoi(argv[index]), 1) : INT_MAX;
+    };
+    const QSize atMost(bound(1), bound(2));
     QFile file;
     if (!file.open(STDIN_FILENO, QIODevice::ReadOnly))
         return EXIT_FAILURE;
@@ -53,7 +67,8 @@ int main() {
         return EXIT_FAILURE;
     tavro::loadDecoders();
     const bool isConfined = tavro::confineThisProcess();
-    const bool isDone = write(tavro::decode({bytes, static_cast<std::size_t>(size)}), isConfined);
+    const bool isDone =
+        write(within(atMost, tavro::decode({bytes, static_cast<std::size_t>(size)})), isConfined);
     std::_Exit(isDone ? EXIT_SUCCESS
                       : EXIT_FAILURE); // what libraries do at the end may need more than is allowed
 }

@@ -1,11 +1,15 @@
 #include "platform/linux/storage/QtImages.h"
 
 #include "picture/PictureHeader.h"
+#include "platform/linux/storage/PictureProcess.h"
 #include "platform/simulated/process/SimulatedLog.h"
 #include "support/TemporaryFolder.h"
+#include "support/WaitUntil.h"
+#include "support/machines/ProcessEvents.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QFile>
 #include <QImage>
 #include <QImageWriter>
 #include <QProcess>
@@ -61,6 +65,14 @@ protected:
         const auto file = folder.path() / name;
         std::ofstream(file, std::ios::binary) << bytes.toStdString();
         return images.contentsOf(file);
+    }
+    /// In the background; none also when the handler is not called within a deadline.
+    std::optional<Image> load(const std::filesystem::path& file, QtImages& from) {
+        std::optional<std::optional<Image>> loaded;
+        from.load(file, Images::Detail::whole, [&](const auto& image) { loaded = image; });
+        EXPECT_FALSE(loaded) << "inside the call";
+        EXPECT_TRUE(waitUntil([&] { return loaded.has_value(); }, &processEvents));
+        return loaded.value_or(std::nullopt);
     }
     static void expectPicture(const Image& image) {
         EXPECT_EQ(image.pixelWidth, 64);
@@ -123,10 +135,12 @@ TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
     for (const auto& [what, bytes, isPicture] : cases)
         for (const auto* name : {"picture.png", "picture.heic"}) {
             SCOPED_TRACE(what);
-            const auto image = read(bytes, name);
-            EXPECT_EQ(image.has_value(), isPicture);
-            if (image)
-                expectPicture(*image);
+            QtImages other(TAVRO_PICTURE_BINARY, log);
+            for (const auto& image : {read(bytes, name), load(folder.path() / name, other)}) {
+                EXPECT_EQ(image.has_value(), isPicture);
+                if (image)
+                    expectPicture(*image);
+            }
         }
     EXPECT_TRUE(log.takeDiagnosed().empty());
 }
@@ -134,8 +148,10 @@ TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
 TEST_F(QtImagesTest, PicturesAreKeptAsPng) {
     const auto image = read(encoded("jpeg"));
     ASSERT_TRUE(image);
-    const auto png = images.pngRepresentation(*image);
-    ASSERT_TRUE(png && png->starts_with("\x89PNG\r\n\x1a\n"));
+    std::optional<std::string> png;
+    images.pngRepresentation(*image, [&](const auto& data) { png = data; });
+    ASSERT_TRUE(waitUntil([&] { return png.has_value(); }, &processEvents));
+    ASSERT_TRUE(png->starts_with("\x89PNG\r\n\x1a\n"));
     expectPicture(read(Bytes::fromStdString(*png)).value());
 }
 
@@ -150,23 +166,61 @@ TEST_F(QtImagesTest, AFileIsDecodedAgainOnlyWhenItHasChanged) {
     const auto second = images.contentsOf(file);
     ASSERT_TRUE(second);
     EXPECT_NE(second->pixels, first->pixels);
+    EXPECT_EQ(load(file, images)->pixels, second->pixels);
+    std::vector<std::optional<Image>> atOnce;
+    QtImages others(TAVRO_PICTURE_BINARY, log);
+    for (int time = 0; time < 2; ++time)
+        others.load(file, Images::Detail::whole, [&](const auto& image) { atOnce.push_back(image); });
+    ASSERT_TRUE(waitUntil([&] { return atOnce.size() == 2; }, &processEvents));
+    EXPECT_TRUE(atOnce[0] && atOnce[0]->pixels == atOnce[1]->pixels);
     std::filesystem::remove(file);
     EXPECT_FALSE(images.contentsOf(file));
+}
+
+TEST_F(QtImagesTest, EachSideIsNoLongerThanItsBound) {
+    read(encoded("png"));
+    QFile file(QString::fromStdString((folder.path() / "picture.png").string()));
+    for (const auto& [bound, expected] : {std::pair(QSize(), QSize(64, 48)),
+                                          {{10, 100}, {10, 48}},
+                                          {{100, 10}, {64, 10}},
+                                          {{8, 6}, {8, 6}}}) {
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        PictureProcess process;
+        process.decode(TAVRO_PICTURE_BINARY, file.handle(), bound, {});
+        file.close();
+        process.wait();
+        const auto image = process.image();
+        EXPECT_EQ(QSize(image->pixelWidth, image->pixelHeight), expected);
+    }
+}
+
+TEST_F(QtImagesTest, ADecoderThatDoesNotEndHoldsNothingUp) {
+    read(encoded("png"));
+    const auto program = folder.path() / "program";
+    std::ofstream(program) << "#!/bin/sh\nexec sleep 1000";
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    bool isDone = false;
+    QtImages(program, log).load(folder.path() / "picture.png", Images::Detail::whole, [&](const auto&) {
+        isDone = true;
+    }); // and the machine ends
+    EXPECT_FALSE(isDone);
 }
 
 TEST_F(QtImagesTest, WhatIsNoFileIsNotWaitedFor) {
     ASSERT_EQ(::mkfifo((folder.path() / "pipe.png").c_str(), 0600), 0);
     std::filesystem::create_symlink(folder.path() / "nowhere", folder.path() / "link.png");
     for (const auto* name : {"pipe.png", "link.png"})
-        EXPECT_FALSE(images.contentsOf(folder.path() / name)) << name;
+        EXPECT_FALSE(images.contentsOf(folder.path() / name) || load(folder.path() / name, images)) << name;
 }
 
 TEST_F(QtImagesTest, WithoutItsProgramOrResourceAPictureIsNoneAndALineSaysSo) {
     read(encoded("png"));
-    EXPECT_FALSE(QtImages(folder.path() / "missing", log).contentsOf(folder.path() / "picture.png"));
+    QtImages victim(folder.path() / "missing", log);
+    EXPECT_FALSE(victim.contentsOf(folder.path() / "picture.png"));
+    EXPECT_FALSE(load(folder.path() / "picture.png", victim));
     EXPECT_EQ(images.named("menubar-none"), std::nullopt);
     EXPECT_EQ(images.named("menubar-on"), NamedImage{"menubar-on"});
-    EXPECT_EQ(log.takeDiagnosed().size(), 2u);
+    EXPECT_EQ(log.takeDiagnosed().size(), 3u);
 }
 
 TEST_F(QtImagesTest, WhatADecoderSaysThatAFileHasTakenOverIsNotBelieved) {
@@ -205,12 +259,14 @@ TEST_F(QtImagesTest, WhatADecoderSaysThatAFileHasTakenOverIsNotBelieved) {
         std::ofstream(folder.path() / "answer", std::ios::binary) << bytes.toStdString();
         std::ofstream(program) << "#!/bin/sh\ncat '" << (folder.path() / "answer").string() << "'\n" << end;
         std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-        const QtImages victim(program, log);
-        const auto image = victim.contentsOf(folder.path() / "picture.png");
-        EXPECT_EQ(image.has_value(), isPicture);
-        EXPECT_EQ(log.takeDiagnosed().size(), lines);
-        const std::string expected(24, 'x');
-        EXPECT_TRUE(!image || std::memcmp(image->pixels.get(), expected.data(), expected.size()) == 0);
+        QtImages victim(program, log), other(program, log);
+        const auto file = folder.path() / "picture.png";
+        for (const auto& image : {victim.contentsOf(file), load(file, other)}) {
+            EXPECT_EQ(image.has_value(), isPicture);
+            const std::string expected(24, 'x');
+            EXPECT_TRUE(!image || std::memcmp(image->pixels.get(), expected.data(), expected.size()) == 0);
+        }
+        EXPECT_EQ(log.takeDiagnosed().size(), 2 * lines);
     }
 }
 

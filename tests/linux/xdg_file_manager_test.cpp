@@ -2,6 +2,8 @@
 
 #include "support/Files.h"
 #include "support/TemporaryFolder.h"
+#include "support/WaitUntil.h"
+#include "support/machines/ProcessEvents.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +11,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace tavro {
 namespace {
@@ -25,6 +25,8 @@ protected:
         fs::create_directories(home / "config");
     }
 
+    int count = 0;
+    QCoreApplication application{count, nullptr};
     TemporaryFolder folder;
     const fs::path home = folder.path();
     XdgFileManager files;
@@ -57,22 +59,25 @@ TEST_F(XdgFileManagerTest, TheUsersDirectoriesNameTheDocumentsFolderWhichIsMadeW
 
 TEST_F(XdgFileManagerTest, WhatCannotBeWrittenIsSaidAndChangesNothing) {
     const auto file = home / "wallpaper.png";
-    ASSERT_EQ(files.writeAtomically(file, "old"), std::nullopt);
-    const auto child = ::fork();
-    if (child == 0) { // as on a full disk
-        ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit nothing{1, 1};
-        ::setrlimit(RLIMIT_FSIZE, &nothing);
-        const auto error = files.writeAtomically(file, "new");
-        ::_exit(error == file.string() + " cannot be written: File too large" ? 0 : 1);
-    }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
+    const auto write = [this](const fs::path& to, const std::string& bytes) {
+        std::optional<std::optional<std::string>> answer;
+        files.writeAtomically(to, bytes, [&](const auto& error) { answer = error; });
+        EXPECT_TRUE(waitUntil([&] { return answer.has_value(); }, &processEvents));
+        return answer.value_or("no answer");
+    };
+    ASSERT_EQ(write(file, "old"), std::nullopt);
+    ::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit nothing{1, before.rlim_max}; // as on a full disk
+    ::setrlimit(RLIMIT_FSIZE, &nothing);
+    const auto error = write(file, "new");
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(error, file.string() + " cannot be written: File too large");
     EXPECT_EQ(contentsOf(file), "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(home), {}), 2) << "a remnant is left";
-    EXPECT_TRUE(files.writeAtomically("/proc/none/wallpaper.png", "new"));
-    EXPECT_TRUE(files.writeAtomically(home / "config", "new"));
+    EXPECT_TRUE(write("/proc/none/wallpaper.png", "new"));
+    EXPECT_TRUE(write(home / "config", "new"));
     EXPECT_EQ(files.rename(home / "none.png", "other.png"),
               (home / "none.png").string() + " cannot be renamed: No such file or directory");
     EXPECT_EQ(files.rename(file, "other.png"), std::nullopt);

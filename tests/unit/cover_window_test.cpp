@@ -1,6 +1,7 @@
 #include "support/machines/Launch.h"
 
 #include "desktop/CoverWindow.h"
+#include "desktop/CustomWallpaper.h"
 #include "platform/simulated/windows/SimulatedOverlayWindow.h"
 #include "support/TemporaryFolder.h"
 
@@ -63,6 +64,9 @@ public:
         : mac(version) {
         mac.screens().set(screens);
         mac.workspace().setDesktopImage(screens.front(), wallpaper);
+        if (custom)
+            PreparedWallpaper::shared().prepare(*custom);
+        mac.mainQueue().runUntilIdle();
         cover.emplace(std::move(custom), screens.back());
     }
     ~Covered() { cover->window->close(); } // which holds the cover

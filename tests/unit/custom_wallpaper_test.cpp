@@ -27,6 +27,7 @@ protected:
     void choose(const std::optional<fs::path>& file) {
         page.chooseWallpaper();
         mac.openPanels().userChooses(file);
+        mac.mainQueue().runUntilIdle();
         EXPECT_FALSE(mac.openPanels().shown());
     }
     std::optional<std::uint32_t> storedColor() {
@@ -59,9 +60,10 @@ TEST_F(CustomWallpaperTest, ChosenPictureIsStoredAndShown) {
     EXPECT_EQ(storedColor(), 0xffaa0000);
     EXPECT_EQ(page.selectedURL(), home / "red.jpg");
     EXPECT_EQ(customWallpaperURL(), stored);
-    EXPECT_EQ(joined(mac.journal().lines()),
-              "openPanel.begin Choose a Image; fileManager.writeAtomically wallpaper.png 47; "
-              "log.print File saved; userDefaults.setObject wallpaperFile true; openPanel.close");
+    EXPECT_EQ(
+        joined(mac.journal().lines()),
+        "openPanel.begin Choose a Image; openPanel.close; fileManager.writeAtomically wallpaper.png 47; "
+        "log.print File saved; userDefaults.setObject wallpaperFile true");
     EXPECT_EQ(GeneralPreferencesView().selectedURL(), stored);
 
     page.chooseWallpaper();
@@ -122,6 +124,50 @@ TEST_F(CustomWallpaperTest, APictureOfTheUsersOwnIsSetAsideOnce) {
     EXPECT_EQ(mac.log().printed(),
               (Lines{"No rights", stored.string() + " was there already; it is now called wallpaper-2.png",
                      "File saved", "File saved"}));
+}
+
+TEST_F(CustomWallpaperTest, TheLastDecisionHoldsHoweverLongAPictureTakes) {
+    using namespace std::chrono_literals;
+    mac.images().timeForEach = 1s;
+    choose(home / "red.jpg");
+    choose(home / "green.heic");
+    mac.mainQueue().advance(9s);
+    EXPECT_EQ(page.selectedURL(), home / "green.heic");
+    EXPECT_EQ(storedColor(), 0xff00aa00);
+    choose(home / "red.jpg");
+    GeneralPreferencesView().removeWallpaper(); // on a page that was opened meanwhile
+    mac.mainQueue().advance(9s);
+    EXPECT_EQ(customWallpaperURL(), std::nullopt);
+    EXPECT_EQ(storedColor(), 0xff00aa00);
+}
+
+TEST_F(CustomWallpaperTest, CoversShowItAsSoonAsItHasBeenRead) {
+    auto& covers = HideDesktop::shared().managedWindows;
+    const auto coverDesktop = [&] {
+        HideDesktop::shared().removeCovers();
+        HideDesktop::shared().coverScreens(true);
+    };
+    const auto contents = [&] { return mac.journal().lines("window.setContentView").size(); };
+    const auto showsPicture = [&] { return std::holds_alternative<StretchedImage>(covers.front().body()); };
+    choose(home / "red.jpg");
+    coverDesktop();
+    EXPECT_TRUE(showsPicture()) << "since it was chosen";
+    PreparedWallpaper::shared().forget(); // as after a launch, of which this is the first moment
+    coverDesktop();
+    EXPECT_FALSE(showsPicture());
+    const auto before = contents();
+    mac.mainQueue().runUntilIdle();
+    EXPECT_TRUE(showsPicture());
+    EXPECT_EQ(contents(), before + covers.size()) << "and is drawn";
+    coverDesktop();
+    mac.mainQueue().runUntilIdle();
+    EXPECT_EQ(contents(), before + 2 * covers.size()) << "once, where nothing has changed";
+    SimulatedImages::write(stored, 4, 3, 0xff0000aa);
+    coverDesktop();
+    mac.mainQueue().runUntilIdle();
+    EXPECT_EQ(contents(), before + 4 * covers.size());
+    page.removeWallpaper();
+    EXPECT_EQ(PreparedWallpaper::shared().image(stored), std::nullopt);
 }
 
 TEST_F(CustomWallpaperTest, RemovingKeepsTheFile) {

@@ -15,6 +15,7 @@
 #include "ui/preferences/WallpaperPreview.h"
 
 #include <QCheckBox>
+#include <QPointer>
 #include <QVBoxLayout>
 
 namespace tavro {
@@ -122,8 +123,12 @@ void PreferenceWidget::refreshWallpaper() {
     m_remove->setVisible(file.has_value());
     if (!file)
         return m_preview->clear();
-    const auto image = Process::current().machine().images().contentsOf(*file);
-    m_preview->setImage(image ? &*image : nullptr);
+    m_preview->setImage(nullptr); // until there is one
+    machine().images().load(*file, Images::Detail::ofScreens,
+                            [page = QPointer(this), file = *file](const auto& image) {
+                                if (image && page && page->m_general.selectedURL() == file)
+                                    page->m_preview->setImage(&*image);
+                            });
 }
 
 } // namespace tavro

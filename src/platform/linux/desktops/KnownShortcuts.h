@@ -1,12 +1,9 @@
 #pragma once
 
 #include "platform/linux/desktops/DesktopShortcut.h"
-
-#include <QObject>
-#include <QThread>
+#include "platform/linux/process/Background.h"
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace tavro {
@@ -21,10 +18,6 @@ public:
 
     explicit KnownShortcuts(Question question)
         : m_question(std::move(question)) {}
-    KnownShortcuts(const KnownShortcuts&) = delete;
-    KnownShortcuts& operator=(const KnownShortcuts&) = delete;
-    /// Waits for the end of a question.
-    ~KnownShortcuts();
 
     /// Returns at once. A question that is under way will do.
     void ask();
@@ -33,8 +26,8 @@ public:
 private:
     const Question m_question;
     std::vector<DesktopShortcut> m_lastTold;
-    std::unique_ptr<QThread> m_thread; // while a question is under way
-    QObject m_context;                 // of what the thread sends here
+    bool m_isAsking = false;
+    Background m_background;
 };
 
 } // namespace tavro

@@ -1,20 +1,19 @@
 #include "platform/linux/storage/QtImages.h"
 
-#include "platform/linux/storage/PictureAnswer.h"
+#include "platform/linux/storage/PictureProcess.h"
 #include "platform/process/Log.h"
 #include "toolkit/Icons.h"
 #include "toolkit/Pixels.h"
 
 #include <QBuffer>
-#include <QDeadlineTimer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QImage>
-#include <QProcess>
+#include <QScreen>
 
-#include <chrono>
+#include <algorithm>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace tavro {
@@ -32,16 +31,20 @@ bool openFile(const std::filesystem::path& path, QFile& file) {
     return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Reads until the process has closed its output. False when what it writes, or how long it takes, is too
-/// much.
-bool read(QProcess& process, PictureAnswer& answer) {
-    const QDeadlineTimer deadline(std::chrono::seconds(30));
-    const auto timeLeft = [&] { return static_cast<int>(deadline.remainingTime()); };
-    while (process.waitForReadyRead(timeLeft()))
-        if (!answer.append(process.readAllStandardOutput()))
-            return false;
-    return answer.append(process.readAllStandardOutput()) &&
-           (process.state() == QProcess::NotRunning || process.waitForFinished(timeLeft()));
+/// In pixels; empty where there is no screen.
+QSize largestScreen() {
+    QSize largest(0, 0);
+    for (const auto* screen : QGuiApplication::screens())
+        largest = largest.expandedTo((QSizeF(screen->size()) * screen->devicePixelRatio()).toSize());
+    return largest;
+}
+
+std::optional<std::string> encodedPng(const Image& image) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!toolkitImage(image).save(&buffer, "PNG", pngQuality))
+        return std::nullopt;
+    return buffer.data().toStdString();
 }
 
 } // namespace
@@ -50,45 +53,84 @@ QtImages::QtImages(std::filesystem::path decoder, Log& log)
     : m_decoder(std::move(decoder))
     , m_log(log) {}
 
+// The version is that of before: what changes meanwhile is decoded again.
 std::optional<Image> QtImages::contentsOf(const std::filesystem::path& file) const {
-    return m_recent.contentsOf(file, [this](const auto& path) { return decoded(path); });
+    const auto version = RecentPicture::versionOf(file, {});
+    if (!version)
+        return std::nullopt;
+    if (auto known = m_recent.find(*version))
+        return known;
+    PictureProcess process;
+    if (!start(process, file, {}, {}))
+        return std::nullopt;
+    process.wait();
+    return resultOf(process, *version);
 }
 
-std::optional<Image> QtImages::decoded(const std::filesystem::path& path) const {
+void QtImages::load(const std::filesystem::path& file, Detail detail, ImageHandler handler) {
+    const auto version =
+        RecentPicture::versionOf(file, detail == Detail::ofScreens ? largestScreen() : QSize());
+    const auto known = version ? m_recent.find(*version) : std::nullopt;
+    if (!version || known)
+        return deliver(handler, known);
+    const auto underWay = std::ranges::find(m_decodings, *version, &Decoding::version);
+    if (underWay != m_decodings.end())
+        underWay->handlers.push_back(std::move(handler));
+    else
+        startDecoding(file, *version, std::move(handler));
+}
+
+void QtImages::startDecoding(const std::filesystem::path& file, const RecentPicture::Version& version,
+                             ImageHandler handler) {
+    auto* process = new PictureProcess(&m_processes); // until one of the two ends below
+    const auto decoding = m_decodings.insert(m_decodings.end(), {version, {std::move(handler)}});
+    const bool isStarted = start(*process, file, version.atMost, [this, process, decoding] {
+        process->deleteLater();
+        const auto image = resultOf(*process, decoding->version);
+        for (const auto& waiting : decoding->handlers)
+            deliver(waiting, image);
+        m_decodings.erase(decoding);
+    });
+    if (isStarted)
+        return;
+    delete process;
+    deliver(decoding->handlers.front(), std::nullopt);
+    m_decodings.erase(decoding);
+}
+
+bool QtImages::start(PictureProcess& process, const std::filesystem::path& path, QSize atMost,
+                     std::function<void()> whenDone) const {
     QFile file;
     if (!openFile(path, file))
-        return std::nullopt;
-    QProcess process;
-    process.setChildProcessModifier([input = file.handle()] { ::dup2(input, STDIN_FILENO); });
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(QString::fromStdString(m_decoder.string()), QStringList());
-    PictureAnswer answer;
-    const bool isWhole = read(process, answer);
-    if (process.error() == QProcess::FailedToStart)
+        return false;
+    process.decode(m_decoder, file.handle(), atMost, std::move(whenDone));
+    return true;
+}
+
+std::optional<Image> QtImages::resultOf(const PictureProcess& process,
+                                        const RecentPicture::Version& version) const {
+    if (process.hasFailedToStart())
         m_log.diagnose(m_decoder.string() + " cannot be started");
-    if (!isWhole) {
-        process.kill();
-        process.waitForFinished();
+    auto image = process.image();
+    if (image) {
+        tellConfinement(process);
+        m_recent.keep(version, *image);
     }
-    if (!isWhole || process.exitStatus() != QProcess::NormalExit || process.exitCode() != EXIT_SUCCESS)
-        return std::nullopt;
-    auto image = answer.image();
-    if (image)
-        tellConfinement(answer);
     return image;
 }
 
-void QtImages::tellConfinement(const PictureAnswer& answer) const {
-    if (!answer.isConfined() && !std::exchange(m_hasToldConfinement, true))
+void QtImages::deliver(const ImageHandler& handler, const std::optional<Image>& image) {
+    QMetaObject::invokeMethod(
+        &m_processes, [handler, image] { handler(image); }, Qt::QueuedConnection);
+}
+
+void QtImages::tellConfinement(const PictureProcess& process) const {
+    if (!process.isConfined() && !std::exchange(m_hasToldConfinement, true))
         m_log.diagnose("Pictures are decoded without a system call filter, which this kernel does not have");
 }
 
-std::optional<std::string> QtImages::pngRepresentation(const Image& image) const {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    if (!toolkitImage(image).save(&buffer, "PNG", pngQuality))
-        return std::nullopt;
-    return buffer.data().toStdString();
+void QtImages::pngRepresentation(const Image& image, DataHandler handler) {
+    m_background.run([image] { return encodedPng(image); }, std::move(handler));
 }
 
 std::optional<NamedImage> QtImages::named(const std::string& name) const {

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/linux/process/Background.h"
 #include "platform/linux/storage/RecentPicture.h"
 #include "platform/storage/Images.h"
+
+#include <list>
+#include <vector>
 
 namespace tavro {
 
 class Log;
-class PictureAnswer;
+class PictureProcess;
 
 /// Pictures that a program of its own decodes, started for each, and the icons compiled into this one.
 class QtImages final : public Images {
@@ -14,18 +18,33 @@ public:
     QtImages(std::filesystem::path decoder, Log& log);
 
     std::optional<Image> contentsOf(const std::filesystem::path& file) const override;
-    std::optional<std::string> pngRepresentation(const Image& image) const override;
+    void load(const std::filesystem::path& file, Detail detail, ImageHandler handler) override;
+    void pngRepresentation(const Image& image, DataHandler handler) override;
     std::optional<NamedImage> named(const std::string& name) const override;
 
 private:
-    std::optional<Image> decoded(const std::filesystem::path& path) const;
+    /// A picture that is being decoded, and who waits for it.
+    struct Decoding {
+        RecentPicture::Version version;
+        std::vector<ImageHandler> handlers;
+    };
+
+    bool start(PictureProcess& process, const std::filesystem::path& file, QSize atMost,
+               std::function<void()> whenDone) const;
+    void startDecoding(const std::filesystem::path& file, const RecentPicture::Version& version,
+                       ImageHandler handler);
+    std::optional<Image> resultOf(const PictureProcess& process, const RecentPicture::Version& version) const;
+    void deliver(const ImageHandler& handler, const std::optional<Image>& image);
     /// One line for all pictures.
-    void tellConfinement(const PictureAnswer& answer) const;
+    void tellConfinement(const PictureProcess& process) const;
 
     const std::filesystem::path m_decoder;
     Log& m_log;
     mutable bool m_hasToldConfinement = false;
     mutable RecentPicture m_recent;
+    std::list<Decoding> m_decodings;
+    QObject m_processes; // their parent
+    Background m_background;
 };
 
 } // namespace tavro

@@ -36,11 +36,15 @@ std::optional<std::string> XdgFileManager::rename(const fs::path& file, const st
     return file.string() + " cannot be renamed: " + error.message();
 }
 
-std::optional<std::string> XdgFileManager::writeAtomically(const fs::path& file, std::string_view bytes) {
-    const int error = replaceFile(file, bytes);
-    if (error == 0)
-        return std::nullopt;
-    return file.string() + " cannot be written: " + std::strerror(error);
+void XdgFileManager::writeAtomically(const fs::path& file, std::string bytes, ErrorHandler handler) {
+    m_background.run(
+        [file, bytes = std::move(bytes)]() -> std::optional<std::string> {
+            const int error = replaceFile(file, bytes);
+            if (error == 0)
+                return std::nullopt;
+            return file.string() + " cannot be written: " + std::strerror(error);
+        },
+        std::move(handler));
 }
 
 } // namespace tavro

@@ -7,8 +7,9 @@ namespace tavro {
 
 namespace fs = std::filesystem;
 
-SimulatedFileManager::SimulatedFileManager(Journal& journal)
-    : m_journal(journal) {}
+SimulatedFileManager::SimulatedFileManager(Journal& journal, SimulatedMainQueue& queue)
+    : m_journal(journal)
+    , m_queue(queue) {}
 
 SimulatedFileManager::~SimulatedFileManager() {
     std::error_code ignored;
@@ -43,12 +44,11 @@ std::optional<std::string> SimulatedFileManager::rename(const fs::path& file, co
     return writeError;
 }
 
-std::optional<std::string> SimulatedFileManager::writeAtomically(const fs::path& file,
-                                                                 std::string_view bytes) {
+void SimulatedFileManager::writeAtomically(const fs::path& file, std::string bytes, ErrorHandler handler) {
     m_journal.record("fileManager.writeAtomically", file.filename().string(), bytes.size());
     if (!writeError)
         std::ofstream(file, std::ios::binary) << bytes;
-    return writeError;
+    m_queue.async([error = writeError, handler = std::move(handler)] { handler(error); });
 }
 
 } // namespace tavro

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/simulated/process/Journal.h"
+#include "platform/simulated/process/SimulatedMainQueue.h"
 #include "platform/storage/FileManager.h"
 
 namespace tavro {
@@ -8,15 +9,14 @@ namespace tavro {
 /// A home folder on the real disk, empty at first and gone with the machine.
 class SimulatedFileManager final : public FileManager {
 public:
-    explicit SimulatedFileManager(Journal& journal);
+    SimulatedFileManager(Journal& journal, SimulatedMainQueue& queue);
     ~SimulatedFileManager() override;
 
     std::optional<std::filesystem::path> documentsFolder() const override { return home() / "Documents"; }
     std::optional<std::filesystem::path> existingDocumentsFolder() override;
     bool fileExists(const std::filesystem::path& file) const override;
     std::optional<std::string> rename(const std::filesystem::path& file, const std::string& name) override;
-    std::optional<std::string> writeAtomically(const std::filesystem::path& file,
-                                               std::string_view bytes) override;
+    void writeAtomically(const std::filesystem::path& file, std::string bytes, ErrorHandler handler) override;
 
     /// Made when it is first asked for.
     const std::filesystem::path& home() const;
@@ -26,6 +26,7 @@ public:
 
 private:
     Journal& m_journal;
+    SimulatedMainQueue& m_queue;
     mutable std::filesystem::path m_home;
 };
 

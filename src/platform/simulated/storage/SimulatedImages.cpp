@@ -15,6 +15,12 @@ std::uint32_t wordAt(const std::vector<char>& samples, std::size_t pixel) {
     return word;
 }
 
+bool isSame(const Image& one, const Image& other, const std::shared_ptr<const std::uint8_t>& pixels) {
+    return pixels && one.pixelWidth == other.pixelWidth && one.pixelHeight == other.pixelHeight &&
+           std::memcmp(one.pixels.get(), pixels.get(),
+                       static_cast<std::size_t>(one.pixelHeight) * one.bytesPerRow) == 0;
+}
+
 } // namespace
 
 std::optional<Image> SimulatedImages::contentsOf(const std::filesystem::path& file) const {
@@ -43,7 +49,22 @@ std::optional<Image> SimulatedImages::contentsOf(const std::filesystem::path& fi
                  {static_cast<double>(width), static_cast<double>(height)}};
 }
 
-std::optional<std::string> SimulatedImages::pngRepresentation(const Image& image) const {
+void SimulatedImages::load(const std::filesystem::path& file, Detail, ImageHandler handler) {
+    auto image = contentsOf(file);
+    const auto& before = m_loaded[file];
+    if (image && isSame(*image, before.picture, before.pixels.lock()))
+        image->pixels = before.pixels.lock();
+    if (image)
+        m_loaded[file] = {*image, image->pixels};
+    m_loaded[file].picture.pixels.reset();
+    m_queue.asyncAfter(timeForEach, [image, handler = std::move(handler)] { handler(image); });
+}
+
+void SimulatedImages::pngRepresentation(const Image& image, DataHandler handler) {
+    m_queue.asyncAfter(timeForEach, [data = encoded(image), handler = std::move(handler)] { handler(data); });
+}
+
+std::optional<std::string> SimulatedImages::encoded(const Image& image) const {
     if (failsToEncode)
         return std::nullopt;
     std::string bytes =
