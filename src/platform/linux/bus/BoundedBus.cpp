@@ -22,9 +22,9 @@ BusFailure failureOf(const QDBusMessage& reply, const QString& service) {
         return silence(service);
     case QDBusError::ServiceUnknown:
     case QDBusError::Disconnected:
-        return {BusFailure::Kind::absent, error.name(), error.message().simplified().toStdString()};
+        return {BusFailure::Kind::absent, error.name(), error.message().toStdString()};
     default:
-        return {BusFailure::Kind::refused, error.name(), error.message().simplified().toStdString()};
+        return {BusFailure::Kind::refused, error.name(), error.message().toStdString()};
     }
 }
 

@@ -23,7 +23,7 @@ struct BusFailure {
         refused
     };
     Kind kind = Kind::refused;
-    /// The error's name on the bus, and one line that says what happened.
+    /// The error's name on the bus, and what it says of what happened.
     QString name;
     std::string description;
 };

@@ -42,7 +42,7 @@ Result<QString, std::string> finish(QProcess& tool, const QDeadlineTimer& deadli
         return std::string(tool.state() == QProcess::NotRunning ? "gsettings cannot be run"
                                                                 : "gsettings does not answer");
     if (tool.exitStatus() != QProcess::NormalExit || tool.exitCode() != 0)
-        return tool.readAllStandardError().simplified().toStdString();
+        return tool.readAllStandardError().trimmed().toStdString();
     return QString::fromUtf8(tool.readAllStandardOutput());
 }
 

@@ -17,7 +17,7 @@ namespace tavro {
 /// schema that is not installed ends only that one, where the library would end ours. A question holds up the
 /// main thread for a bounded time.
 ///
-/// Values are what `parseGVariant` makes of them. Failures are one line that says why.
+/// Values are what `parseGVariant` makes of them. Failures are what the tool says.
 class GSettings {
 public:
     static constexpr std::chrono::milliseconds standardBound{500};

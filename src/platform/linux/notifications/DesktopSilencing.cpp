@@ -117,8 +117,7 @@ Result<std::unique_ptr<NotificationSwitch>, std::string> DesktopSilencing::ident
     for (const auto& server : servers)
         if (name == server.name && (vendor == server.vendor || !*server.vendor))
             return server.make(m_bus, m_settings);
-    return "the notification server \"" + name.simplified().toStdString() +
-           "\" has no switch that is known here";
+    return "the notification server \"" + name.toStdString() + "\" has no switch that is known here";
 }
 
 QString DesktopSilencing::owner() {

@@ -1,5 +1,7 @@
 #include "platform/linux/process/StreamLog.h"
 
+#include "platform/linux/process/LogText.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -9,6 +11,9 @@
 namespace tavro {
 
 namespace {
+
+/// Leaves room for what is said of lines that were left out.
+constexpr std::size_t longestLine = PIPE_BUF - 128;
 
 bool wouldBlock(int descriptor) {
     pollfd stream{descriptor, POLLOUT, 0};
@@ -38,6 +43,7 @@ void StreamLog::diagnose(std::string_view line) {
 }
 
 void StreamLog::write(Stream& stream, std::string line) {
+    line = logText(line, longestLine);
     const std::lock_guard lock(m_mutex);
     if (wouldBlock(stream.descriptor)) {
         ++stream.leftOut;
