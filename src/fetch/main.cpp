@@ -36,13 +36,6 @@ struct Document {
     std::size_t limit;
 };
 
-void acceptSignals() {
-    sigset_t none; // the parent handles some otherwise, and a child inherits that
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-}
-
 /// Ends the process then, whatever it waits for: a name, the proxy's settings, the server.
 void setDeadline(long milliseconds) {
     const itimerval timer{{}, {milliseconds / 1000, milliseconds % 1000 * 1000}};
@@ -108,7 +101,7 @@ bool write(const std::string& document) {
 } // namespace
 
 int main(int argc, char** argv) {
-    acceptSignals();
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
     const auto limit = argc == 4 ? std::atoll(argv[2]) : 0;
     const auto milliseconds = argc == 4 ? std::atol(argv[3]) : 0;
     if (limit <= 0 || milliseconds <= 0)

@@ -24,13 +24,6 @@ namespace {
 
 using tavro::PictureHeader;
 
-void acceptSignals() {
-    sigset_t none; // the parent handles some otherwise, and a child inherits that
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-}
-
 /// Each side by itself, since the picture is stretched where it is shown.
 QImage within(QSize atMost, const QImage& picture) {
     const auto size = picture.size().boundedTo(atMost);
@@ -53,7 +46,7 @@ bool write(QImage picture, bool isConfined) {
 } // namespace
 
 int main(int argc, char** argv) {
-    acceptSignals();
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
     const auto bound = [&](int index) {
         return index < argc ? std::max(std::atoi(argv[index]), 1) : INT_MAX;
     };

@@ -2,6 +2,7 @@
 
 #include "platform/linux/applications/XRunningApplication.h"
 #include "platform/linux/desktops/Desktop.h"
+#include "platform/linux/process/Programs.h"
 #include "platform/linux/windows/QtScreens.h"
 
 #include <QDesktopServices>
@@ -57,7 +58,9 @@ std::optional<std::filesystem::path> XWorkspace::desktopImageURL(const Screen& s
 }
 
 void XWorkspace::open(const std::string& url) {
-    QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+    const auto address = QString::fromStdString(url);
+    if (!startDetached("xdg-open", {address}))
+        QDesktopServices::openUrl(address); // by the variables of the session
 }
 
 void XWorkspace::stopHiding() {

@@ -1,6 +1,7 @@
 #include "platform/linux/bus/GSettings.h"
 
 #include "platform/linux/bus/GVariantText.h"
+#include "platform/linux/process/Programs.h"
 
 #include <QAbstractEventDispatcher>
 #include <QProcess>
@@ -33,6 +34,7 @@ Tool start(const QStringList& arguments) {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert("CHARSET", "UTF-8"); // of what GLib prints; a locale's own may lack letters
     tool->setProcessEnvironment(environment);
+    tool->setChildProcessModifier(&becomeOrdinaryProgram);
     tool->start("gsettings", arguments, QIODevice::ReadOnly);
     return tool;
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/storage/FetchURLSession.h"
 
+#include "platform/linux/process/Programs.h"
 #include "platform/process/Log.h"
 
 #include <QProcess>
@@ -35,6 +36,7 @@ FetchURLSession::~FetchURLSession() {
 void FetchURLSession::dataTask(const std::string& url, CompletionHandler completionHandler) {
     auto* process = new QProcess(&m_processes); // until one of the two ends below
     process->setStandardInputFile(QProcess::nullDevice());
+    process->setChildProcessModifier(&becomeOrdinaryProgram);
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QObject::connect(process, &QProcess::finished, process, [process, completionHandler] {
         process->deleteLater();

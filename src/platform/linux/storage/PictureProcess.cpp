@@ -1,5 +1,7 @@
 #include "platform/linux/storage/PictureProcess.h"
 
+#include "platform/linux/process/Programs.h"
+
 #include <QTimer>
 
 #include <chrono>
@@ -35,7 +37,10 @@ void PictureProcess::decode(const std::filesystem::path& program, int file, QSiz
     QStringList bounds;
     if (!atMost.isEmpty())
         bounds << QString::number(atMost.width()) << QString::number(atMost.height());
-    setChildProcessModifier([file] { ::dup2(file, STDIN_FILENO); });
+    setChildProcessModifier([file] {
+        ::dup2(file, STDIN_FILENO);
+        becomeOrdinaryProgram();
+    });
     QTimer::singleShot(longestRun, this, [this] { kill(); });
     start(QString::fromStdString(program.string()), bounds);
 }

@@ -1,0 +1,51 @@
+#include "platform/linux/process/Programs.h"
+
+#include "support/Eventually.h"
+#include "support/Files.h"
+#include "support/TemporaryFolder.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <thread>
+#include <unistd.h>
+
+namespace tavro {
+namespace {
+
+TEST(Programs, HaveNothingOfOurSignalsAndFiles) {
+    int count = 0;
+    const QCoreApplication application(count, nullptr);
+    const TemporaryFolder folder;
+    const auto result = folder.path() / "result", partOfIt = folder.path() / "part";
+    sigset_t ours, before;
+    sigemptyset(&ours);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&ours, signal);
+    ::pthread_sigmask(SIG_BLOCK, &ours, &before);
+    for (const int signal : {SIGPIPE, SIGUSR1})
+        ::signal(signal, SIG_IGN);
+    const int file = ::open("/dev/zero", O_RDONLY); // without O_CLOEXEC
+    const auto script =
+        "exec >'" + partOfIt.string() +
+        "'; grep -E 'Sig(Blk|Ign)' /proc/self/status; for i in /proc/$$/fd/*; do readlink $i; done; "
+        "mv '" +
+        partOfIt.string() + "' '" + result.string() + "'";
+    EXPECT_TRUE(startDetached("sh", {"-c", QString::fromStdString(script)}));
+    EXPECT_FALSE(startDetached(QString::fromStdString(result.string()), {}));
+    ::close(file);
+    for (const int signal : {SIGPIPE, SIGUSR1})
+        ::signal(signal, SIG_DFL);
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    ASSERT_TRUE(eventually(
+        "the answer", [&] { return std::filesystem::exists(result); },
+        [] { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }));
+    EXPECT_EQ(contentsOf(result), "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n/dev/null\n" +
+                                      partOfIt.string() + "\n/dev/null\n");
+}
+
+} // namespace
+} // namespace tavro
