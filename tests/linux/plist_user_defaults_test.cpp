@@ -7,8 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <fstream>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tavro {
 namespace {
@@ -96,6 +99,32 @@ TEST_F(PlistUserDefaultsTest, ALinkStaysOneAndTheFileIsPrivate) {
     ASSERT_EQ(stat(target.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600u);
     EXPECT_EQ(filesInFolder(), 2u);
+}
+
+TEST_F(PlistUserDefaultsTest, WhatAKillHasLeftIsRemovedAtTheNextLaunch) {
+    const auto beside = [this](const std::string& ending) { return file.string() + ending; };
+    const std::pair<std::string, bool> cases[] = {
+        {beside(".TavroPRO-aB3xY9"), true},
+        {beside(".TavroPRO-aB3xY"), false},
+        {beside(".TavroPRO-aB3xY9~"), false},
+        {beside(".TavroPRO-aB3x.9"), false},
+        {beside(".backup"), false},
+        {beside(".unreadable-1"), false},
+        {folder / "a.plist.TavroPRO-aB3xY9", false},
+        {beside(".TavroPRO-writer"), false},
+        {beside(".TavroPRO-folder"), false},
+    };
+    for (const auto& [name, isRemnant] : cases)
+        if (name.ends_with("folder"))
+            fs::create_directory(name);
+        else
+            std::ofstream(name).flush();
+    const int writer = ::open(beside(".TavroPRO-writer").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0) << "by another one that runs";
+    open();
+    for (const auto& [name, isRemnant] : cases)
+        EXPECT_EQ(fs::exists(name), !isRemnant) << name;
+    ::close(writer);
 }
 
 TEST_F(PlistUserDefaultsTest, WhatCannotBeWrittenIsReportedOnceAndTriedAgain) {

@@ -1,8 +1,10 @@
 #include "platform/linux/storage/AtomicFile.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,6 +46,25 @@ void synchronizeFolder(const std::filesystem::path& folder) {
         ::fsync(descriptor.get());
 }
 
+/// In the names of temporary files, between that of the file and some letters and digits.
+constexpr auto mark = ".TavroPRO-";
+constexpr std::size_t lengthOfNumber = 6;
+
+bool isTemporaryOf(const std::string& file, const std::string& name) {
+    const auto start = file + mark;
+    return name.size() == start.size() + lengthOfNumber && name.starts_with(start) &&
+           std::all_of(name.begin() + static_cast<std::ptrdiff_t>(start.size()), name.end(),
+                       [](unsigned char character) { return std::isalnum(character); });
+}
+
+/// Whether it is a file of ours that nobody is writing.
+bool isRemnant(const std::filesystem::path& file) {
+    const FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    return descriptor.get() >= 0 && ::fstat(descriptor.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+           status.st_uid == ::geteuid() && ::flock(descriptor.get(), LOCK_EX | LOCK_NB) == 0;
+}
+
 } // namespace
 
 int readFile(const std::filesystem::path& file, std::size_t atMost, std::string& bytes) {
@@ -75,10 +96,11 @@ int replaceFile(const std::filesystem::path& file, std::string_view bytes) {
     std::filesystem::create_directories(folder, error);
     if (error)
         return error.value();
-    auto temporary = file.string() + ".XXXXXX";
+    auto temporary = file.string() + mark + std::string(lengthOfNumber, 'X');
     const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC)); // mode 0600
     if (descriptor.get() < 0)
         return errno;
+    ::flock(descriptor.get(), LOCK_EX | LOCK_NB); // which says that it is no remnant
     int failure = writeAll(descriptor.get(), bytes);
     if (failure == 0 && ::rename(temporary.c_str(), file.c_str()) != 0)
         failure = errno;
@@ -87,6 +109,13 @@ int replaceFile(const std::filesystem::path& file, std::string_view bytes) {
     else
         ::unlink(temporary.c_str());
     return failure;
+}
+
+void removeRemnants(const std::filesystem::path& file) {
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(file.parent_path(), error))
+        if (isTemporaryOf(file.filename(), entry.path().filename()) && isRemnant(entry.path()))
+            ::unlink(entry.path().c_str());
 }
 
 } // namespace tavro

@@ -14,4 +14,7 @@ namespace tavro {
 /// it, synchronized, renamed. Makes the folder where it is missing. 0, or the errno that stopped it.
 [[nodiscard]] int replaceFile(const std::filesystem::path& file, std::string_view bytes);
 
+/// Removes the temporary files of replacements that a kill has cut off.
+void removeRemnants(const std::filesystem::path& file);
+
 } // namespace tavro

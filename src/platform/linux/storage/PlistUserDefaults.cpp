@@ -38,6 +38,7 @@ PlistUserDefaults::PlistUserDefaults(fs::path file, MainQueue& queue, Log& log)
     std::error_code error;
     if (const auto target = fs::canonical(m_file, error); !error)
         m_file = target; // a link that the user made stays one
+    removeRemnants(m_file);
     m_root = read();
     if (!m_root)
         m_root.reset(plist_new_dict());

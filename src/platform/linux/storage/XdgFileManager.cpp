@@ -39,6 +39,7 @@ std::optional<std::string> XdgFileManager::rename(const fs::path& file, const st
 void XdgFileManager::writeAtomically(const fs::path& file, std::string bytes, ErrorHandler handler) {
     m_background.run(
         [file, bytes = std::move(bytes)]() -> std::optional<std::string> {
+            removeRemnants(file);
             const int error = replaceFile(file, bytes);
             if (error == 0)
                 return std::nullopt;
