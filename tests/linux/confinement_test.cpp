@@ -8,9 +8,11 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <functional>
+#include <linux/sched.h>
 #include <sys/mman.h>
 #include <sys/ptrace.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -21,6 +23,12 @@ namespace {
 bool maps(std::size_t bytes, int protection) {
     return ::mmap(nullptr, bytes, protection, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0) !=
            MAP_FAILED;
+}
+
+bool startsProcess() {
+    clone_args arguments{};
+    arguments.exit_signal = SIGCHLD;
+    return ::syscall(SYS_clone3, &arguments, sizeof arguments) >= 0;
 }
 
 bool startsProgram() {
@@ -54,6 +62,8 @@ TEST(ConfinementTest, LeavesTheProcessNothingButComputing) {
         {"reaches the network", [] { return ::socket(AF_INET, SOCK_STREAM, 0) >= 0; }},
         {"reaches a bus", [] { return ::socket(AF_UNIX, SOCK_STREAM, 0) >= 0; }},
         {"starts a process", [] { return ::fork() >= 0; }},
+        {"starts one in the older way", [] { return ::syscall(SYS_clone, SIGCHLD, 0, 0, 0, 0) >= 0; }},
+        {"starts one in the newer way", [] { return startsProcess(); }},
         {"starts a program", startsProgram},
         {"signals a process", [] { return ::kill(::getppid(), 0) == 0; }},
         {"looks into a process", [] { return ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0; }},
