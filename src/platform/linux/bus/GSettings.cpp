@@ -48,16 +48,15 @@ Result<QString, std::string> finish(QProcess& tool, const QDeadlineTimer& deadli
     return QString::fromUtf8(tool.readAllStandardOutput());
 }
 
-/// From lines "SCHEMA KEY VALUE", among them those of the schema's children.
-QVariantMap settingsOf(const QString& schema, const QString& lines) {
+} // namespace
+
+QVariantMap parseSettings(const QString& schema, const QString& lines) {
     QVariantMap settings;
     for (const auto& line : lines.split('\n'))
         if (line.section(' ', 0, 0) == schema)
             settings[line.section(' ', 1, 1)] = parseGVariant(line.section(' ', 2));
     return settings;
 }
-
-} // namespace
 
 GSettings::Settings GSettings::list(const QStringList& schemas, const QDeadlineTimer& deadline) const {
     constexpr qsizetype atOnce = 8;
@@ -68,7 +67,7 @@ GSettings::Settings GSettings::list(const QStringList& schemas, const QDeadlineT
             tools.emplace_back(schema, start({"list-recursively", schema}));
         for (const auto& [schema, tool] : tools)
             if (const auto lines = finish(*tool, deadline))
-                settings[schema] = settingsOf(schema.section(':', 0, 0), *lines);
+                settings[schema] = parseSettings(schema.section(':', 0, 0), *lines);
     }
     return settings;
 }

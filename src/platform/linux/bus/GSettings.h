@@ -13,6 +13,9 @@
 
 namespace tavro {
 
+/// What the tool lists of a schema: lines "SCHEMA KEY VALUE", among them those of the schema's children.
+QVariantMap parseSettings(const QString& schema, const QString& lines);
+
 /// GSettings, through the tool `gsettings`: a process can be given up when the store does not answer, and a
 /// schema that is not installed ends only that one, where the library would end ours. A question holds up the
 /// main thread for a bounded time.

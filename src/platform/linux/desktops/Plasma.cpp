@@ -28,10 +28,14 @@ std::optional<std::filesystem::path> Plasma::wallpaper(const std::string&) {
                                     "[Wallpaper][org.kde.image][General]", "Image"));
 }
 
-// Lines "action=current,default,description"; "current" holds any number of combinations, tabs between them.
 std::vector<DesktopShortcut> Plasma::shortcuts() {
+    return parsePlasmaShortcuts(textOfConfiguration("kglobalshortcutsrc"));
+}
+
+// Lines "action=current,default,description"; "current" holds any number of combinations, tabs between them.
+std::vector<DesktopShortcut> parsePlasmaShortcuts(const QString& file) {
     std::vector<DesktopShortcut> shortcuts;
-    for (const auto& line : textOfConfiguration("kglobalshortcutsrc").split('\n')) {
+    for (const auto& line : file.split('\n')) {
         const auto equals = line.indexOf('=');
         if (equals < 0 || line.startsWith('[') || line.startsWith("_k_friendly_name"))
             continue;

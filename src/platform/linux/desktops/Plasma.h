@@ -4,6 +4,9 @@
 
 namespace tavro {
 
+/// Of the text of KDE's file "kglobalshortcutsrc".
+std::vector<DesktopShortcut> parsePlasmaShortcuts(const QString& text);
+
 /// KDE Plasma: its files in the configuration folder.
 class Plasma final : public Desktop {
 public:

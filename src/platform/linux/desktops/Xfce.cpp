@@ -11,11 +11,14 @@ std::optional<std::filesystem::path> Xfce::wallpaper(const std::string& connecto
     return image ? localFile(image->toString()) : std::nullopt;
 }
 
-// Of commands and of the window manager, each with defaults and a copy of them that the user changes. Texts
-// are actions; the members of an action stand one level deeper.
 std::vector<DesktopShortcut> Xfce::shortcuts() {
     const auto reply = m_xfconf.list("xfce4-keyboard-shortcuts");
-    const auto properties = reply ? *reply : QVariantMap();
+    return reply ? parseXfceShortcuts(*reply) : std::vector<DesktopShortcut>();
+}
+
+// Of commands and of the window manager, each with defaults and a copy of them that the user changes. Texts
+// are actions; the members of an action stand one level deeper.
+std::vector<DesktopShortcut> parseXfceShortcuts(const QVariantMap& properties) {
     std::vector<DesktopShortcut> shortcuts;
     for (const QString base : {"/commands/", "/xfwm4/"}) {
         const bool isCustom = properties.value(base + "custom/override").toBool();

@@ -5,6 +5,9 @@
 
 namespace tavro {
 
+/// Of the properties in XFCE's channel "xfce4-keyboard-shortcuts".
+std::vector<DesktopShortcut> parseXfceShortcuts(const QVariantMap& properties);
+
 /// XFCE: xfconf, over the bus.
 class Xfce final : public Desktop {
 public:
