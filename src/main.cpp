@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <malloc.h>
+#include <vector>
 
 namespace {
 
@@ -53,11 +54,16 @@ int main(int argc, char** argv) {
         streamLog.diagnose("There is no X display to show anything on");
         return EXIT_FAILURE;
     }
-    qputenv("QT_QPA_PLATFORM", "xcb"); // also where a Wayland session offers its own
     QApplication::setApplicationName("tavropro");
     QApplication::setApplicationDisplayName("TavroPRO");
     QApplication::setDesktopFileName("com.vantrelo.TavroPRO");
-    QApplication application(argc, argv);
+    // X11 also where a Wayland session offers its own; by an option, which a browser that we start does not
+    // inherit.
+    char option[] = "-platform", platform[] = "xcb";
+    std::vector<char*> arguments(argv, argv + argc);
+    arguments.insert(arguments.end(), {option, platform, nullptr});
+    argc += 2;
+    QApplication application(argc, arguments.data());
     tavro::installTranslations(application);
     QPixmapCache::setCacheLimit(0); // an entry would wake the process later, to be dropped
 

@@ -32,7 +32,7 @@ public:
     /// The page shows none and none is in use; the stored file stays.
     void removeWallpaper() const;
 
-    /// In the background; the completion is told whether the picture now stands there as a PNG file. A file
+    /// In the background; the completion gets whether the picture now stands there as a PNG file. A file
     /// that cannot be written gives one line in the log.
     static void writePNG(const Image& image, const std::filesystem::path& destination,
                          std::function<void(bool)> completion);

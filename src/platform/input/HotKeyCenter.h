@@ -83,9 +83,9 @@ public:
     /// without effect. A key that is down gives no released event any more.
     virtual OSStatus unregisterEventHotKey(EventHotKeyRef hotKey) = 0;
 
-    /// Has the system tell which combinations it uses itself, in the background.
+    /// Asks the system which combinations it uses itself, in the background.
     virtual void refreshSymbolicHotKeys() = 0;
-    /// What it has last told: an array of dictionaries with the platform's keys "kHISymbolicHotKeyEnabled",
+    /// What it has last answered: an array of dictionaries with the platform's keys "kHISymbolicHotKeyEnabled",
     /// "kHISymbolicHotKeyCode" and "kHISymbolicHotKeyModifiers". Nobody is waited for, since who wants to
     /// know may hold the keyboard.
     virtual OSStatus copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const = 0;

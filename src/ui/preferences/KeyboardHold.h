@@ -10,7 +10,7 @@
 namespace tavro {
 
 /// Keeps the keyboard of the whole session for one window, for as long as this lives. After ten seconds
-/// without a key its owner is told to end it.
+/// without a key its owner is asked to end it.
 class KeyboardHold final : public QObject {
 public:
     KeyboardHold(QWindow* window, std::function<void()> whenSilent);

@@ -5,10 +5,10 @@ namespace tavro {
 void KnownShortcuts::ask() {
     if (std::exchange(m_isAsking, true))
         return;
-    m_background.run(m_question, [this](std::vector<DesktopShortcut> told) {
+    m_background.run(m_question, [this](std::vector<DesktopShortcut> shortcuts) {
         m_isAsking = false;
-        if (!told.empty()) // else it has not answered
-            m_lastTold = std::move(told);
+        if (!shortcuts.empty()) // else it has not answered
+            m_known = std::move(shortcuts);
     });
 }
 

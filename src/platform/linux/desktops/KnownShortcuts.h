@@ -8,8 +8,8 @@
 
 namespace tavro {
 
-/// What a desktop has told of the combinations that it uses itself. It is asked on a thread of its own: its
-/// settings may take their time, and who records a combination holds the keyboard meanwhile. Main thread
+/// What a desktop has answered of the combinations that it uses itself. It is asked on a thread of its own:
+/// its settings may take their time, and who records a combination holds the keyboard meanwhile. Main thread
 /// only.
 class KnownShortcuts {
 public:
@@ -21,11 +21,11 @@ public:
 
     /// Returns at once. A question that is under way will do.
     void ask();
-    const std::vector<DesktopShortcut>& lastTold() const { return m_lastTold; }
+    const std::vector<DesktopShortcut>& known() const { return m_known; }
 
 private:
     const Question m_question;
-    std::vector<DesktopShortcut> m_lastTold;
+    std::vector<DesktopShortcut> m_known;
     bool m_isAsking = false;
     Background m_background;
 };

@@ -73,7 +73,7 @@ OSStatus XHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
 
 OSStatus XHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const {
     PropertyList::Array entries;
-    for (const auto& shortcut : m_desktopShortcuts.lastTold()) {
+    for (const auto& shortcut : m_desktopShortcuts.known()) {
         const auto stroke = m_keyboard.strokeTyping(shortcut.symbol);
         const auto code = stroke ? virtualKeyOfKeycode(stroke->keycode) : std::nullopt;
         if (!code)
