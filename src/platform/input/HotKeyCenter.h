@@ -85,9 +85,9 @@ public:
 
     /// Asks the system which combinations it uses itself, in the background.
     virtual void refreshSymbolicHotKeys() = 0;
-    /// What it has last answered: an array of dictionaries with the platform's keys "kHISymbolicHotKeyEnabled",
-    /// "kHISymbolicHotKeyCode" and "kHISymbolicHotKeyModifiers". Nobody is waited for, since who wants to
-    /// know may hold the keyboard.
+    /// What it has last answered: an array of dictionaries with the platform's keys
+    /// "kHISymbolicHotKeyEnabled", "kHISymbolicHotKeyCode" and "kHISymbolicHotKeyModifiers". Nobody is waited
+    /// for, since who wants to know may hold the keyboard.
     virtual OSStatus copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const = 0;
 };
 
