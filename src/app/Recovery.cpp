@@ -61,11 +61,11 @@ void unmuteSpeaker() {
 } // namespace
 
 void Recovery::noteSpeaker(std::function<void()> block) {
+    if (const auto noted = notedSpeaker())
+        stopFollowing(*noted); // it may be muted again before its unmuting was confirmed
     const auto speaker = AudioDevice::defaultDevice(kAudioHardwarePropertyDefaultOutputDevice);
     if (speaker && speaker->mute == false)
         machine().userDefaults().setObject(speakerKey, speaker->uid);
-    if (const auto noted = notedSpeaker())
-        stopFollowing(*noted); // it is muted again before its unmuting was confirmed
     machine().userDefaults().whenWritten(std::move(block));
 }
 

@@ -360,8 +360,11 @@ TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
         {"the end of another is heard late", "A1@2 B1*", "on; go 2; go 1; deaf; quit A; open A1@2; off; hear",
          "watch A1"},
         {"what is not minimised all the same", "A1 B1*", "refuse; on",
-         "watch A1, mark A1, minimise A1, minimise A1, minimise A1, unmark A1, unwatch A1, A window of \"A\" "
-         "is not minimised by the window manager and stays"},
+         "watch A1, mark A1, minimise A1, minimise A1, minimise A1, A window of \"A\" is not minimised by "
+         "the "
+         "window manager and stays"},
+        {"what is not minimised all the same, at the end", "A1 B1*", "refuse; on; off",
+         "unmark A1, unwatch A1, raise B1, activate B1"},
         {"what does not come back keeps the mark", "A1 B1*", "on; refuse; off",
          "activate A1, raise B1, activate B1, activate A1, activate B1, activate A1, activate B1, A window "
          "of "

@@ -87,7 +87,7 @@ public:
     virtual void refreshSymbolicHotKeys() = 0;
     /// What it has last answered: an array of dictionaries with the platform's keys
     /// "kHISymbolicHotKeyEnabled", "kHISymbolicHotKeyCode" and "kHISymbolicHotKeyModifiers". Nobody is waited
-    /// for, since who wants to know may hold the keyboard.
+    /// for, since whoever asks may hold the keyboard.
     virtual OSStatus copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const = 0;
 };
 

@@ -63,7 +63,7 @@ QWidget* ContentWidget::makeRows() {
     return rows;
 }
 
-// What has changed is stored only after it was notified.
+// Observers are notified before the change is stored.
 void ContentWidget::scheduleRefresh() {
     if (std::exchange(m_isScheduled, true))
         return;

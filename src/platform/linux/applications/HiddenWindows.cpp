@@ -126,7 +126,8 @@ void HiddenWindows::carriedOut(const ClientList& list) {
     for (const auto* window : windows)
         if (auto* entry = find(window->id); entry && entry->requests > 0)
             anyIsAskedBack |= lookAt(*window, *entry) == What::activate;
-    if (anyIsAskedBack && list.find(m_front))
+    const auto* front = list.find(m_front);
+    if (anyIsAskedBack && front && !front->isMinimised && list.isOnCurrentWorkspace(*front))
         send(What::activate, m_front);
 }
 
@@ -147,15 +148,12 @@ std::optional<HiddenWindows::What> HiddenWindows::lookAt(const ClientWindow& win
     return std::nullopt;
 }
 
-/// One that does not come back keeps the mark, for the next process.
+/// The mark stays: a window manager that hangs may obey later.
 void HiddenWindows::giveUp(const ClientWindow& window, Entry& entry) {
-    const bool isToBeHidden = entry.stage == Stage::hidden;
-    m_complaints.push_back("A window of \"" + window.application + "\" " +
-                           (isToBeHidden ? "is not minimised by the window manager and stays"
-                                         : "is not brought back by the window manager"));
     entry.requests = 0;
-    if (isToBeHidden)
-        release(window.id);
+    m_complaints.push_back("A window of \"" + window.application + "\" " +
+                           (entry.stage == Stage::hidden ? "is not minimised by the window manager and stays"
+                                                         : "is not brought back by the window manager"));
 }
 
 void HiddenWindows::release(xcb_window_t window) {

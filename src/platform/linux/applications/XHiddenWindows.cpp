@@ -84,8 +84,10 @@ void XHiddenWindows::stopHiding() {
 
 void XHiddenWindows::restore() {
     m_model.restore(*readClients());
-    if (send())
-        followSettling();
+    if (!send())
+        return;
+    followSettling();
+    lookWhenCarriedOut(); // also at those of which nothing was asked: a process before may have done so
 }
 
 void XHiddenWindows::bringToFront(xcb_window_t window) {

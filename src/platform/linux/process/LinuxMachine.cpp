@@ -55,7 +55,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                         m_workspace.finish();
                         m_audioHardware.finish();
                         QCoreApplication::processEvents(
-                            QEventLoop::ExcludeUserInputEvents); // what that notifies
+                            QEventLoop::ExcludeUserInputEvents); // delivers the notifications of the above
                         // What is asked of a notification server may wait for a note, and be noted in its
                         // turn.
                         do

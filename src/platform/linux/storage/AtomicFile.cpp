@@ -113,9 +113,10 @@ int replaceFile(const std::filesystem::path& file, std::string_view bytes) {
 
 void removeRemnants(const std::filesystem::path& file) {
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(file.parent_path(), error))
-        if (isTemporaryOf(file.filename(), entry.path().filename()) && isRemnant(entry.path()))
-            ::unlink(entry.path().c_str());
+    std::filesystem::directory_iterator entry(file.parent_path(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+        if (isTemporaryOf(file.filename(), entry->path().filename()) && isRemnant(entry->path()))
+            ::unlink(entry->path().c_str());
 }
 
 } // namespace tavro

@@ -18,7 +18,7 @@ QPoint displayOrigin() {
 }
 
 /// At scales like 1.75 the pixels of a screen are no whole number of points, and the toolkit rounds them: the
-/// RandR monitor gives. The toolkit leaves its corner where the server has it.
+/// RandR monitor has the exact number. The toolkit leaves its corner where the server has it.
 QSizeF exactSize(const QScreen& screen) {
     const auto rounded = screen.geometry();
     const auto scale = screen.devicePixelRatio();

@@ -13,6 +13,7 @@ WindowManagerSync::WindowManagerSync(XConnection& x)
     , m_events{
           x.onPropertyChange(m_window, x.atoms().netFrameExtents, [this] { answered(); }),
           x.onPropertyChange(x.root(), x.atoms().netSupportingWmCheck, [this] { replaced(); }),
+          x.onPropertyChange(x.root(), x.atoms().netSupported, [this] { lookWhetherItAnswers(); }),
       } {
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(x.raw(), XCB_COPY_FROM_PARENT, m_window, x.root(), -1, -1, 1, 1, 0,
@@ -40,7 +41,7 @@ void WindowManagerSync::lookWhetherItAnswers() {
 
 void WindowManagerSync::ask() {
     if (!m_answers)
-        return QTimer::singleShot(std::chrono::seconds(1), &m_x, [weak = std::weak_ptr(m_alive), this] {
+        return QTimer::singleShot(std::chrono::seconds(1), &m_x, [this, weak = std::weak_ptr(m_asked)] {
             if (weak.lock())
                 answered();
         });
@@ -57,9 +58,11 @@ void WindowManagerSync::answered() {
 }
 
 void WindowManagerSync::replaced() {
+    m_asked = std::make_shared<bool>(true);
     lookWhetherItAnswers();
+    const auto count = m_waiting.size(); // without what observers add, who ask themselves
     m_replacementObservers.notify();
-    for (std::size_t i = 0; i < m_waiting.size(); ++i)
+    for (std::size_t i = 0; i < count; ++i)
         ask();
 }
 

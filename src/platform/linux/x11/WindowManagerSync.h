@@ -37,8 +37,8 @@ private:
     bool m_answers = true;
     std::deque<std::function<void()>> m_waiting;
     ObserverList<> m_replacementObservers;
-    std::array<Observation, 2> m_events;
-    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    std::array<Observation, 3> m_events;
+    std::shared_ptr<bool> m_asked = std::make_shared<bool>(true); // the present window manager
 };
 
 } // namespace tavro
