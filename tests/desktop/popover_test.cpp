@@ -33,6 +33,10 @@ protected:
 
 TEST_F(Popover, OpensUnderTheItemAndClosesWhenTheUserWorksElsewhere) {
     const auto front = server.active();
+    ClientApplication other(server, "Alpha"); // a window that came later would get the focus, or not
+    const auto window = other.addWindow({300, 200, 300, 200});
+    server.activate(front);
+    ASSERT_TRUE(server.eventually("the window in front", [&] { return server.active() == front; }));
     auto tavro = launchWithPopover();
     const auto atLaunch = place(*tavro);
     EXPECT_EQ(atLaunch, (Rect{1580, 29, 340, 400}));
@@ -42,8 +46,6 @@ TEST_F(Popover, OpensUnderTheItemAndClosesWhenTheUserWorksElsewhere) {
     EXPECT_TRUE(showsPopover(*tavro));
     EXPECT_EQ(place(*tavro), atLaunch);
     waitForTray(false); // the popover has asked for the focus by then, and not only got it
-    ClientApplication other(server, "Alpha");
-    const auto window = other.addWindow({300, 200, 300, 200});
     // The popover may have asked for the focus once more when it was opened: then the user clicks again.
     EXPECT_TRUE(server.eventually("the end of the popover, and the window in front", [&] {
         input.click({450, 300}, Input::Button::left);
