@@ -100,8 +100,8 @@ void XConnection::start() {
         std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { processEvents(); });
     // Who waits for a reply, or sends, reads events from the socket, which then is quiet.
-    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
-            [this] { processEvents(); });
+    for (const auto turn : {&QAbstractEventDispatcher::aboutToBlock, &QAbstractEventDispatcher::awake})
+        connect(QAbstractEventDispatcher::instance(), turn, this, [this] { processEvents(); });
     flush();
 }
 
