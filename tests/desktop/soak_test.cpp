@@ -79,15 +79,18 @@ TEST_F(Soak, LeavesNothingBehindHoweverOftenItIsSwitched) {
     footprintAfter(third, 2 * third);
     footprintAfter(2 * third, all);
     Footprint late;
-    EXPECT_TRUE(server.eventually("no more descriptors and X resources than after the first third",
+    constexpr long noise = 4096, allowedEach = 1; // kilobytes
+    // A screen's pixels may just be on their way out.
+    EXPECT_TRUE(server.eventually("no more than after the first third",
                                   [&] {
                                       late = Footprint::of(tavro->pid(), server);
                                       return late.descriptors <= early.descriptors &&
-                                             late.serverResources <= early.serverResources;
+                                             late.serverResources <= early.serverResources &&
+                                             late.privateKilobytes <=
+                                                 early.privateKilobytes + noise + allowedEach * all;
                                   }))
-        << late.descriptors << " and " << late.serverResources;
-    constexpr long noise = 4096, allowedEach = 1; // kilobytes
-    EXPECT_LE(late.privateKilobytes, early.privateKilobytes + noise + allowedEach * all);
+        << late.descriptors << " descriptors, " << late.serverResources << " X resources, "
+        << late.privateKilobytes << " kB";
     EXPECT_EQ(tavro->errors(), "");
     EXPECT_TRUE(isRestored());
     quit(tavro);
