@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <unistd.h>
 
 class Interrupted;
 
@@ -125,7 +124,8 @@ protected:
             waitForTray(true);
         }
         pressShortcut();
-        EXPECT_TRUE(::eventually(what, isReached, [] { ::usleep(500); }))
+        EXPECT_TRUE(
+            ::eventually(what, isReached, [this] { server.waitForEvent(std::chrono::milliseconds(1)); }))
             << tavro->output() << tavro->errors();
         (this->*GetParam().strike)();
     }

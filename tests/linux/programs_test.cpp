@@ -3,6 +3,7 @@
 #include "support/Eventually.h"
 #include "support/Files.h"
 #include "support/TemporaryFolder.h"
+#include "support/machines/ProcessEvents.h"
 
 #include <QCoreApplication>
 
@@ -10,7 +11,6 @@
 
 #include <csignal>
 #include <fcntl.h>
-#include <thread>
 #include <unistd.h>
 
 namespace tavro {
@@ -41,8 +41,7 @@ TEST(Programs, HaveNothingOfOurSignalsAndFiles) {
         ::signal(signal, SIG_DFL);
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     ASSERT_TRUE(eventually(
-        "the answer", [&] { return std::filesystem::exists(result); },
-        [] { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }));
+        "the answer", [&] { return std::filesystem::exists(result); }, &processEvents));
     std::ifstream answer(result);
     std::string name, input, output, errors;
     unsigned long long blocked = 0, ignored = 0;
