@@ -97,6 +97,7 @@ private:
             {"dies", [&] { m_isDead = true; }},
             {"next", [&] { startNext(); }},
             {"refuse", [&] { m_refuses = true; }},
+            {"obey", [&] { m_refuses = false; }},
             {"deaf", [&] { m_isDeaf = true; }},
             {"hear", [&] { m_isDeaf = false; }},
             {"maps", [&] { m_wayInPlace = What::map; }},
@@ -292,6 +293,8 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
          "hide A; hide B; unhide A; restore; show A1; hide C; unhide C; restore", "A1 C1* | b1!"},
         {"order, one still to be hidden", "A1@2 B1 C1*",
          "hide A; hide B; unhide B; restore; show B1; hide C; unhide C; restore", "A1@2 B1 C1* |"},
+        {"order, one refused before", "A1 B1 C1 D1*",
+         "on; refuse; off; obey; show C1; show B1; show D1; on; off", "A1 C1 B1 D1* |"},
 
         {"the user's: brought back", "A1 A2 B1*", "on; show A1; open C1; quit C; open A3; go 2; go 1",
          "B1 A1 A3* | a2!"},
@@ -369,6 +372,10 @@ TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
          "activate A1, raise B1, activate B1, activate A1, activate B1, activate A1, activate B1, A window "
          "of "
          "\"A\" is not brought back by the window manager"},
+        {"what did not come back, later", "A1 B1*", "on; refuse; off; obey; off",
+         "activate A1, raise B1, activate B1, unmark A1, unwatch A1"},
+        {"what did not come back, at the end", "A1 B1*", "on; refuse; off; obey; leave",
+         "clearHidden A1, unmark A1, unwatch A1"},
         {"what cannot be minimised", "A1# B1*", "on", "A window of \"A\" cannot be minimised and stays"},
         {"put away by the user before: left alone", "a1 a2@2 B1*", "on", ""},
         {"elsewhere: later", "A1@2 B1*", "on; go 2; go 1; off", "activate B1"},

@@ -21,7 +21,9 @@ void HiddenWindows::hide(const std::string& application, const ClientList& list)
 
 // While windows still come back, the order is on its way to the one that we have asked for.
 void HiddenWindows::recordStacking(const ClientList& list) {
-    const auto isReturning = [](const auto& entry) { return entry.second.stage == Stage::returning; };
+    const auto isReturning = [](const auto& entry) {
+        return entry.second.stage == Stage::returning && !entry.second.isGivenUp();
+    };
     if (std::ranges::none_of(m_entries, isReturning))
         m_stacking.clear();
     for (const auto& window : list.windows)
@@ -183,7 +185,7 @@ HiddenWindows::Duration HiddenWindows::settlingTime() const {
 
 void HiddenWindows::bringBackInPlace(What way, const ClientList& list) {
     for (const auto& window : list.windows)
-        if (const auto* entry = find(window.id); entry && entry->stage == Stage::waiting)
+        if (const auto* entry = find(window.id); entry && entry->isToComeBack())
             send(way, window.id);
 }
 
@@ -191,7 +193,7 @@ bool HiddenWindows::haveReturned(const ClientList& list) {
     bool allHave = true;
     for (const auto& window : list.windows) {
         const auto* entry = find(window.id);
-        if (!entry || (entry->stage != Stage::waiting && entry->stage != Stage::returning))
+        if (!entry || !entry->isToComeBack())
             continue;
         if (window.isMinimised) {
             allHave = false;

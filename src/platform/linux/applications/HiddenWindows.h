@@ -59,8 +59,8 @@ public:
     /// Makes a window the one in front of those brought back.
     void bringToFront(xcb_window_t window, Time now);
 
-    /// The process ends: what waits for the user on other workspaces comes back there, by one way after the
-    /// other: each is tried on all that wait.
+    /// The process ends: what waits for the user on other workspaces comes back there, and what did not come
+    /// back before, by one way after the other: each is tried on all of them.
     static constexpr std::array waysInPlace{Command::What::clearHidden, Command::What::map};
     void bringBackInPlace(Command::What way, const ClientList& list);
     /// Whether all that are to come back stand where they belong again.
@@ -105,7 +105,10 @@ private:
         std::uint32_t workspace = 0;
         /// How often it was asked for what it is to be, while the window manager may not have come to that.
         int requests = 0;
-        bool isHidden() const { return stage == Stage::hidden || stage == Stage::waiting; }
+        bool isToComeBack() const { return stage == Stage::waiting || stage == Stage::returning; }
+        /// Requests to bring it back were in vain; the next one may not be.
+        bool isGivenUp() const { return stage == Stage::returning && requests == 0; }
+        bool isHidden() const { return stage == Stage::hidden || stage == Stage::waiting || isGivenUp(); }
     };
 
     void send(What what, xcb_window_t window, std::uint32_t value = 0);

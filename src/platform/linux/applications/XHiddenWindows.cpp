@@ -137,6 +137,10 @@ void XHiddenWindows::settle() {
 
 void XHiddenWindows::finish() {
     settle();
+    for (const auto end = now() + m_model.settlingTime(); m_outstanding > 0 && now() < end;)
+        m_x.waitForEvents(margin);
+    if (m_outstanding > 0)
+        m_model.carriedOut(*readClients()); // or it never comes to that
     bringBackInPlace();
     m_x.roundTrip();
 }
