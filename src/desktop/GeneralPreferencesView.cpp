@@ -22,6 +22,13 @@ int& latestDecision() {
     return Process::current().shared<Decision>().number;
 }
 
+/// The file is ours from now on, whether it is in use or not.
+void rememberStoring() {
+    auto& defaults = machine().userDefaults();
+    if (!defaults.object(Constants::wallpaperFileKey))
+        defaults.setObject(Constants::wallpaperFileKey, false);
+}
+
 } // namespace
 
 GeneralPreferencesView::GeneralPreferencesView()
@@ -55,14 +62,19 @@ void GeneralPreferencesView::store(const OpenPanel& panel) const {
         [page = *this, chosen, destination, decision = ++latestDecision()](const auto& image) {
             if (!image)
                 return machine().log().print("Not an image: " + chosen.string());
-            if (decision != latestDecision() || !setUsersOwnAside(destination))
-                return;
-            writePNG(*image, destination, [page, chosen, destination, decision](bool isWritten) {
-                if (isWritten)
-                    machine().log().print("File saved");
-                if (decision == latestDecision())
-                    page.use(chosen, destination);
-            });
+            writePNG(
+                *image, destination,
+                [decision, destination] {
+                    return decision == latestDecision() && setUsersOwnAside(destination);
+                },
+                [page, chosen, destination, decision](bool isWritten) {
+                    if (isWritten)
+                        machine().log().print("File saved");
+                    if (decision == latestDecision())
+                        page.use(chosen, destination);
+                    else if (isWritten)
+                        rememberStoring();
+                });
         });
 }
 
@@ -81,8 +93,11 @@ void GeneralPreferencesView::removeWallpaper() const {
 }
 
 void GeneralPreferencesView::writePNG(const Image& image, const std::filesystem::path& destination,
+                                      std::function<bool()> mayReplace,
                                       std::function<void(bool)> completion) {
-    machine().images().pngRepresentation(image, [destination, completion](auto data) {
+    machine().images().pngRepresentation(image, [destination, mayReplace, completion](auto data) {
+        if (!mayReplace())
+            return;
         if (!data)
             return completion(false);
         machine().fileManager().writeAtomically(destination, std::move(*data),

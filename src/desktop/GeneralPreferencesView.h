@@ -33,9 +33,10 @@ public:
     void removeWallpaper() const;
 
     /// In the background; the completion gets whether the picture now stands there as a PNG file. A file
-    /// that cannot be written gives one line in the log.
+    /// that cannot be written gives one line in the log. Right before it is written, `mayReplace` is asked;
+    /// when that says no, nothing happens any more.
     static void writePNG(const Image& image, const std::filesystem::path& destination,
-                         std::function<void(bool)> completion);
+                         std::function<bool()> mayReplace, std::function<void(bool)> completion);
 
 private:
     void store(const OpenPanel& panel) const;

@@ -13,6 +13,7 @@ protected:
     void SetUp() override {
         DesktopTest::SetUp();
         ASSERT_TRUE(Session::run("convert -size 300x200 xc:#20A040 '" + picture.string() + "'"));
+        ASSERT_TRUE(Session::run("convert -size 6000x4000 xc:#20A040 '" + photograph.string() + "'"));
         write(text, "no picture\n");
         // Control-Command-P (Control-Super) switches presentation mode.
         writeDefaults(R"(<key>KeyboardShortcuts_tavroGlobalShortcut</key>
@@ -107,7 +108,8 @@ protected:
 
     static fs::path storedFile() { return fs::path(std::getenv("HOME")) / "Documents" / "wallpaper.png"; }
 
-    const fs::path picture = config.path() / "mine.png", text = config.path() / "text.png";
+    const fs::path picture = config.path() / "mine.png", text = config.path() / "text.png",
+                   photograph = config.path() / "large.jpg";
     xcb_window_t preferences = XCB_NONE;
     static constexpr std::uint32_t green = 0x20A040;
     // In the window, without the preview and with it.
@@ -153,7 +155,10 @@ TEST_F(Preferences, OneChooserOpensAndItsPictureIsStoredAndShownUntilItIsRemoved
     EXPECT_TRUE(usesWallpaper(false));
     EXPECT_TRUE(fs::exists(storedFile()));
     parkPointer();
-    quit(tavro);
+    choose(*tavro, photograph);
+    quit(tavro); // while that is still being read
+    EXPECT_TRUE(defaultsHold("wallpaperFile", true));
+    EXPECT_EQ(tavro->linesOfOutput("File saved"), 2);
     EXPECT_EQ(tavro->linesOfOutput("Not an image: " + text.string()), 1);
 }
 

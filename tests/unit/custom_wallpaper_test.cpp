@@ -130,11 +130,18 @@ TEST_F(CustomWallpaperTest, TheLastDecisionHoldsHoweverLongAPictureTakes) {
     using namespace std::chrono_literals;
     mac.images().timeForEach = 1s;
     choose(home / "red.jpg");
-    choose(home / "green.heic");
+    mac.mainQueue().advance(1s);
+    page.chooseWallpaper();
+    // When the file has just been written, and nobody has heard of that yet.
+    mac.mainQueue().asyncAfter(1s, [&] { mac.openPanels().userChooses(home / "green.heic"); });
+    mac.mainQueue().advance(1s);
+    EXPECT_EQ(storedColor(), 0xffaa0000);
     mac.mainQueue().advance(9s);
     EXPECT_EQ(page.selectedURL(), home / "green.heic");
+    EXPECT_EQ(std::distance(fs::directory_iterator(stored.parent_path()), {}), 1) << "in its place";
     EXPECT_EQ(storedColor(), 0xff00aa00);
     choose(home / "red.jpg");
+    choose(home / "green.heic");
     GeneralPreferencesView().removeWallpaper(); // on a page that was opened meanwhile
     mac.mainQueue().advance(9s);
     EXPECT_EQ(customWallpaperURL(), std::nullopt);

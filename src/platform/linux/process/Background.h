@@ -23,16 +23,23 @@ public:
     /// The completion gets the result of the work on this object's own thread, never inside this call.
     template <class Work, class Completion>
     void run(Work work, Completion completion) {
+        ++m_unfinished;
         m_pool.start([this, work = std::move(work), completion = std::move(completion)]() mutable {
             auto result = std::make_shared<decltype(work())>(work());
             QMetaObject::invokeMethod(
                 &m_context,
-                [result, completion = std::move(completion)]() mutable { completion(std::move(*result)); },
+                [this, result, completion = std::move(completion)]() mutable {
+                    --m_unfinished;
+                    completion(std::move(*result));
+                },
                 Qt::QueuedConnection);
         });
     }
+    /// Whether there are completions still to run. On this object's own thread.
+    bool isBusy() const { return m_unfinished > 0; }
 
 private:
+    int m_unfinished = 0;
     QObject m_context;  // of what comes back
     QThreadPool m_pool; // the last: it ends first
 };

@@ -1,6 +1,9 @@
 #include "platform/linux/process/LinuxMachine.h"
 
 #include <QCoreApplication>
+#include <QTimer>
+
+#include <chrono>
 
 namespace tavro {
 
@@ -56,6 +59,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                         m_audioHardware.finish();
                         QCoreApplication::processEvents(
                             QEventLoop::ExcludeUserInputEvents); // delivers the notifications of the above
+                        finishStoring();
                         // What is asked of a notification server may wait for a note, and be noted in its
                         // turn.
                         do
@@ -65,6 +69,16 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_statusBar(*m_x, m_mainQueue, log, m_application)
     , m_controlStrip(m_statusBar.host()) {
     m_x->start();
+}
+
+// A picture that the user has chosen is on its way from a file to a file, and may be a large one.
+void LinuxMachine::finishStoring() {
+    constexpr std::chrono::seconds longest{10};
+    QTimer end;
+    end.setSingleShot(true);
+    end.start(longest);
+    while (end.isActive() && (m_images.isBusy() || m_fileManager.isBusy()))
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
 } // namespace tavro

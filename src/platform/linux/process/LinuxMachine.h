@@ -67,6 +67,8 @@ public:
     Workspace& workspace() override { return m_workspace; }
 
 private:
+    void finishStoring();
+
     std::unique_ptr<XConnection> m_x;
     Log& m_log;
     const Bundle m_bundle;

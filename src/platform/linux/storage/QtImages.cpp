@@ -68,6 +68,13 @@ std::optional<Image> QtImages::contentsOf(const std::filesystem::path& file) con
 }
 
 void QtImages::load(const std::filesystem::path& file, Detail detail, ImageHandler handler) {
+    if (detail == Detail::whole) {
+        ++m_wholePictures;
+        handler = [this, handler = std::move(handler)](const auto& image) {
+            --m_wholePictures;
+            handler(image);
+        };
+    }
     const auto version =
         RecentPicture::versionOf(file, detail == Detail::ofScreens ? largestScreen() : QSize());
     const auto known = version ? m_recent.find(*version) : std::nullopt;

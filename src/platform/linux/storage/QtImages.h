@@ -21,6 +21,8 @@ public:
     void load(const std::filesystem::path& file, Detail detail, ImageHandler handler) override;
     void pngRepresentation(const Image& image, DataHandler handler) override;
     std::optional<NamedImage> named(const std::string& name) const override;
+    /// Whether a whole picture is still being read or written: one that somebody wants to keep.
+    bool isBusy() const { return m_wholePictures > 0 || m_background.isBusy(); }
 
 private:
     /// A picture that is being decoded, and who waits for it.
@@ -43,7 +45,8 @@ private:
     mutable bool m_hasToldConfinement = false;
     mutable RecentPicture m_recent;
     std::list<Decoding> m_decodings;
-    QObject m_processes; // their parent
+    int m_wholePictures = 0; // that are not delivered yet
+    QObject m_processes;     // their parent
     Background m_background;
 };
 

@@ -4,7 +4,10 @@
 
 #include <QStandardPaths>
 
+#include <cerrno>
+#include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 
 namespace tavro {
 
@@ -29,11 +32,14 @@ bool XdgFileManager::fileExists(const fs::path& file) const {
 }
 
 std::optional<std::string> XdgFileManager::rename(const fs::path& file, const std::string& name) {
-    std::error_code error;
-    fs::rename(file, file.parent_path() / name, error);
-    if (!error)
+    const auto newFile = file.parent_path() / name;
+    constexpr int here = AT_FDCWD;
+    const bool isRenamed = ::renameat2(here, file.c_str(), here, newFile.c_str(), RENAME_NOREPLACE) == 0 ||
+                           // Some network file systems know nothing of that.
+                           (errno == EINVAL && ::rename(file.c_str(), newFile.c_str()) == 0);
+    if (isRenamed)
         return std::nullopt;
-    return file.string() + " cannot be renamed: " + error.message();
+    return file.string() + " cannot be renamed: " + std::strerror(errno);
 }
 
 void XdgFileManager::writeAtomically(const fs::path& file, std::string bytes, ErrorHandler handler) {

@@ -14,6 +14,8 @@ public:
     bool fileExists(const std::filesystem::path& file) const override;
     std::optional<std::string> rename(const std::filesystem::path& file, const std::string& name) override;
     void writeAtomically(const std::filesystem::path& file, std::string bytes, ErrorHandler handler) override;
+    /// Whether a file is still to be written.
+    bool isBusy() const { return m_background.isBusy(); }
 
 private:
     Background m_background;
