@@ -27,7 +27,8 @@ public:
     }
     /// With the bus, the desktop ends; this program lives on until it is asked to end.
     void replaceBus() {
-        kill({"bus", "panel", "notifyd", "xfconfd", "xfdesktop", "xfsettingsd", "xfwm4"});
+        kill({"bus"});
+        kill({"panel", "notifyd", "xfconfd", "xfdesktop", "xfsettingsd", "xfwm4"}, SIGTERM);
         start({"bus"});
         EXPECT_TRUE(server.eventually("the next bus", [] { return hasBus(); }));
         start({"xfconfd", "xfsettingsd", "xfwm4", "xfdesktop", "notifyd"});
@@ -47,7 +48,8 @@ public:
             Session::signal(peer, SIGCONT);
     }
     void replaceNotificationServer() { kill({"notifyd"}), start({"notifyd"}); }
-    void replaceSettingsDaemon() { kill({"xfconfd"}), start({"xfconfd"}); }
+    /// It saves what it has answered; what a daemon loses that has no time for that is nobody else's to keep.
+    void replaceSettingsDaemon() { kill({"xfconfd"}, SIGTERM), start({"xfconfd"}); }
     void replaceWindowManager() { kill({"xfwm4"}), start({"xfwm4"}); }
     void replaceSoundServer() {
         audio.end();
@@ -78,10 +80,9 @@ protected:
     bool isOn() { return tavro->linesOfOutput(turnedOn) > tavro->linesOfOutput(turnedOff); }
     bool hasLine(const char* line) { return tavro->linesOfOutput(line) > 0; }
 
-    /// Those after the first may end by themselves.
-    static void kill(const std::vector<std::string>& pieces) {
+    static void kill(const std::vector<std::string>& pieces, int signal = SIGKILL) {
         for (const auto& piece : pieces) {
-            Session::signal(piece, SIGKILL);
+            Session::signal(piece, signal);
             EXPECT_TRUE(waitForEnd(Session::pid(piece))) << piece;
         }
     }
@@ -147,7 +148,8 @@ protected:
         EXPECT_TRUE(server.eventually("sound", [] { return !AudioServer::isMuted("speaker_1"); }));
         EXPECT_TRUE(server.grabKeyboard()) << "a grab is left";
         server.ungrabKeyboard();
-        EXPECT_FALSE(Session::run("pgrep -P " + std::to_string(tavro->pid()))) << "a helper is left";
+        EXPECT_TRUE(server.eventually(
+            "no helper", [this] { return !Session::run("pgrep -P " + std::to_string(tavro->pid())); }));
         EXPECT_TRUE(defaults().ends_with("</plist>\n")) << "settings half written: " << defaults();
     }
 
