@@ -160,7 +160,7 @@ int main(int argc, char** argv) try {
     tavro::StreamLog log;
     tavro::TerminationSignals signals;
     tavro::LinuxMachine machine(tavro::XConnection::open(log), log, signals,
-                                {&tavro::paintView, &tavro::makeWidget},
+                                {&tavro::contentOf, &tavro::makeWidget},
                                 std::string(std::getenv("TAVRO_SESSION_DIR")) + "/bench.plist");
     const tavro::Process process(machine);
     Bench bench(argv[1], std::atoi(argv[2]));

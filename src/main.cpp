@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
     int status = EXIT_SUCCESS;
     if (!isFirst(instance, status))
         return status;
-    tavro::LinuxMachine machine(std::move(x), streamLog, signals, {&tavro::paintView, &tavro::makeWidget},
+    tavro::LinuxMachine machine(std::move(x), streamLog, signals, {&tavro::contentOf, &tavro::makeWidget},
                                 tavro::PlistUserDefaults::standardFile());
     tavro::Process process(machine);
     tavro::AppDelegate delegate;

@@ -10,13 +10,31 @@
 #include "ui/preferences/PreferenceWidget.h"
 #include "ui/preferences/ToolbarWidget.h"
 
+#include <utility>
+#include <variant>
+
 namespace tavro {
 
-void paintView(const View& view, QPainter& painter, const QRectF& area) {
+namespace {
+
+ViewContent contentOf(CoverContent&& content) {
+    if (const auto* image = std::get_if<FixedImage>(&content); image && image->image.onServer)
+        return {image->image.onServer, {}};
+    return {{}, [content = std::move(content)](auto& painter, const auto& area) {
+                paintCover(content, painter, area);
+            }};
+}
+
+} // namespace
+
+ViewContent contentOf(const View& view) {
     if (const auto* cover = dynamic_cast<const HostingView<CoverWindow>*>(&view))
-        paintCover(cover->record.body(), painter, area);
-    else if (const auto* alert = dynamic_cast<const HostingView<AlertView>*>(&view))
-        paintAlert(alert->record.body(), painter, area);
+        return contentOf(cover->record.body());
+    if (const auto* alert = dynamic_cast<const HostingView<AlertView>*>(&view))
+        return {{}, [content = alert->record.body()](auto& painter, const auto& area) {
+                    paintAlert(content, painter, area);
+                }};
+    return {};
 }
 
 std::unique_ptr<QWidget> makeWidget(const View& view) {

@@ -1,18 +1,13 @@
 #pragma once
 
-#include <QWidget>
+#include "toolkit/Views.h"
 
 #include <memory>
 
-class QPainter;
-class QRectF;
-
 namespace tavro {
 
-class View;
-
-/// Draws a view of the product that takes no input into a rectangle; nothing for one that it does not know.
-void paintView(const View& view, QPainter& painter, const QRectF& area);
+/// What a view of the product shows that takes no input; nothing for one that it does not know.
+ViewContent contentOf(const View& view);
 
 /// A widget that shows a view of the product which takes input, and hands its taps on; null for one that it
 /// does not know.

@@ -32,8 +32,6 @@ protected:
         return tavro;
     }
 
-    std::vector<xcb_window_t> windows(const TavroProcess& tavro) const { return covers(tavro); }
-
     /// The window besides, a file chooser or an alert.
     xcb_window_t chooser(const TavroProcess& tavro) const {
         auto others = windows(tavro);

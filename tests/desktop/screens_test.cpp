@@ -38,8 +38,8 @@ private:
 TEST_F(Screens, AScreenMayBeUnpluggedWhileItIsCoveredAndHoldsAWindow) {
     auto tavro = launch();
     openPreferences();
-    ASSERT_TRUE(
-        server.eventually("the preferences", [&] { return covers(*tavro) == std::vector{server.active()}; }));
+    ASSERT_TRUE(server.eventually("the preferences",
+                                  [&] { return windows(*tavro) == std::vector{server.active()}; }));
     const auto window = server.active();
     const auto stacking = server.applicationWindows();
     ASSERT_TRUE(Session::run("xdotool windowmove " + std::to_string(window) + " 2400 300"));
@@ -55,7 +55,7 @@ TEST_F(Screens, AScreenMayBeUnpluggedWhileItIsCoveredAndHoldsAWindow) {
     }));
     toggle(*tavro);
     EXPECT_TRUE(isRestored(stacking, window));
-    EXPECT_EQ(covers(*tavro), std::vector{window});
+    EXPECT_EQ(windows(*tavro), std::vector{window});
     quit(tavro);
     EXPECT_EQ(complaints(*tavro), "");
 }

@@ -100,7 +100,7 @@ TEST_F(PixelTest, TheIndicatorShowsItsImageAboveItsText) {
         const AlertView alert(mutestate);
         const Drawing shown({200, 200}, pixelRatio, Qt::transparent, [&](QImage& image) {
             QPainter painter(&image);
-            paintView(HostingView<AlertView>(alert), painter, {0, 0, 200, 200});
+            contentOf(HostingView<AlertView>(alert)).draw(painter, {0, 0, 200, 200});
         });
         alert.window->close(); // which holds it, too
         expect(shown, {{199.4, 100, "#99000000"}, {192.5, 192.5, "#99000000"}, {195.5, 4.5, "#00000000"}});

@@ -62,7 +62,7 @@ void DesktopTest::waitForTray(bool hasButton) {
 }
 
 xcb_window_t DesktopTest::popover(const TavroProcess& tavro) const {
-    for (const auto window : covers(tavro))
+    for (const auto window : windows(tavro))
         if (server.has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_UTILITY"))
             return window;
     return XCB_NONE;
@@ -134,19 +134,36 @@ testing::AssertionResult DesktopTest::closeMenu() {
     });
 }
 
+bool DesktopTest::isOf(const TavroProcess& tavro, xcb_window_t window) const {
+    return server.values(window, "_NET_WM_PID") == std::vector{static_cast<std::uint32_t>(tavro.pid())};
+}
+
+bool DesktopTest::isDesktop(xcb_window_t window) const {
+    return server.has(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP");
+}
+
+std::vector<xcb_window_t> DesktopTest::windows(const TavroProcess& tavro) const {
+    auto found = server.clients();
+    std::erase_if(found, [&](auto window) { return isDesktop(window) || !isOf(tavro, window); });
+    return found;
+}
+
 std::vector<xcb_window_t> DesktopTest::covers(const TavroProcess& tavro) const {
-    auto windows = server.clients();
-    std::erase_if(windows, [&](auto window) {
-        return server.values(window, "_NET_WM_PID") != std::vector{static_cast<std::uint32_t>(tavro.pid())};
-    });
-    return windows;
+    std::vector<xcb_window_t> found;
+    for (const auto window : server.clients())
+        if (isDesktop(window)) {
+            found.push_back(window);
+            std::ranges::copy(server.children(window), std::back_inserter(found));
+        }
+    std::erase_if(found, [&](auto window) { return !isOf(tavro, window); });
+    return found;
 }
 
 xcb_window_t DesktopTest::iconWindow() const {
-    const auto windows = server.clients();
+    const auto all = server.clients();
     const auto found = std::ranges::find_if(
-        windows, [this](auto window) { return server.text(window, "WM_CLASS").starts_with("xfdesktop"); });
-    return found == windows.end() ? xcb_window_t{XCB_NONE} : *found;
+        all, [this](auto window) { return server.text(window, "WM_CLASS").starts_with("xfdesktop"); });
+    return found == all.end() ? xcb_window_t{XCB_NONE} : *found;
 }
 
 bool DesktopTest::areMinimised(const std::vector<xcb_window_t>& windows) const {

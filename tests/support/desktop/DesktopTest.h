@@ -58,6 +58,9 @@ protected:
     /// The pointer away from everything that would change its looks under it.
     void parkPointer() { input.moveTo({960, 1060}); }
 
+    /// Those of the program that the window manager manages.
+    std::vector<xcb_window_t> windows(const TavroProcess& tavro) const;
+    /// Its windows among the desktop's icons, and below all windows where there is no desktop.
     std::vector<xcb_window_t> covers(const TavroProcess& tavro) const;
     xcb_window_t iconWindow() const;
     bool areMinimised(const std::vector<xcb_window_t>& windows) const;
@@ -84,6 +87,9 @@ protected:
     TemporaryFolder config;
 
 private:
+    bool isOf(const TavroProcess& tavro, xcb_window_t window) const;
+    bool isDesktop(xcb_window_t window) const;
+
     std::vector<xcb_window_t> m_stackingAtStart;
     xcb_window_t m_activeAtStart = XCB_NONE;
 };

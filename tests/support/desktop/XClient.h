@@ -62,6 +62,7 @@ public:
     std::vector<xcb_window_t> applicationWindows() const;
     xcb_window_t active() const { return values(root(), "_NET_ACTIVE_WINDOW").at(0); }
     std::uint32_t workspace() const { return values(root(), "_NET_CURRENT_DESKTOP").at(0); }
+    std::vector<xcb_window_t> children(xcb_window_t window) const;
     /// All windows below the root window, managed or not.
     std::vector<xcb_window_t> topLevelWindows() const { return children(root()); }
     /// The menus that are open; no tooltips.
@@ -113,7 +114,6 @@ public:
 private:
     void send(xcb_window_t window, const std::string& type, std::initializer_list<std::uint32_t> data);
     Pixels image(xcb_drawable_t drawable, const Rect& area) const;
-    std::vector<xcb_window_t> children(xcb_window_t window) const;
 
     xcb_connection_t* m_connection;
     xcb_screen_t* m_screen;

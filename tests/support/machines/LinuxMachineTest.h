@@ -29,7 +29,7 @@ protected:
     tavro::LinuxMachine machine{tavro::XConnection::open(log),
                                 log,
                                 terminationSignals(),
-                                {&tavro::paintView, &tavro::makeWidget},
+                                {&tavro::contentOf, &tavro::makeWidget},
                                 config.path() / "defaults.plist"};
     tavro::Process process{machine};
 };

@@ -34,7 +34,7 @@ TerminationSignals& terminationSignals() {
 
 /// Nothing of the product is drawn: what windows show is no part of the contracts.
 Views emptyViews() {
-    return {[](const View&, QPainter&, const QRectF&) {}, [](const View&) { return nullptr; }};
+    return {[](const View&) { return ViewContent{}; }, [](const View&) { return nullptr; }};
 }
 
 /// The Linux machine in a private desktop. What the test waits for is the server's answer.

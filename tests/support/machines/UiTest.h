@@ -128,7 +128,7 @@ protected:
     Launch launch{mac};
 
 private:
-    const Views m_views{&paintView, &makeWidget};
+    const Views m_views{&contentOf, &makeWidget};
     std::unique_ptr<QtTitledWindow> m_window;
 };
 

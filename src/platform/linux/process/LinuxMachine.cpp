@@ -51,7 +51,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_screens(*m_x)
     , m_urlSession(makeURLSession(log))
     , m_windowList(*m_x)
-    , m_windowServer(*m_x, std::move(views))
+    , m_windowServer(*m_x, std::move(views), log)
     , m_workspace(*m_x, m_screens, *m_desktop, m_mainQueue, log)
     , m_application(signals,
                     [this] {

@@ -1,19 +1,18 @@
 #include "platform/linux/windows/QtWindowServer.h"
 
-#include "platform/linux/windows/QtOverlayWindow.h"
 #include "platform/linux/windows/QtPopover.h"
 #include "platform/linux/windows/QtTitledWindow.h"
+#include "platform/linux/windows/XOverlayWindow.h"
 
 namespace tavro {
 
-QtWindowServer::QtWindowServer(XConnection& x, Views views)
+QtWindowServer::QtWindowServer(XConnection& x, Views views, Log& log)
     : m_x(x)
-    , m_desktopLayer(x)
+    , m_covers(x, log)
     , m_views(std::move(views)) {}
 
 std::shared_ptr<OverlayWindow> QtWindowServer::createOverlayWindow(const WindowSettings& settings) {
-    auto window = std::make_shared<QtOverlayWindow>(m_x, m_desktopLayer, m_views.paint);
-    window->setStyleMask(settings.styleMask);
+    auto window = std::make_shared<XOverlayWindow>(m_x, m_covers, m_views);
     window->setFrame(settings.contentRect, false);
     return window;
 }
@@ -27,7 +26,7 @@ std::shared_ptr<Popover> QtWindowServer::createPopover() {
 }
 
 int QtWindowServer::levelForKey(WindowLevelKey key) const {
-    return key == WindowLevelKey::desktopIcon ? DesktopLayer::iconLevel : WindowLevel::normal;
+    return key == WindowLevelKey::desktopIcon ? XCovers::iconLevel : WindowLevel::normal;
 }
 
 } // namespace tavro

@@ -1,17 +1,15 @@
 #pragma once
 
-#include "platform/linux/windows/DesktopLayer.h"
+#include "platform/linux/windows/XCovers.h"
 #include "platform/windows/WindowServer.h"
 #include "toolkit/Views.h"
 
 namespace tavro {
 
-class XConnection;
-
-/// Windows of the toolkit with EWMH and ICCCM properties.
+/// Windows of the toolkit, and below and above them all our own.
 class QtWindowServer final : public WindowServer {
 public:
-    QtWindowServer(XConnection& x, Views views);
+    QtWindowServer(XConnection& x, Views views, Log& log);
 
     std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) override;
     std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) override;
@@ -20,7 +18,7 @@ public:
 
 private:
     XConnection& m_x;
-    DesktopLayer m_desktopLayer;
+    XCovers m_covers;
     Views m_views;
 };
 

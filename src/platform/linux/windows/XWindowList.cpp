@@ -1,26 +1,12 @@
 #include "platform/linux/windows/XWindowList.h"
 
 #include "platform/linux/windows/QtScreens.h"
+#include "platform/linux/windows/XPixmap.h"
 #include "platform/linux/x11/ClientList.h"
 
 #include <algorithm>
-#include <span>
 
 namespace tavro {
-
-namespace {
-
-/// The pixels of a reply, made opaque: what the fourth byte holds depends on who painted the wallpaper.
-std::shared_ptr<const std::uint8_t> opaquePixels(XReply<xcb_get_image_reply_t> reply) {
-    const std::shared_ptr<xcb_get_image_reply_t> shared(std::move(reply));
-    auto* bytes = xcb_get_image_data(shared.get());
-    const auto length = static_cast<std::size_t>(xcb_get_image_data_length(shared.get()));
-    for (auto& pixel : std::span(reinterpret_cast<std::uint32_t*>(bytes), length / sizeof(std::uint32_t)))
-        pixel |= 0xFF000000;
-    return {shared, bytes};
-}
-
-} // namespace
 
 std::optional<PropertyList::Array> XWindowList::copyWindowInfo(unsigned options,
                                                                WindowNumber relativeTo) const {
@@ -72,21 +58,19 @@ std::optional<xcb_pixmap_t> XWindowList::wallpaper() const {
 // answers with an error, and there is no picture.
 std::optional<Image> XWindowList::createImage(Rect area, unsigned, WindowNumber window, unsigned) const {
     const auto drawable = static_cast<xcb_drawable_t>(window);
-    const auto pixels = QtScreens::rootPixels(area);
-    if (wallpaper() != drawable || pixels.isEmpty())
+    const auto part = QtScreens::rootPixels(area);
+    if (wallpaper() != drawable || part.isEmpty())
         return std::nullopt;
-    XReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
-        m_x.raw(),
-        xcb_get_image(m_x.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(pixels.x()),
-                      static_cast<std::int16_t>(pixels.y()), static_cast<std::uint16_t>(pixels.width()),
-                      static_cast<std::uint16_t>(pixels.height()), ~0u),
-        nullptr));
-    const auto bytesPerRow = static_cast<std::size_t>(pixels.width()) * sizeof(std::uint32_t);
-    const auto length = bytesPerRow * static_cast<std::size_t>(pixels.height());
-    const bool isTrueColor = reply && (reply->depth == 24 || reply->depth == 32);
-    if (!isTrueColor || static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) != length)
+    const XReply<xcb_get_geometry_reply_t> pixmap(
+        xcb_get_geometry_reply(m_x.raw(), xcb_get_geometry(m_x.raw(), drawable), nullptr));
+    if (!pixmap)
         return std::nullopt;
-    return Image{pixels.width(), pixels.height(), bytesPerRow, opaquePixels(std::move(reply)), area.size};
+    Image image;
+    image.pixelWidth = part.width();
+    image.pixelHeight = part.height();
+    image.size = area.size;
+    image.onServer = std::make_shared<const XServerImage>(drawable, pixmap->depth, part);
+    return image;
 }
 
 } // namespace tavro

@@ -42,6 +42,7 @@ constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
     {&XAtoms::netWmWindowTypeNotification, "_NET_WM_WINDOW_TYPE_NOTIFICATION"},
     {&XAtoms::netWmWindowTypeSplash, "_NET_WM_WINDOW_TYPE_SPLASH"},
     {&XAtoms::netWmWindowTypeToolbar, "_NET_WM_WINDOW_TYPE_TOOLBAR"},
+    {&XAtoms::comptonShadow, "_COMPTON_SHADOW"},
     {&XAtoms::gtkApplicationId, "_GTK_APPLICATION_ID"},
     {&XAtoms::kdeNetWmDesktopFile, "_KDE_NET_WM_DESKTOP_FILE"},
     {&XAtoms::manager, "MANAGER"},

@@ -35,8 +35,8 @@ struct XAtoms {
         netWmDesktop, netWmName, netWmPid, netWmState, netWmStateBelow, netWmStateHidden, netWmStateSkipPager,
         netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType, netWmWindowTypeDesktop, netWmWindowTypeDock,
         netWmWindowTypeMenu, netWmWindowTypeNotification, netWmWindowTypeSplash, netWmWindowTypeToolbar,
-        gtkApplicationId, kdeNetWmDesktopFile, manager, netSystemTray, netWmCm, tavroHidden, tavroInstance,
-        wmChangeState, wmClientLeader, xrootpmapId;
+        comptonShadow, gtkApplicationId, kdeNetWmDesktopFile, manager, netSystemTray, netWmCm, tavroHidden,
+        tavroInstance, wmChangeState, wmClientLeader, xrootpmapId;
 };
 
 /// A kind of event: what it holds, and its number, which for an extension's is counted from the first of
