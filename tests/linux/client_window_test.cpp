@@ -21,40 +21,38 @@ TEST(ClientWindowTest, IsWhatItsPropertiesSay) {
     const auto x = numberedAtoms();
     const struct {
         const char* what;
-        std::vector<std::uint32_t> state, types, actions;
+        std::vector<std::uint32_t> state, types;
         std::optional<std::uint32_t> transientFor;
-        bool isApplicationWindow = false, isMinimised = false, canMinimise = true;
+        const char* wmClass = "other";
+        bool isApplicationWindow = true, isMinimised = false;
     } cases[] = {
-        {"nothing said", {}, {}, {}, {}, true},
-        {"minimised", {x.netWmStateBelow, x.netWmStateHidden}, {}, {}, {}, true, true},
-        {"not in taskbars", {x.netWmStateSkipTaskbar}, {}, {}, {}},
-        {"not in pagers", {x.netWmStateSkipPager}, {}, {}, {}, true},
-        {"transient", {}, {}, {}, 7},
-        {"transient for nothing", {}, {}, {}, 0, true},
-        {"of another type", {}, {5}, {}, {}, true},
-        {"desktop", {}, {5, x.netWmWindowTypeDesktop}, {}, {}},
-        {"panel", {}, {x.netWmWindowTypeDock}, {}, {}},
-        {"notification", {}, {x.netWmWindowTypeNotification}, {}, {}},
-        {"splash screen", {}, {x.netWmWindowTypeSplash}, {}, {}},
-        {"menu", {}, {x.netWmWindowTypeMenu}, {}, {}},
-        {"toolbar", {}, {x.netWmWindowTypeToolbar}, {}, {}},
-        {"may be minimised", {}, {}, {5, x.netWmActionMinimize}, {}, true},
-        {"may not", {}, {}, {5}, {}, true, false, false},
+        {"nothing said", {}, {}, {}},
+        {"minimised", {x.netWmStateBelow, x.netWmStateHidden}, {}, {}, "other", true, true},
+        {"not in taskbars", {x.netWmStateSkipTaskbar}, {}, {}},
+        {"our popover", {x.netWmStateSkipTaskbar}, {}, {}, "tavropro", false},
+        {"our preferences", {}, {}, {}, "tavropro"},
+        {"transient", {}, {}, 7, "other", false},
+        {"transient for nothing", {}, {}, 0},
+        {"of another type", {}, {5}, {}},
+        {"desktop", {}, {5, x.netWmWindowTypeDesktop}, {}, "other", false},
+        {"panel", {}, {x.netWmWindowTypeDock}, {}, "other", false},
+        {"notification", {}, {x.netWmWindowTypeNotification}, {}, "other", false},
     };
-    for (const auto& [what, state, types, actions, transientFor, isApplicationWindow, isMinimised,
-                      canMinimise] : cases) {
+    for (const auto& [what, state, types, transientFor, wmClass, isApplicationWindow, isMinimised] : cases) {
         SCOPED_TRACE(what);
-        const auto window = ClientWindow::from(9, {{}, state, types, actions, {}, transientFor, {}}, x);
+        const ClientProperties properties{{"", "", wmClass, {}, {}}, state, types, {}, transientFor, {}};
+        const auto window = ClientWindow::from(9, properties, x);
         EXPECT_EQ(window.isApplicationWindow, isApplicationWindow);
         EXPECT_EQ(window.isMinimised, isMinimised);
-        EXPECT_EQ(window.canMinimise, canMinimise);
         EXPECT_EQ(window.workspace, ClientWindow::allWorkspaces);
     }
-    const auto window = ClientWindow::from(9, {{"org.example.App", "", "", {}, {}}, {}, {}, {}, 3, {}, 5}, x);
+    const auto window =
+        ClientWindow::from(9, {{"org.example.App", "", "", {}, {}}, {}, {}, 3, {}, 0x80000005}, x);
     EXPECT_EQ(window.id, 9u);
     EXPECT_EQ(window.application, "org.example.App");
     EXPECT_EQ(window.workspace, 3u);
     EXPECT_EQ(window.hiddenMark, 5u);
+    EXPECT_TRUE(window.isConcealed);
 }
 
 TEST(ClientWindowTest, BelongsToAnApplicationByTheStrongestHint) {

@@ -27,7 +27,7 @@ TEST(CoverPanesTest, HideTheIconsOfEveryDesktopWindow) {
          {{icons, 24, right, {}}, {otherIcons, 32, {0, 0, 1440, 900}, {}}}},
         {"one beside a panel",
          {{icons, 24, {1920, 30, 1440, 870}}},
-         {{icons, 24, {0, 0, 1440, 870}, {0, 30}}, bare}},
+         {{icons, 24, {0, 0, 1440, 870}, {0, 30}}}},
         {"one that is larger",
          {{icons, 24, {1900, -10, 2000, 2000}}},
          {{icons, 24, {20, 10, 1440, 900}, {}}}},

@@ -36,6 +36,8 @@ void HiddenWindows::hide(const ClientWindow& window, const ClientList& list) {
     const bool isReturning = entry && entry->stage == Stage::returning;
     if (entry && entry->isHidden())
         entry->stage = Stage::hidden;
+    else if (!list.canMinimise && !window.isMinimised)
+        conceal(window, list.moment);
     else if (isReturning || (!window.isMinimised && list.isOnCurrentWorkspace(window)))
         minimise(window, list.moment);
     else if (!window.isMinimised)
@@ -43,14 +45,24 @@ void HiddenWindows::hide(const ClientWindow& window, const ClientList& list) {
 }
 
 void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t moment) {
-    if (!window.canMinimise) {
-        m_complaints.push_back("A window of \"" + window.application + "\" cannot be minimised and stays");
-        return forget(window.id);
-    }
     follow(window, moment, Stage::hidden).requests = 1;
     // The mark first: from here on a crash cannot lose the window.
     send(What::mark, window.id, place(window.id));
     send(What::minimise, window.id);
+}
+
+// It stays where it is, on whichever workspace, and nobody moves it or takes its focus for that.
+void HiddenWindows::conceal(const ClientWindow& window, std::uint32_t moment) {
+    auto& entry = follow(window, moment, Stage::hidden);
+    entry.requests = 0;
+    entry.isConcealed = true;
+    send(What::mark, window.id, place(window.id) | ClientWindow::concealedFlag);
+    send(What::conceal, window.id);
+}
+
+void HiddenWindows::reveal(const ClientWindow& window) {
+    send(What::reveal, window.id);
+    release(window.id);
 }
 
 void HiddenWindows::unhide(const std::string& application) {
@@ -79,6 +91,8 @@ void HiddenWindows::restore(const ClientList& list) {
         const bool isHere = list.isOnCurrentWorkspace(window);
         if (entry && entry->stage == Stage::due && isUnhidden)
             forget(window.id);
+        else if (comesBack && !isHere && window.isConcealed)
+            reveal(window);
         else if (comesBack && !isHere)
             follow(window, list.moment, Stage::waiting);
         else if (isHere && (comesBack || (!isHidden && std::ranges::count(m_stacking, window.id) > 0)))
@@ -105,6 +119,10 @@ void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWi
 
 void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment) {
     const auto* known = find(window.id);
+    if (known ? known->isConcealed : window.isConcealed) {
+        reveal(window);
+        return send(What::raise, window.id);
+    }
     if (!window.isMinimised && known && known->requests == 0)
         return release(window.id); // the user has brought it back
     const bool mayBeMinimised = window.isMinimised || known;
@@ -152,10 +170,11 @@ std::optional<HiddenWindows::What> HiddenWindows::lookAt(const ClientWindow& win
 
 /// The mark stays: a window manager that hangs may obey later.
 void HiddenWindows::giveUp(const ClientWindow& window, Entry& entry) {
+    if (entry.stage == Stage::hidden)
+        return conceal(window, entry.moment);
     entry.requests = 0;
-    m_complaints.push_back("A window of \"" + window.application + "\" " +
-                           (entry.stage == Stage::hidden ? "is not minimised by the window manager and stays"
-                                                         : "is not brought back by the window manager"));
+    m_complaints.push_back("A window of \"" + window.application +
+                           "\" is not brought back by the window manager");
 }
 
 void HiddenWindows::release(xcb_window_t window) {
@@ -165,7 +184,9 @@ void HiddenWindows::release(xcb_window_t window) {
 
 void HiddenWindows::windowManagerChanged() {
     for (auto& [window, entry] : m_entries)
-        if (entry.stage != Stage::due)
+        if (entry.isConcealed)
+            send(What::conceal, window); // by its frame, which is another one
+        else if (entry.stage != Stage::due)
             entry.requests = 1;
 }
 
@@ -244,7 +265,7 @@ void HiddenWindows::activeIs(xcb_window_t window, Time now) {
 
 void HiddenWindows::stateIs(xcb_window_t window, bool isMinimised) {
     const auto* entry = find(window);
-    if (entry && entry->stage != Stage::due && entry->requests == 0 && !isMinimised)
+    if (entry && entry->stage != Stage::due && entry->requests == 0 && !entry->isConcealed && !isMinimised)
         release(window); // the user has brought it back
 }
 

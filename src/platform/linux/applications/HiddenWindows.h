@@ -36,6 +36,8 @@ public:
             unwatch,
             mark, // with the value as its place in the stacking order
             unmark,
+            conceal, // out of sight, where it is
+            reveal,
             minimise,
             activate,
             raise,
@@ -101,6 +103,8 @@ private:
     };
     struct Entry {
         Stage stage = Stage::due;
+        /// Hidden without being minimised: the window manager cannot, or does not, do that.
+        bool isConcealed = false;
         std::uint32_t moment = 0; // of the list in which it was last seen: its number may become another's
         std::uint32_t workspace = 0;
         /// How often it was asked for what it is to be, while the window manager may not have come to that.
@@ -119,6 +123,8 @@ private:
     void recordStacking(const ClientList& list);
     void hide(const ClientWindow& window, const ClientList& list);
     void minimise(const ClientWindow& window, std::uint32_t moment);
+    void conceal(const ClientWindow& window, std::uint32_t moment);
+    void reveal(const ClientWindow& window);
     void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, std::uint32_t moment);
     void bringBack(const ClientWindow& window, std::uint32_t moment);
     std::optional<What> lookAt(const ClientWindow& window, Entry& entry);

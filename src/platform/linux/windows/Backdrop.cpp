@@ -16,19 +16,6 @@ bool managesDesktopWindows(const XConnection& x) {
     return std::ranges::count(supported, x.atoms().netWmWindowTypeDesktop) > 0;
 }
 
-/// The ancestor that is a child of the root; none where that is the window itself.
-xcb_window_t frameOf(const XConnection& x, xcb_window_t window) {
-    for (auto frame = window;;) {
-        const XReply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(x.raw(), xcb_query_tree(x.raw(), frame), nullptr));
-        if (!tree || tree->parent == XCB_NONE)
-            return XCB_NONE;
-        if (tree->parent == tree->root)
-            return frame == window ? xcb_window_t{XCB_NONE} : frame;
-        frame = tree->parent;
-    }
-}
-
 } // namespace
 
 Backdrop::Backdrop(XConnection& x, xcb_window_t number, const QRect& place, const Settings& settings)
@@ -95,8 +82,8 @@ void Backdrop::describe(const QRect& place, const Settings& settings) {
 // The window manager's frame takes the clicks that its window lets through, so it is emptied as well, now and
 // whenever the window manager shapes it anew.
 void Backdrop::emptyFrame() {
-    m_frame = frameOf(m_x, number());
-    if (m_frame == XCB_NONE || !m_x.has(xcb_shape_id))
+    m_frame = m_x.topLevelOf(number());
+    if (m_frame == number() || !m_x.has(xcb_shape_id))
         return;
     xcb_shape_select_input(m_x.raw(), m_frame, true);
     passClicks(m_x, m_frame);

@@ -27,7 +27,8 @@ struct CoverPane {
 };
 
 /// The pieces that hide the icons of every desktop window that reaches into the cover's place, whichever
-/// stands above the other; and one on the root window where they leave something of the place bare.
+/// stands above the other; one on the root window where none does. What a desktop window leaves to a panel
+/// needs no piece.
 std::vector<CoverPane> panesOf(const QRect& cover, const std::vector<DesktopWindow>& desktopWindows,
                                const DesktopWindow& root);
 

@@ -40,14 +40,12 @@ public:
         , m_state(x.request(window, x.atoms().netWmState))
         , m_types(x.request(window, x.atoms().netWmWindowType))
         , m_transientFor(x.request(window, XCB_ATOM_WM_TRANSIENT_FOR))
-        , m_actions(x.request(window, x.atoms().netWmAllowedActions))
         , m_mark(x.request(window, x.atoms().tavroHidden)) {}
 
     ClientWindow answer() const {
         return ClientWindow::from(m_window,
                                   {m_hints.answer(), m_x.values(m_state), m_x.values(m_types),
-                                   m_x.values(m_actions), m_x.value(m_workspace), m_x.value(m_transientFor),
-                                   m_x.value(m_mark)},
+                                   m_x.value(m_workspace), m_x.value(m_transientFor), m_x.value(m_mark)},
                                   m_x.atoms());
     }
 
@@ -55,7 +53,7 @@ private:
     const XConnection& m_x;
     xcb_window_t m_window;
     HintsRequest m_hints;
-    xcb_get_property_cookie_t m_workspace, m_state, m_types, m_transientFor, m_actions, m_mark;
+    xcb_get_property_cookie_t m_workspace, m_state, m_types, m_transientFor, m_mark;
 };
 
 } // namespace
@@ -64,6 +62,7 @@ ClientList ClientList::read(const XConnection& x) {
     const auto stacking = x.request(x.root(), x.atoms().netClientListStacking);
     const auto workspace = x.request(x.root(), x.atoms().netCurrentDesktop);
     const auto active = x.request(x.root(), x.atoms().netActiveWindow);
+    const auto supported = x.request(x.root(), x.atoms().netSupported);
     std::vector<WindowRequest> requests;
     for (const auto window : x.values(stacking))
         requests.emplace_back(x, window);
@@ -72,6 +71,7 @@ ClientList ClientList::read(const XConnection& x) {
         list.windows.push_back(request.answer());
     list.currentWorkspace = x.value(workspace).value_or(0);
     list.active = x.value(active).value_or(XCB_NONE);
+    list.canMinimise = std::ranges::count(x.values(supported), x.atoms().netWmActionMinimize) > 0;
     list.moment = stacking.sequence;
     return list;
 }

@@ -25,6 +25,8 @@ struct ClientList {
     std::vector<ClientWindow> windows;
     std::uint32_t currentWorkspace = 0;
     xcb_window_t active = XCB_NONE;
+    /// The window manager knows minimising: tiling ones may not.
+    bool canMinimise = true;
     /// The request that read it: what the server reports from an earlier one on is older than the list.
     std::uint32_t moment = 0;
 };

@@ -14,9 +14,8 @@ bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
 }
 
 bool isPartOfTheDesktop(const std::vector<std::uint32_t>& types, const XAtoms& atoms) {
-    const std::array others{atoms.netWmWindowTypeDesktop,      atoms.netWmWindowTypeDock,
-                            atoms.netWmWindowTypeNotification, atoms.netWmWindowTypeSplash,
-                            atoms.netWmWindowTypeMenu,         atoms.netWmWindowTypeToolbar};
+    const std::array others{atoms.netWmWindowTypeDesktop, atoms.netWmWindowTypeDock,
+                            atoms.netWmWindowTypeNotification};
     return std::ranges::find_first_of(types, others) != types.end();
 }
 
@@ -33,11 +32,14 @@ ClientWindow ClientWindow::from(xcb_window_t id, const ClientProperties& propert
     window.application = applicationOf(id, properties.application);
     window.workspace = properties.workspace.value_or(allWorkspaces);
     window.isMinimised = contains(properties.state, atoms.netWmStateHidden);
-    window.isApplicationWindow = !isTransient && !contains(properties.state, atoms.netWmStateSkipTaskbar) &&
-                                 !isPartOfTheDesktop(properties.types, atoms);
-    window.canMinimise =
-        properties.actions.empty() || contains(properties.actions, atoms.netWmActionMinimize);
-    window.hiddenMark = properties.hiddenMark;
+    const bool isOurPopover = className(properties.application.wmClass) == "tavropro" &&
+                              contains(properties.state, atoms.netWmStateSkipTaskbar);
+    window.isApplicationWindow =
+        !isTransient && !isOurPopover && !isPartOfTheDesktop(properties.types, atoms);
+    if (properties.mark) {
+        window.hiddenMark = *properties.mark & ~concealedFlag;
+        window.isConcealed = (*properties.mark & concealedFlag) != 0;
+    }
     return window;
 }
 

@@ -21,13 +21,15 @@ struct ApplicationHints {
 /// The rest of what the properties of a managed window say.
 struct ClientProperties {
     ApplicationHints application;
-    std::vector<std::uint32_t> state, types, actions;
-    std::optional<std::uint32_t> workspace, transientFor, hiddenMark;
+    std::vector<std::uint32_t> state, types;
+    std::optional<std::uint32_t> workspace, transientFor, mark;
 };
 
 /// A managed window as it was when the list was read.
 struct ClientWindow {
     static constexpr std::uint32_t allWorkspaces = 0xFFFFFFFF;
+    /// In the value of a mark, besides the place.
+    static constexpr std::uint32_t concealedFlag = 0x80000000;
 
     static ClientWindow from(xcb_window_t id, const ClientProperties& properties, const XAtoms& atoms);
 
@@ -37,11 +39,12 @@ struct ClientWindow {
     std::uint32_t workspace = 0;
     /// Minimised (`_NET_WM_STATE_HIDDEN`; WM_STATE also says iconic for windows of other workspaces).
     bool isMinimised = false;
-    /// An application window of its own: no desktop, panel, notification or transient.
+    /// An application window of its own: no desktop, panel, notification, transient or popover of ours.
     bool isApplicationWindow = false;
-    bool canMinimise = false;
     /// Our mark on a window that we have hidden: where it stood in the stacking order.
     std::optional<std::uint32_t> hiddenMark;
+    /// Hidden without being minimised, by the mark.
+    bool isConcealed = false;
 };
 
 /// The second string of the property WM_CLASS (ICCCM): the class.

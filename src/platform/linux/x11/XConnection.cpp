@@ -24,7 +24,6 @@ constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
     {&XAtoms::netRequestFrameExtents, "_NET_REQUEST_FRAME_EXTENTS"},
     {&XAtoms::netSupported, "_NET_SUPPORTED"},
     {&XAtoms::netSupportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
-    {&XAtoms::netWmAllowedActions, "_NET_WM_ALLOWED_ACTIONS"},
     {&XAtoms::netWmActionMinimize, "_NET_WM_ACTION_MINIMIZE"},
     {&XAtoms::netWmDesktop, "_NET_WM_DESKTOP"},
     {&XAtoms::netWmName, "_NET_WM_NAME"},
@@ -35,13 +34,11 @@ constexpr std::pair<xcb_atom_t XAtoms::*, const char*> atomNames[] = {
     {&XAtoms::netWmStateSkipPager, "_NET_WM_STATE_SKIP_PAGER"},
     {&XAtoms::netWmStateSkipTaskbar, "_NET_WM_STATE_SKIP_TASKBAR"},
     {&XAtoms::netWmStateSticky, "_NET_WM_STATE_STICKY"},
+    {&XAtoms::netWmWindowOpacity, "_NET_WM_WINDOW_OPACITY"},
     {&XAtoms::netWmWindowType, "_NET_WM_WINDOW_TYPE"},
     {&XAtoms::netWmWindowTypeDesktop, "_NET_WM_WINDOW_TYPE_DESKTOP"},
     {&XAtoms::netWmWindowTypeDock, "_NET_WM_WINDOW_TYPE_DOCK"},
-    {&XAtoms::netWmWindowTypeMenu, "_NET_WM_WINDOW_TYPE_MENU"},
     {&XAtoms::netWmWindowTypeNotification, "_NET_WM_WINDOW_TYPE_NOTIFICATION"},
-    {&XAtoms::netWmWindowTypeSplash, "_NET_WM_WINDOW_TYPE_SPLASH"},
-    {&XAtoms::netWmWindowTypeToolbar, "_NET_WM_WINDOW_TYPE_TOOLBAR"},
     {&XAtoms::comptonShadow, "_COMPTON_SHADOW"},
     {&XAtoms::gtkApplicationId, "_GTK_APPLICATION_ID"},
     {&XAtoms::kdeNetWmDesktopFile, "_KDE_NET_WM_DESKTOP_FILE"},
@@ -238,6 +235,16 @@ std::string XConnection::text(xcb_get_property_cookie_t cookie) const {
     if (!reply || reply->format != 8)
         return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
+}
+
+xcb_window_t XConnection::topLevelOf(xcb_window_t window) const {
+    for (auto frame = window;;) {
+        const XReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, frame), nullptr));
+        if (!tree || tree->parent == tree->root || tree->parent == XCB_NONE)
+            return frame;
+        frame = tree->parent;
+    }
 }
 
 void XConnection::askWindowManager(xcb_window_t window, xcb_atom_t type,

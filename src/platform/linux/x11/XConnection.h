@@ -30,13 +30,13 @@ using XReply = std::unique_ptr<T, FreeDeleter>;
 
 /// The atoms in use, fetched together. Names as in EWMH, ICCCM and the system-tray protocol.
 struct XAtoms {
-    xcb_atom_t netActiveWindow, netClientListStacking, netCurrentDesktop, netWmAllowedActions,
-        netFrameExtents, netRequestFrameExtents, netSupported, netSupportingWmCheck, netWmActionMinimize,
-        netWmDesktop, netWmName, netWmPid, netWmState, netWmStateBelow, netWmStateHidden, netWmStateSkipPager,
+    xcb_atom_t netActiveWindow, netClientListStacking, netCurrentDesktop, netFrameExtents,
+        netRequestFrameExtents, netSupported, netSupportingWmCheck, netWmActionMinimize, netWmDesktop,
+        netWmName, netWmPid, netWmState, netWmStateBelow, netWmStateHidden, netWmStateSkipPager,
         netWmStateSkipTaskbar, netWmStateSticky, netWmWindowType, netWmWindowTypeDesktop, netWmWindowTypeDock,
-        netWmWindowTypeMenu, netWmWindowTypeNotification, netWmWindowTypeSplash, netWmWindowTypeToolbar,
-        comptonShadow, gtkApplicationId, kdeNetWmDesktopFile, manager, netSystemTray, netWmCm, tavroHidden,
-        tavroInstance, wmChangeState, wmClientLeader, xrootpmapId;
+        netWmWindowTypeNotification, netWmWindowOpacity, comptonShadow, gtkApplicationId, kdeNetWmDesktopFile,
+        manager, netSystemTray, netWmCm, tavroHidden, tavroInstance, wmChangeState, wmClientLeader,
+        xrootpmapId;
 };
 
 /// A kind of event: what it holds, and its number, which for an extension's is counted from the first of
@@ -111,6 +111,8 @@ public:
     std::optional<std::uint32_t> value(xcb_get_property_cookie_t cookie) const;
     /// The bytes of a text property; empty where there is none.
     std::string text(xcb_get_property_cookie_t cookie) const;
+    /// The window that is a child of the root: the window's frame, or itself. Some round trips.
+    xcb_window_t topLevelOf(xcb_window_t window) const;
     /// A client message to the window manager, as EWMH and ICCCM describe them; over the given connection
     /// where its order among the requests of that one matters.
     void askWindowManager(xcb_window_t window, xcb_atom_t type, std::initializer_list<std::uint32_t> data,
