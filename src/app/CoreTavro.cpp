@@ -1,6 +1,7 @@
 #include "app/CoreTavro.h"
 
 #include "app/HideApps.h"
+#include "app/KeepAwake.h"
 #include "app/Recovery.h"
 #include "app/TouchBarController.h"
 #include "audio/MuteMic.h"
@@ -66,6 +67,7 @@ void CoreTavro::turnOn(const std::vector<OptionItem>& options, HideDesktop& hide
         else if (option.id == "muteSpeaker" && option.isOn)
             muteSpeaker();
     }
+    KeepAwake::begin();
     TouchBarController::shared().present();
     MuteMic::startObserving([] { TouchBarController::shared().refresh(); });
 }
@@ -88,6 +90,7 @@ void CoreTavro::turnOff(const std::vector<OptionItem>& options, HideDesktop& hid
         }
         MuteMic::setMute(false); // for every option, whatever it is and says
     }
+    KeepAwake::end();
     machine().controlStrip().removeSystemTrayItem(TouchBarController::shared().item);
     MuteMic::stopObserving();
 }

@@ -106,5 +106,18 @@ TEST_F(CoreTavroTest, EachSwitchUsesTheOptionsOfThatMoment) {
     }
 }
 
+TEST_F(CoreTavroTest, TheScreensStayAwakeUnlessTheSettingsSayOtherwise) {
+    for (const std::optional<bool> setting :
+         {std::optional<bool>(), std::optional(true), std::optional(false)}) {
+        const Launch launch(mac);
+        if (setting)
+            mac.userDefaults().setObject("keepAwake", *setting);
+        journalOfSwitch();
+        EXPECT_EQ(mac.displaySleep().isPrevented, setting.value_or(true));
+        journalOfSwitch();
+        EXPECT_FALSE(mac.displaySleep().isPrevented);
+    }
+}
+
 } // namespace
 } // namespace tavro

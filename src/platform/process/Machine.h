@@ -14,6 +14,7 @@ class Accessibility;
 class Application;
 class AudioHardware;
 class ControlStrip;
+class DisplaySleep;
 class EventMonitors;
 class FileManager;
 class HotKeyCenter;
@@ -43,6 +44,7 @@ public:
     virtual Application& application() = 0;
     virtual AudioHardware& audioHardware() = 0;
     virtual ControlStrip& controlStrip() = 0;
+    virtual DisplaySleep& displaySleep() = 0;
     virtual FileManager& fileManager() = 0;
     virtual EventMonitors& eventMonitors() = 0;
     virtual HotKeyCenter& hotKeyCenter() = 0;

@@ -44,6 +44,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_keyboard(*m_x, m_mainQueue)
     , m_eventMonitors(m_keyboard)
     , m_hotKeyCenter(*m_x, m_keyboard, &shortcutsOfDesktop, m_mainQueue, log)
+    , m_idleInhibition([this](bool isSuspended) { m_x->suspendScreenSaver(isSuspended); })
     , m_notificationSilencing(log)
     , m_userDefaults(std::move(defaultsFile), m_mainQueue, log)
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())

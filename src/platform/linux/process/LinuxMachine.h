@@ -12,6 +12,7 @@
 #include "platform/linux/menubar/TrayControlStrip.h"
 #include "platform/linux/menubar/TrayStatusBar.h"
 #include "platform/linux/notifications/BackgroundSilencing.h"
+#include "platform/linux/process/IdleInhibition.h"
 #include "platform/linux/process/LinuxAccessibility.h"
 #include "platform/linux/process/LinuxApplication.h"
 #include "platform/linux/process/QtMainQueue.h"
@@ -47,6 +48,7 @@ public:
     LinuxApplication& application() override { return m_application; }
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
+    DisplaySleep& displaySleep() override { return m_idleInhibition; }
     FileManager& fileManager() override { return m_fileManager; }
     EventMonitors& eventMonitors() override { return m_eventMonitors; }
     HotKeyCenter& hotKeyCenter() override { return m_hotKeyCenter; }
@@ -82,6 +84,7 @@ private:
     QtEventMonitors m_eventMonitors;
     XHotKeyCenter m_hotKeyCenter;
     LinuxAccessibility m_accessibility;
+    IdleInhibition m_idleInhibition;
     BackgroundSilencing m_notificationSilencing;
     PlistUserDefaults m_userDefaults;
     AutostartEntry m_loginItem;

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstring>
 #include <poll.h>
+#include <xcb/screensaver.h>
 
 namespace tavro {
 
@@ -155,6 +156,13 @@ Observation XConnection::onNewManager(xcb_atom_t selection, std::function<void()
         if (event.type == m_atoms.manager && event.data.data32[1] == selection)
             handler();
     });
+}
+
+void XConnection::suspendScreenSaver(bool isSuspended) {
+    if (!has(xcb_screensaver_id))
+        return;
+    xcb_screensaver_suspend(m_connection, isSuspended);
+    flush();
 }
 
 void XConnection::flush() {

@@ -98,6 +98,8 @@ public:
     /// The last request that the server had read when it sent the event that is being delivered.
     std::uint32_t requestBeforeEvent() const { return m_requestBeforeEvent; }
     bool has(xcb_extension_t& extension) const;
+    /// The server's own, which also turns screens off; as long as the connection lasts (MIT-SCREEN-SAVER).
+    void suspendScreenSaver(bool isSuspended);
     /// Sends what was requested so far.
     void flush();
     /// Waits for events and delivers them; false when none came in that time.

@@ -19,6 +19,7 @@
 #include "platform/simulated/process/SimulatedAccessibility.h"
 #include "platform/simulated/process/SimulatedApplication.h"
 #include "platform/simulated/process/SimulatedClock.h"
+#include "platform/simulated/process/SimulatedDisplaySleep.h"
 #include "platform/simulated/process/SimulatedLog.h"
 #include "platform/simulated/process/SimulatedMainQueue.h"
 #include "platform/simulated/storage/SimulatedAppService.h"
@@ -48,6 +49,7 @@ public:
     const Bundle& mainBundle() const override { return bundle; }
     SimulatedAppService& appService() override { return m_appService; }
     SimulatedAccessibility& accessibility() override { return m_accessibility; }
+    SimulatedDisplaySleep& displaySleep() override { return m_displaySleep; }
     SimulatedApplication& application() override { return m_application; }
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
     SimulatedControlStrip& controlStrip() override { return m_controlStrip; }
@@ -105,6 +107,7 @@ private:
     SimulatedMainQueue m_mainQueue;
     SimulatedAppService m_appService;
     SimulatedAccessibility m_accessibility;
+    SimulatedDisplaySleep m_displaySleep;
     SimulatedAudioHardware m_audioHardware;
     SimulatedClock m_clock;
     SimulatedControlStrip m_controlStrip;
