@@ -66,6 +66,8 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, QString name, Identi
     , m_clicked(std::move(clicked))
     , m_released(std::move(released)) {
     registerTypes();
+    m_bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierItemUnregistered", this,
+                  SLOT(watcherDropped(QString)));
 }
 
 // Without its name the item is gone for every watcher; the connection may serve another one.
@@ -99,6 +101,13 @@ void StatusNotifierItem::show() {
     m_bus.registerObject(itemPath, this, QDBusConnection::ExportScriptableContents);
     send(m_bus, busService, busPath, busService, "RequestName", {m_name, doNotQueue});
     registerWithWatcher();
+}
+
+// GNOME's host may lose an item that it has just got, and says so: it forgets what it has read when it hears
+// of the owner of the item's name, which sometimes comes last.
+void StatusNotifierItem::watcherDropped(const QString& item) {
+    if (item.startsWith(m_name) && m_chancesLeft-- > 0)
+        registerWithWatcher();
 }
 
 void StatusNotifierItem::registerWithWatcher() {

@@ -80,6 +80,8 @@ public Q_SLOTS:
     Q_SCRIPTABLE void SecondaryActivate(int x, int y);
     Q_SCRIPTABLE void ContextMenu(int x, int y);
     Q_SCRIPTABLE void Scroll(int, const QString&) {}
+    /// A watcher has dropped an item: ours, though we are there, gets another chance.
+    void watcherDropped(const QString& item);
 
 Q_SIGNALS:
     Q_SCRIPTABLE void NewIcon();
@@ -94,6 +96,7 @@ private:
     const Identity m_identity;
     const std::function<void(Click)> m_clicked;
     const std::function<void()> m_released;
+    int m_chancesLeft = 5;
     TrayPixmaps m_pixmaps;
     std::unique_ptr<ExportedMenu> m_menu;
 };
