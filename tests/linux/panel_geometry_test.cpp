@@ -66,6 +66,18 @@ TEST(PanelGeometry, TheTrayIsUnderThePointerOrAtTheEndOfAPanel) {
         EXPECT_EQ(trayPlace(screens, pointer), expected) << what;
 }
 
+TEST(PanelGeometry, PanelsAreWhatAScreensWorkAreaLeaves) {
+    const QRect screen(100, 0, 1920, 1080);
+    const std::pair<QRect, std::vector<QRect>> cases[] = {
+        {screen, {}},
+        {{100, 32, 1920, 1048}, {{100, 0, 1920, 32}}},
+        {{100, 0, 1920, 1040}, {{100, 1040, 1920, 40}}},
+        {{164, 0, 1806, 1080}, {{100, 0, 64, 1080}, {1970, 0, 50, 1080}}},
+    };
+    for (const auto& [workArea, expected] : cases)
+        EXPECT_EQ(stripsAround(workArea, screen), expected);
+}
+
 TEST(PanelGeometry, PixelsAreCountedFromTheScreensCornerInItsPoints) {
     const struct {
         QRect pixels, screen;

@@ -28,6 +28,17 @@ QRect partOfScreen(const QRect& rootPixels, const QRect& screen, double scale) {
     return place.intersected(screen);
 }
 
+std::vector<QRect> stripsAround(const QRect& workArea, const QRect& screen) {
+    std::vector<QRect> strips{
+        {screen.topLeft(), QPoint(screen.right(), workArea.top() - 1)},
+        {QPoint(screen.left(), workArea.bottom() + 1), screen.bottomRight()},
+        {screen.topLeft(), QPoint(workArea.left() - 1, screen.bottom())},
+        {QPoint(workArea.right() + 1, screen.top()), screen.bottomRight()},
+    };
+    std::erase_if(strips, [](const auto& strip) { return strip.isEmpty(); });
+    return strips;
+}
+
 QRect areaBeside(const QRect& panel, const QRect& screen) {
     auto area = screen;
     if (isHorizontal(panel) && panel.center().y() < screen.center().y())

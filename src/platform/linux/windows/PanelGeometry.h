@@ -18,6 +18,9 @@ struct ScreenWithPanels {
 /// coordinates: screens begin where they do in pixels.
 QRect partOfScreen(const QRect& rootPixels, const QRect& screen, double scale);
 
+/// The strips along the edges of a screen that are not part of what is left for windows.
+std::vector<QRect> stripsAround(const QRect& workArea, const QRect& screen);
+
 /// The screen without the strip along its edge that the panel takes a part of.
 QRect areaBeside(const QRect& panel, const QRect& screen);
 

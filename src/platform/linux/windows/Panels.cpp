@@ -9,6 +9,8 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <iterator>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -16,9 +18,39 @@ namespace tavro {
 
 namespace {
 
-bool isPanel(const XConnection& x, xcb_window_t window) {
-    const auto types = x.values(x.request(window, x.atoms().netWmWindowType));
-    return std::ranges::find(types, x.atoms().netWmWindowTypeDock) != types.end();
+/// Those of the windows that are panels; all are asked at once.
+std::vector<xcb_window_t> panelsAmong(const XConnection& x, const std::vector<xcb_window_t>& windows) {
+    std::vector<xcb_get_property_cookie_t> requests;
+    for (const auto window : windows)
+        requests.push_back(x.request(window, x.atoms().netWmWindowType));
+    std::vector<xcb_window_t> panels;
+    for (std::size_t i = 0; i < windows.size(); ++i)
+        if (std::ranges::count(x.values(requests[i]), x.atoms().netWmWindowTypeDock) > 0)
+            panels.push_back(windows[i]);
+    return panels;
+}
+
+/// The windows in all frames.
+std::vector<xcb_window_t> framedWindows(const XConnection& x) {
+    std::vector<xcb_query_tree_cookie_t> requests;
+    std::vector<xcb_window_t> windows;
+    const auto collect = [&](xcb_query_tree_cookie_t request) {
+        const XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(x.raw(), request, nullptr));
+        if (tree)
+            std::copy_n(xcb_query_tree_children(tree.get()), tree->children_len, std::back_inserter(windows));
+    };
+    collect(xcb_query_tree(x.raw(), x.root()));
+    for (const auto frame : std::exchange(windows, {}))
+        requests.push_back(xcb_query_tree(x.raw(), frame));
+    for (const auto& request : requests)
+        collect(request);
+    return windows;
+}
+
+/// Some window managers leave them out of their list: then they are looked for in all frames.
+std::vector<xcb_window_t> panelWindows(const XConnection& x) {
+    auto panels = panelsAmong(x, x.values(x.request(x.root(), x.atoms().netClientListStacking)));
+    return panels.empty() ? panelsAmong(x, framedWindows(x)) : panels;
 }
 
 QRect placeOf(const XConnection& x, xcb_window_t window) {
@@ -37,11 +69,21 @@ struct Panel {
     QRect place; // the part of the screen that it takes, in the toolkit's coordinates
 };
 
+/// What is left of each screen where the window manager draws the panels itself: some of them say it.
+std::vector<QRect> workAreas(const XConnection& x) {
+    const auto workspace = x.value(x.request(x.root(), x.atoms().netCurrentDesktop)).value_or(0);
+    const auto numbers =
+        x.values(x.request(x.root(), x.atom("_GTK_WORKAREAS_D" + std::to_string(workspace))));
+    std::vector<QRect> areas;
+    for (std::size_t i = 0; i + 4 <= numbers.size(); i += 4)
+        areas.emplace_back(static_cast<int>(numbers[i]), static_cast<int>(numbers[i + 1]),
+                           static_cast<int>(numbers[i + 2]), static_cast<int>(numbers[i + 3]));
+    return areas;
+}
+
 std::vector<Panel> panelsOn(const XConnection& x, const QScreen& screen) {
     std::vector<Panel> panels;
-    for (const auto window : x.values(x.request(x.root(), x.atoms().netClientListStacking))) {
-        if (!isPanel(x, window))
-            continue;
+    for (const auto window : panelWindows(x)) {
         const auto place = partOfScreen(placeOf(x, window), screen.geometry(), screen.devicePixelRatio());
         if (!place.isEmpty())
             panels.push_back({window, place});
@@ -57,6 +99,16 @@ std::vector<ScreenWithPanels> screensWithPanels(const XConnection& x) {
         for (const auto& panel : panelsOn(x, *screen))
             entry.panels.push_back(panel.place);
     }
+    const bool hasPanels =
+        std::ranges::any_of(screens, [](const auto& each) { return !each.panels.empty(); });
+    const auto areas = hasPanels ? std::vector<QRect>() : workAreas(x);
+    for (std::size_t i = 0; i < screens.size() && !areas.empty(); ++i)
+        for (const auto& area : areas)
+            if (const auto part =
+                    partOfScreen(area, screens[i].area,
+                                 QGuiApplication::screens()[static_cast<qsizetype>(i)]->devicePixelRatio());
+                !part.isEmpty())
+                screens[i].panels = stripsAround(part, screens[i].area);
     return screens;
 }
 

@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <array>
 #include <chrono>
 
 namespace tavro {
@@ -100,10 +101,21 @@ bool QtPopover::isShown() const {
 void QtPopover::createFrame() {
     m_frame = std::make_unique<Frame>(*this);
     onScreenChange(*m_frame, [this] { close(); });
+    keepOutOfTaskbars(static_cast<xcb_window_t>(m_frame->winId()));
     auto* layout = new QVBoxLayout(m_frame.get());
     layout->setContentsMargins(0, 0, 0, 0);
     if (auto content = m_view ? m_views.makeWidget(*m_view) : nullptr)
         layout->addWidget(content.release());
+}
+
+// Before it shows; the toolkit, which sets such states then, adds to those that are there. Some panels list
+// windows of every type.
+void QtPopover::keepOutOfTaskbars(xcb_window_t window) const {
+    const auto& atoms = m_x.atoms();
+    const std::array states{atoms.netWmStateSkipTaskbar, atoms.netWmStateSkipPager};
+    xcb_change_property(m_x.raw(), XCB_PROP_MODE_REPLACE, window, atoms.netWmState, XCB_ATOM_ATOM, 32,
+                        states.size(), states.data());
+    m_x.roundTrip();
 }
 
 // The panel has room on one side only, whatever edge is asked for.

@@ -35,6 +35,7 @@ private:
     class Frame;
 
     void createFrame();
+    void keepOutOfTaskbars(xcb_window_t window) const;
     void deactivated();
 
     XConnection& m_x;
