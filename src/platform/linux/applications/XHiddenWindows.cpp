@@ -1,9 +1,8 @@
 #include "platform/linux/applications/XHiddenWindows.h"
 
+#include "platform/linux/x11/Concealment.h"
 #include "platform/process/Log.h"
 #include "platform/process/MainQueue.h"
-
-#include <xcb/shape.h>
 
 #include <algorithm>
 
@@ -212,9 +211,9 @@ void XHiddenWindows::send(const Command& command) {
         xcb_delete_property(m_x.raw(), window, atoms.tavroHidden);
         return;
     case What::conceal:
-        return setConcealed(window, true);
+        return tavro::conceal(m_x, window);
     case What::reveal:
-        return setConcealed(window, false);
+        return tavro::reveal(m_x, window);
     case What::minimise:
         return m_x.askWindowManager(window, atoms.wmChangeState, {iconicState});
     case What::activate:
@@ -230,22 +229,6 @@ void XHiddenWindows::send(const Command& command) {
         return;
     case What::moveTo:
         return m_x.askWindowManager(window, atoms.netWmDesktop, {value, fromPager});
-    }
-}
-
-// Where nobody composites, a shape without any pixel leaves nothing of the frame to be seen, or to be
-// clicked; the others look at the opacity, of which this is the standard's lowest.
-void XHiddenWindows::setConcealed(xcb_window_t window, bool isConcealed) {
-    const auto frame = m_x.topLevelOf(window);
-    if (isConcealed) {
-        const std::uint32_t transparent = 0;
-        xcb_change_property(m_x.raw(), XCB_PROP_MODE_REPLACE, window, m_x.atoms().netWmWindowOpacity,
-                            XCB_ATOM_CARDINAL, 32, 1, &transparent);
-        xcb_shape_rectangles(m_x.raw(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED,
-                             frame, 0, 0, 0, nullptr);
-    } else {
-        xcb_delete_property(m_x.raw(), window, m_x.atoms().netWmWindowOpacity);
-        xcb_shape_mask(m_x.raw(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, frame, 0, 0, XCB_NONE);
     }
 }
 

@@ -53,7 +53,6 @@ private:
     /// Whether there was anything.
     bool send();
     void send(const Command& command);
-    void setConcealed(xcb_window_t window, bool isConcealed);
     void select(xcb_window_t window, std::uint32_t events);
 
     XConnection& m_x;

@@ -11,9 +11,9 @@ namespace tavro {
 
 class BackgroundSilencing::Worker final : public QObject {
 public:
-    explicit Worker(Log& log)
+    Worker(Log& log, std::function<void(bool)> keepBubblesAway)
         : m_bus(QDBusConnection::sessionBus())
-        , silencing(m_bus, m_settings, log) {
+        , silencing(m_bus, m_settings, log, std::move(keepBubblesAway)) {
         m_bus.setParent(this); // these two come along to the thread
         m_servers.setParent(this);
         connect(&m_bus, &BoundedBus::serviceAnswers, this, [this] { silencing.catchUp(); });
@@ -30,8 +30,11 @@ public:
     DesktopSilencing silencing;
 };
 
-BackgroundSilencing::BackgroundSilencing(Log& log)
-    : m_worker(new Worker(log)) {
+BackgroundSilencing::BackgroundSilencing(Log& log, std::function<void(bool)> keepBubblesAway)
+    : m_worker(new Worker(log, [this, keepBubblesAway = std::move(keepBubblesAway)](bool areAway) {
+        QMetaObject::invokeMethod(
+            this, [keepBubblesAway, areAway] { keepBubblesAway(areAway); }, Qt::QueuedConnection);
+    })) {
     m_thread.setObjectName("silencing");
     m_worker->moveToThread(&m_thread);
     connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);

@@ -13,8 +13,8 @@ class Log;
 /// their settings, may take their time.
 class BackgroundSilencing final : public QObject, public NotificationSilencing {
 public:
-    /// The log is written to from that thread.
-    explicit BackgroundSilencing(Log& log);
+    /// The log is written to from that thread; the block runs on this one, and keeps bubbles out of sight.
+    BackgroundSilencing(Log& log, std::function<void(bool)> keepBubblesAway);
     ~BackgroundSilencing() override;
 
     void askIsOn(std::function<void(std::optional<bool>)> answer) override;

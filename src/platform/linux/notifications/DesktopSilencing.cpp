@@ -1,5 +1,6 @@
 #include "platform/linux/notifications/DesktopSilencing.h"
 
+#include "platform/linux/notifications/BubbleSwitch.h"
 #include "platform/linux/notifications/BusNotificationSwitches.h"
 #include "platform/linux/notifications/LxqtNotificationSwitch.h"
 #include "platform/linux/notifications/PlasmaInhibition.h"
@@ -117,7 +118,7 @@ Result<std::unique_ptr<NotificationSwitch>, std::string> DesktopSilencing::ident
     for (const auto& server : servers)
         if (name == server.name && (vendor == server.vendor || !*server.vendor))
             return server.make(m_bus, m_settings);
-    return "the notification server \"" + name.toStdString() + "\" has no switch that is known here";
+    return std::unique_ptr<NotificationSwitch>(std::make_unique<BubbleSwitch>(m_keepBubblesAway));
 }
 
 QString DesktopSilencing::owner() {

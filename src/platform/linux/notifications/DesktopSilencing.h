@@ -4,9 +4,11 @@
 #include "platform/linux/bus/GSettings.h"
 #include "platform/linux/notifications/NotificationSwitch.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tavro {
 
@@ -18,10 +20,13 @@ class Log;
 /// bound of the bus; what fails says so in one line of the log, once until something else happens.
 class DesktopSilencing final {
 public:
-    DesktopSilencing(BoundedBus& bus, const GSettings& settings, Log& log)
+    /// The block keeps the bubbles of a server without a switch out of sight, or shows them again.
+    DesktopSilencing(BoundedBus& bus, const GSettings& settings, Log& log,
+                     std::function<void(bool)> keepBubblesAway)
         : m_bus(bus)
         , m_settings(settings)
-        , m_log(log) {}
+        , m_log(log)
+        , m_keepBubblesAway(std::move(keepBubblesAway)) {}
 
     /// None when that is unknown.
     std::optional<bool> isOn();
@@ -39,6 +44,7 @@ private:
     BoundedBus& m_bus;
     const GSettings& m_settings;
     Log& m_log;
+    const std::function<void(bool)> m_keepBubblesAway;
     QString m_owner;
     std::unique_ptr<NotificationSwitch> m_switch;
     std::string m_reported;     // last, and nothing has worked since

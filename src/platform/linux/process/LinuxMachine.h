@@ -12,6 +12,7 @@
 #include "platform/linux/menubar/TrayControlStrip.h"
 #include "platform/linux/menubar/TrayStatusBar.h"
 #include "platform/linux/notifications/BackgroundSilencing.h"
+#include "platform/linux/notifications/XBubbles.h"
 #include "platform/linux/process/IdleInhibition.h"
 #include "platform/linux/process/LinuxAccessibility.h"
 #include "platform/linux/process/LinuxApplication.h"
@@ -85,6 +86,7 @@ private:
     XHotKeyCenter m_hotKeyCenter;
     LinuxAccessibility m_accessibility;
     IdleInhibition m_idleInhibition;
+    XBubbles m_bubbles;
     BackgroundSilencing m_notificationSilencing;
     PlistUserDefaults m_userDefaults;
     AutostartEntry m_loginItem;

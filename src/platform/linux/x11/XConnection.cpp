@@ -93,8 +93,7 @@ void XConnection::start() {
         qWarning("The connection to the X server broke");
         std::_Exit(EXIT_FAILURE);
     });
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &mask);
+    watchTopLevels(false);
     m_notifier =
         std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { processEvents(); });
@@ -102,6 +101,13 @@ void XConnection::start() {
     for (const auto turn : {&QAbstractEventDispatcher::aboutToBlock, &QAbstractEventDispatcher::awake})
         connect(QAbstractEventDispatcher::instance(), turn, this, [this] { processEvents(); });
     flush();
+}
+
+void XConnection::watchTopLevels(bool areWatched) {
+    std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    if (areWatched)
+        mask |= XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &mask);
 }
 
 XConnection::~XConnection() {

@@ -50,6 +50,7 @@ struct XEventKind {
 namespace XEvents {
 inline constexpr XEventKind<xcb_key_press_event_t> keyPress{XCB_KEY_PRESS};
 inline constexpr XEventKind<xcb_key_release_event_t> keyRelease{XCB_KEY_RELEASE};
+inline constexpr XEventKind<xcb_create_notify_event_t> createNotify{XCB_CREATE_NOTIFY};
 inline constexpr XEventKind<xcb_destroy_notify_event_t> destroyNotify{XCB_DESTROY_NOTIFY};
 inline constexpr XEventKind<xcb_reparent_notify_event_t> reparentNotify{XCB_REPARENT_NOTIFY};
 inline constexpr XEventKind<xcb_configure_notify_event_t> configureNotify{XCB_CONFIGURE_NOTIFY};
@@ -93,6 +94,8 @@ public:
     /// Each change of a property, and its end. Other windows than the root have to be asked to report.
     [[nodiscard]] Observation onPropertyChange(xcb_window_t window, xcb_atom_t property,
                                                std::function<void()> handler);
+    /// Whether what happens to all children of the root window is reported. Not so at first: there is a lot.
+    void watchTopLevels(bool areWatched);
     /// Each time a client says that it manages the screen's resource of that selection from now on (ICCCM).
     [[nodiscard]] Observation onNewManager(xcb_atom_t selection, std::function<void()> handler);
     /// The last request that the server had read when it sent the event that is being delivered.

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+namespace tavro {
+
+class XConnection;
+
+/// Leaves nothing of another program's window, and of its frame, to be seen or to be clicked. It stays where
+/// it is, and knows nothing of it.
+void conceal(XConnection& x, xcb_window_t window);
+/// Of one that is not concealed, too; without the opacity or the shape that somebody else has given it.
+void reveal(XConnection& x, xcb_window_t window);
+
+} // namespace tavro
