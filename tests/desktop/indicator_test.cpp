@@ -4,6 +4,7 @@
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "audio/AlertView.h"
 #include "platform/input/KeyboardLayout.h"
+#include "platform/linux/notifications/XBubbles.h"
 #include "platform/windows/OverlayWindow.h"
 #include "platform/windows/Screens.h"
 
@@ -65,6 +66,29 @@ TEST_F(Indicator, StandsInTheSamePlaceEveryTime) {
         EXPECT_EQ(server.place(number(alert)), place);
         alert.window->close();
     }
+}
+
+TEST_F(LinuxMachineTest, BubblesAreOutOfSightAsLongAsTheyAreKeptAway) {
+    const Rect place{100, 300, 300, 80}, otherPlace{100, 500, 300, 80};
+    const auto bare = server.screenshot(place), otherBare = server.screenshot(otherPlace);
+    const auto isSeen = [&](bool first, bool other) {
+        return (server.screenshot(place) != bare) == first &&
+               (server.screenshot(otherPlace) != otherBare) == other;
+    };
+    const auto x = tavro::XConnection::open(log);
+    x->start();
+    tavro::XBubbles bubbles(*x);
+    ClientApplication notifier(server, "Notifier");
+    notifier.addBubble(place);
+    EXPECT_TRUE(shows("a bubble", [&] { return isSeen(true, false); }));
+    bubbles.keepAway(true);
+    EXPECT_TRUE(shows("none", [&] { return isSeen(false, false); }));
+    const auto other = notifier.addBubble(otherPlace);
+    EXPECT_TRUE(shows("another one, concealed", [&] {
+        return !server.values(other, "_NET_WM_WINDOW_OPACITY").empty() && isSeen(false, false);
+    }));
+    bubbles.keepAway(false);
+    EXPECT_TRUE(shows("both", [&] { return isSeen(true, true); }));
 }
 
 TEST_F(LinuxMachineTest, TheMainScreenIsThatOfTheFocusWhoeverHasIt) {

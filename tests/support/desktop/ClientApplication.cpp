@@ -45,13 +45,29 @@ void ClientApplication::destroy(xcb_window_t window) {
     xcb_flush(m_connection);
 }
 
-xcb_window_t ClientApplication::show(const Rect& place, xcb_window_t transientFor) {
+xcb_window_t ClientApplication::addBubble(const Rect& place) {
+    const auto window = create(place, false);
+    const auto type = m_server.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION");
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, m_server.atom("_NET_WM_WINDOW_TYPE"),
+                        XCB_ATOM_ATOM, 32, 1, &type);
+    xcb_map_window(m_connection, window);
+    xcb_flush(m_connection);
+    return window;
+}
+
+xcb_window_t ClientApplication::create(const Rect& place, bool isManaged) {
     const auto window = xcb_generate_id(m_connection);
-    const std::uint32_t grey = 0x808890;
+    const std::uint32_t greyAndUnmanaged[] = {0x808890, !isManaged};
     xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_server.root(),
                       static_cast<std::int16_t>(place.x), static_cast<std::int16_t>(place.y),
                       static_cast<std::uint16_t>(place.width), static_cast<std::uint16_t>(place.height), 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &grey);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, greyAndUnmanaged);
+    return window;
+}
+
+xcb_window_t ClientApplication::show(const Rect& place, xcb_window_t transientFor) {
+    const auto window = create(place, true);
     const auto set = [&](xcb_atom_t property, xcb_atom_t type, std::uint8_t format, std::size_t length,
                          const void* data) {
         xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, property, type, format,

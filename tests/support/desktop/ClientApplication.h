@@ -15,11 +15,14 @@ public:
     xcb_window_t addWindow(const Rect& place, xcb_window_t transientFor = XCB_NONE);
     /// Shows that many small windows at once and returns when the window manager has them all.
     std::vector<xcb_window_t> addWindows(int count);
+    /// Shows a notification, as servers do it: by a window that the window manager does not manage.
+    xcb_window_t addBubble(const Rect& place);
     /// Without waiting for anything.
     void destroy(xcb_window_t window);
 
 private:
     testing::AssertionResult isInFront(xcb_window_t window);
+    xcb_window_t create(const Rect& place, bool isManaged);
     xcb_window_t show(const Rect& place, xcb_window_t transientFor);
 
     XServer& m_server;

@@ -211,9 +211,9 @@ void XHiddenWindows::send(const Command& command) {
         xcb_delete_property(m_x.raw(), window, atoms.tavroHidden);
         return;
     case What::conceal:
-        return tavro::conceal(m_x, window);
+        return tavro::conceal(m_x, window, m_x.topLevelOf(window));
     case What::reveal:
-        return tavro::reveal(m_x, window);
+        return tavro::reveal(m_x, window, m_x.topLevelOf(window));
     case What::minimise:
         return m_x.askWindowManager(window, atoms.wmChangeState, {iconicState});
     case What::activate:

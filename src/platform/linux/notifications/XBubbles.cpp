@@ -18,7 +18,7 @@ XBubbles::XBubbles(XConnection& x)
                    xcb_change_window_attributes(m_x.raw(), event.window, XCB_CW_EVENT_MASK, &mask);
                    m_new.insert(event.window);
                    if (isBubble(event.window)) // it may have been set before we asked
-                       conceal(m_x, event.window);
+                       conceal(m_x, event.window, event.window);
                    m_x.flush();
                }),
           x.on(XEvents::propertyNotify,
@@ -26,7 +26,7 @@ XBubbles::XBubbles(XConnection& x)
                    if (event.atom != m_x.atoms().netWmWindowType || !m_new.contains(event.window) ||
                        !isBubble(event.window))
                        return;
-                   conceal(m_x, event.window);
+                   conceal(m_x, event.window, event.window);
                    m_x.flush();
                }),
           x.on(XEvents::destroyNotify, [this](const auto& event) { m_new.erase(event.window); }),
@@ -37,9 +37,9 @@ void XBubbles::keepAway(bool areAway) {
     m_x.watchTopLevels(areAway);
     for (const auto bubble : bubbles())
         if (areAway)
-            conceal(m_x, bubble);
+            conceal(m_x, bubble, bubble);
         else
-            reveal(m_x, bubble);
+            reveal(m_x, bubble, bubble);
     if (!areAway)
         m_new.clear();
     m_x.flush();
