@@ -60,12 +60,16 @@ void loadDecoders() {
         (void)reader.canRead();
     }
     loadHeicDecoders();
+    loadSvgDecoder();
 }
 
-QImage decode(std::string_view file) {
+QImage decode(std::string_view file, const SizeOfDrawing& wanted) {
+    constexpr int longestSide = PictureHeader::longestSide;
     if (const auto* format = formatOf(file))
         return decodeAs(format, file);
-    return isHeic(file) ? decodeHeic(file, PictureHeader::longestSide) : QImage();
+    if (isSvg(file))
+        return drawSvg(file, wanted, longestSide);
+    return isHeic(file) ? decodeHeic(file, longestSide) : QImage();
 }
 
 } // namespace tavro

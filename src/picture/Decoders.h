@@ -1,5 +1,7 @@
 #pragma once
 
+#include "picture/SvgFile.h"
+
 #include <QImage>
 
 #include <string_view>
@@ -8,8 +10,9 @@ namespace tavro {
 
 /// Loads all that `decode` uses, so that it opens no file.
 void loadDecoders();
-/// The picture of a PNG, JPEG, WebP or HEIC file, chosen by its first bytes and turned as it says; a null
-/// image for every other file, and for one that is not whole or not within PictureHeader's bounds.
-QImage decode(std::string_view file);
+/// The picture of a PNG, JPEG, WebP, HEIC or SVG file, chosen by its first bytes and turned as it says; a null
+/// image for every other file, and for one that is not whole or not within PictureHeader's bounds. Only a
+/// drawing is made for a size.
+QImage decode(std::string_view file, const SizeOfDrawing& wanted);
 
 } // namespace tavro

@@ -98,6 +98,13 @@ protected:
 TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
     const auto png = encoded("png"), jpeg = encoded("jpeg"), progressive = encoded("jpeg", true),
                heif = heic();
+    const auto other = (folder.path() / "other.png").string();
+    ASSERT_TRUE(QImage(64, 48, QImage::Format_RGB32).save(QString::fromStdString(other)));
+    const auto svg =
+        "\xef\xbb\xbf<?xml version='1.0'?>\n<svg xmlns='http://www.w3.org/2000/svg' width='64' height='48'>"
+        "<path d='M0 0h64v24H0z' fill='#c81e1e'/><path d='M0 24h64v24H0z' fill='#c8c8c8'/>"
+        "<text y='24'>text</text><image href='file://" +
+        Bytes::fromStdString(other) + "' width='64' height='48'/></svg>";
     const Bytes thumbnail("\xff\xe1\0\x08\xff\xd8\xff\xd9zz", 10);
     const struct {
         const char* what;
@@ -114,7 +121,13 @@ TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
         {"BMP, which the toolkit could decode, too", encoded("bmp")},
         {"TIFF", encoded("tiff")},
         {"ICO", encoded("ico")},
-        {"SVG", "<svg xmlns='http://www.w3.org/2000/svg' width='64' height='48'/>"},
+        {"SVG, without a text and what is in another file", svg, true},
+        {"SVG of an area", Bytes(svg).replace("width='64' height='48'><path", "viewBox='0 0 64 48'><path"),
+         true},
+        {"SVG without a size", Bytes(svg).replace("width='64' height='48'><path", "><path")},
+        {"an SVG that is too large",
+         Bytes(svg).replace("width='64' height='48'><path", "width='16385' height='48'><path")},
+        {"half an SVG", svg.left(svg.size() / 2)},
         {"AVIF", Bytes(heif).replace("heic", "avif")},
         {"the beginning of a WebP", "RIFF"},
         {"an empty file", ""},
@@ -179,15 +192,12 @@ TEST_F(QtImagesTest, AFileIsDecodedAgainOnlyWhenItHasChanged) {
 
 TEST_F(QtImagesTest, EachSideIsNoLongerThanItsBound) {
     read(encoded("png"));
-    QFile file(QString::fromStdString((folder.path() / "picture.png").string()));
-    for (const auto& [bound, expected] : {std::pair(QSize(), QSize(64, 48)),
-                                          {{10, 100}, {10, 48}},
-                                          {{100, 10}, {64, 10}},
-                                          {{8, 6}, {8, 6}}}) {
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    for (const auto& [bounds, expected] : {std::pair(QStringList(), QSize(64, 48)),
+                                           {{"10", "100"}, {10, 48}},
+                                           {{"100", "10"}, {64, 10}},
+                                           {{"8", "6"}, {8, 6}}}) {
         PictureProcess process;
-        process.decode(TAVRO_PICTURE_BINARY, file.handle(), bound, {});
-        file.close();
+        ASSERT_TRUE(process.decode(TAVRO_PICTURE_BINARY, folder.path() / "picture.png", bounds, {}));
         process.wait();
         const auto image = process.image();
         EXPECT_EQ(QSize(image->pixelWidth, image->pixelHeight), expected);

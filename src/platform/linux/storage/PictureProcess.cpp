@@ -2,17 +2,31 @@
 
 #include "platform/linux/process/Programs.h"
 
+#include <QFile>
 #include <QTimer>
 
 #include <chrono>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
 namespace tavro {
 
 namespace {
+
 constexpr std::chrono::milliseconds longestRun = std::chrono::seconds(30);
+
+/// Opens what is a file; never waits on a pipe or a device.
+bool openFile(const std::filesystem::path& path, QFile& file) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return false;
+    struct stat status {};
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
+
+} // namespace
 
 PictureProcess::PictureProcess(QObject* parent)
     : QProcess(parent) {
@@ -31,18 +45,22 @@ PictureProcess::~PictureProcess() {
     waitForFinished();
 }
 
-void PictureProcess::decode(const std::filesystem::path& program, int file, QSize atMost,
-                            std::function<void()> whenDone) {
+bool PictureProcess::decode(const std::filesystem::path& program, const std::filesystem::path& path,
+                            const QStringList& arguments, std::function<void()> whenDone) {
+    QFile file;
+    if (!path.empty() && !openFile(path, file))
+        return false;
+    if (path.empty())
+        setStandardInputFile(nullDevice());
     m_whenDone = std::move(whenDone);
-    QStringList bounds;
-    if (!atMost.isEmpty())
-        bounds << QString::number(atMost.width()) << QString::number(atMost.height());
-    setChildProcessModifier([file] {
-        ::dup2(file, STDIN_FILENO);
+    setChildProcessModifier([descriptor = file.handle()] {
+        if (descriptor >= 0)
+            ::dup2(descriptor, STDIN_FILENO);
         becomeOrdinaryProgram();
     });
     QTimer::singleShot(longestRun, this, [this] { kill(); });
-    start(QString::fromStdString(program.string()), bounds);
+    start(QString::fromStdString(program.string()), arguments);
+    return true;
 }
 
 void PictureProcess::wait() {

@@ -3,7 +3,7 @@
 #include "platform/linux/storage/PictureAnswer.h"
 
 #include <QProcess>
-#include <QSize>
+#include <QStringList>
 
 #include <filesystem>
 #include <functional>
@@ -17,9 +17,10 @@ public:
     explicit PictureProcess(QObject* parent = nullptr);
     ~PictureProcess() override;
 
-    /// Starts it with an open file; an empty size is none at all. The block runs once, when it has ended, or
-    /// could not be started.
-    void decode(const std::filesystem::path& program, int file, QSize atMost, std::function<void()> whenDone);
+    /// Starts it with a file; an empty path is an empty file. The block runs once, when it has ended, or could
+    /// not be started. False, and nothing more, for what is no file.
+    bool decode(const std::filesystem::path& program, const std::filesystem::path& file,
+                const QStringList& arguments, std::function<void()> whenDone);
     /// Returns when it has ended.
     void wait();
 

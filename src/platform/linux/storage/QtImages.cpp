@@ -6,14 +6,11 @@
 #include "toolkit/Pixels.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QScreen>
 
 #include <algorithm>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <utility>
 
 namespace tavro {
@@ -22,21 +19,18 @@ namespace {
 /// A photograph is encoded several times as fast as with the default, at little more than its size.
 constexpr int pngQuality = 80;
 
-/// Opens what is a file; never waits on a pipe or a device.
-bool openFile(const std::filesystem::path& path, QFile& file) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return false;
-    struct stat status {};
-    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-}
-
 /// In pixels; empty where there is no screen.
 QSize largestScreen() {
     QSize largest(0, 0);
     for (const auto* screen : QGuiApplication::screens())
         largest = largest.expandedTo((QSizeF(screen->size()) * screen->devicePixelRatio()).toSize());
     return largest;
+}
+
+/// As they stand on the decoder's command line.
+QStringList bounds(QSize atMost) {
+    return atMost.isEmpty() ? QStringList()
+                            : QStringList{QString::number(atMost.width()), QString::number(atMost.height())};
 }
 
 std::optional<std::string> encodedPng(const Image& image) {
@@ -61,7 +55,7 @@ std::optional<Image> QtImages::contentsOf(const std::filesystem::path& file) con
     if (auto known = m_recent.find(*version))
         return known;
     PictureProcess process;
-    if (!start(process, file, {}, {}))
+    if (!process.decode(m_decoder, file, {}, {}))
         return std::nullopt;
     process.wait();
     return resultOf(process, *version);
@@ -91,7 +85,7 @@ void QtImages::startDecoding(const std::filesystem::path& file, const RecentPict
                              ImageHandler handler) {
     auto* process = new PictureProcess(&m_processes); // until one of the two ends below
     const auto decoding = m_decodings.insert(m_decodings.end(), {version, {std::move(handler)}});
-    const bool isStarted = start(*process, file, version.atMost, [this, process, decoding] {
+    const bool isStarted = process->decode(m_decoder, file, bounds(version.atMost), [this, process, decoding] {
         process->deleteLater();
         const auto image = resultOf(*process, decoding->version);
         for (const auto& waiting : decoding->handlers)
@@ -103,15 +97,6 @@ void QtImages::startDecoding(const std::filesystem::path& file, const RecentPict
     delete process;
     deliver(decoding->handlers.front(), std::nullopt);
     m_decodings.erase(decoding);
-}
-
-bool QtImages::start(PictureProcess& process, const std::filesystem::path& path, QSize atMost,
-                     std::function<void()> whenDone) const {
-    QFile file;
-    if (!openFile(path, file))
-        return false;
-    process.decode(m_decoder, file.handle(), atMost, std::move(whenDone));
-    return true;
 }
 
 std::optional<Image> QtImages::resultOf(const PictureProcess& process,

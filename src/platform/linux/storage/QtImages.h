@@ -31,8 +31,6 @@ private:
         std::vector<ImageHandler> handlers;
     };
 
-    bool start(PictureProcess& process, const std::filesystem::path& file, QSize atMost,
-               std::function<void()> whenDone) const;
     void startDecoding(const std::filesystem::path& file, const RecentPicture::Version& version,
                        ImageHandler handler);
     std::optional<Image> resultOf(const PictureProcess& process, const RecentPicture::Version& version) const;

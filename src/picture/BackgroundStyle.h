@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace tavro {
+
+/// How a desktop draws its background: two colours, and on them a picture.
+struct BackgroundStyle {
+    enum class Scaling {
+        /// As large as it is, in the middle.
+        centered,
+        /// As large as it is, side by side from the upper left corner.
+        tiled,
+        /// As large as the area, whatever becomes of its shape.
+        stretched,
+        /// As large as can be seen whole.
+        fitted,
+        /// As small as leaves nothing of the area free.
+        zoomed
+    };
+    /// From the first colour to the second; which way.
+    enum class Shading { solid, horizontal, vertical };
+    /// Who makes a picture larger or smaller: the results differ by a little.
+    enum class Scaler { toolkit, gdkPixbuf };
+
+    Scaling scaling = Scaling::zoomed;
+    Shading shading = Shading::solid;
+    Scaler scaler = Scaler::toolkit;
+    /// 0xRRGGBB.
+    std::array<std::uint32_t, 2> colors{};
+
+    bool operator==(const BackgroundStyle&) const = default;
+};
+
+} // namespace tavro

@@ -1,0 +1,63 @@
+#include "picture/CompositionPainting.h"
+
+#include "picture/GdkPixbufScaler.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+
+namespace tavro {
+
+namespace {
+
+using Scaling = BackgroundStyle::Scaling;
+using Shading = BackgroundStyle::Shading;
+
+/// The part of the picture that has been made that large.
+QImage scaledPart(BackgroundStyle::Scaler scaler, const QImage& picture, QSize size, const QRect& part) {
+    if (picture.size() == size)
+        return picture.copy(part);
+    if (scaler == BackgroundStyle::Scaler::gdkPixbuf)
+        return scaledByGdkPixbuf(picture, size, part);
+    return isWithinBounds(size)
+               ? picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).copy(part)
+               : QImage();
+}
+
+QBrush brushOf(const BackgroundStyle& style, const QRect& area) {
+    const QColor first(QRgb{style.colors[0]}), second(QRgb{style.colors[1]});
+    if (style.shading == Shading::solid)
+        return first;
+    QLinearGradient gradient(area.topLeft(), style.shading == Shading::horizontal
+                                                 ? QPointF(area.x() + area.width(), area.y())
+                                                 : QPointF(area.x(), area.y() + area.height()));
+    gradient.setColorAt(0, first);
+    gradient.setColorAt(1, second);
+    return gradient;
+}
+
+} // namespace
+
+QImage draw(const Composition& composition, const QImage& picture) {
+    const auto& [style, screen, area] = composition;
+    QImage image(screen, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return {};
+    QPainter painter(&image);
+    painter.fillRect(image.rect(), brushOf(style, area));
+    if (picture.isNull())
+        return image;
+    const auto place = composition.placeOf(picture.size());
+    if (style.scaling == Scaling::tiled) {
+        painter.setBrushOrigin(place.topLeft());
+        painter.fillRect(image.rect(), picture);
+        return image;
+    }
+    const auto visible = place & image.rect();
+    if (visible.isEmpty())
+        return image;
+    const auto part = scaledPart(style.scaler, picture, place.size(), visible.translated(-place.topLeft()));
+    painter.drawImage(visible.topLeft(), part);
+    return part.isNull() ? QImage() : image;
+}
+
+} // namespace tavro
