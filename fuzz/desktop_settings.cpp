@@ -1,8 +1,9 @@
 // What desktops say of their own shortcuts and wallpapers: replies of xfconf, listings of GSettings, files of
 // KDE, pcmanfm and others.
 #include "platform/linux/bus/GSettings.h"
+#include "platform/linux/desktops/GnomeBackground.h"
+#include "platform/linux/desktops/Lxde.h"
 #include "platform/linux/desktops/Plasma.h"
-#include "platform/linux/desktops/SettingsText.h"
 #include "platform/linux/desktops/Xfce.h"
 
 #include <cstddef>
@@ -19,6 +20,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     (void)parseXfceShortcuts(properties);
     (void)parseAccelerators({{"schema", parseSettings("schema", text)}});
     (void)parsePlasmaShortcuts(text);
-    (void)localFile(valueInSection(text, "[General]", "Image"));
+    (void)parseXfceBackground(properties, {});
+    (void)parseGnomeBackground(parseSettings("schema", text), text);
+    (void)pictureOfSlideShow(text.toUtf8(), QDateTime(), {4, 3});
+    const auto settings = parseSettingsText(text);
+    (void)parsePcmanfmBackground(settings, 0);
+    (void)localFile(parsePlasmaWallpaper(settings, 0, {}).picture);
+    (void)preferredPicture(text.split('\n'), {4, 3});
     return 0;
 }

@@ -21,8 +21,17 @@ struct BackgroundStyle {
     };
     /// From the first colour to the second; which way.
     enum class Shading { solid, horizontal, vertical };
-    /// Who makes a picture larger or smaller: the results differ by a little.
-    enum class Scaler { toolkit, gdkPixbuf };
+    /// Who makes a picture larger or smaller, and what becomes of a side that is no whole number of pixels.
+    enum class Scaler {
+        /// It is cut off.
+        toolkit,
+        /// It is rounded up.
+        toolkitRoundingUp,
+        /// It is cut off after reckoning with single precision, so that a column may stay free.
+        gdkPixbuf,
+        /// As an Image element of Qt Quick does all of it; then the area is the screen's.
+        quick
+    };
 
     Scaling scaling = Scaling::zoomed;
     Shading shading = Shading::solid;

@@ -1,7 +1,11 @@
 #include "picture/Composition.h"
 
 #include "picture/PictureHeader.h"
+#include "picture/QuickImage.h"
 
+#include <QtMath>
+
+#include <algorithm>
 #include <array>
 
 namespace tavro {
@@ -12,27 +16,29 @@ using Scaling = BackgroundStyle::Scaling;
 using Shading = BackgroundStyle::Shading;
 using Scaler = BackgroundStyle::Scaler;
 
-QSize scaled(Scaling scaling, QSize picture, QSize area) {
-    switch (scaling) {
-    case Scaling::centered:
-    case Scaling::tiled:
-        return picture;
-    case Scaling::stretched:
-        return area;
-    case Scaling::fitted:
-        return picture.scaled(area, Qt::KeepAspectRatio).expandedTo({1, 1});
-    case Scaling::zoomed:
-        return picture.scaled(area, Qt::KeepAspectRatioByExpanding);
+/// Of the same shape.
+QSize shaped(const BackgroundStyle& style, QSize picture, QSize area) {
+    using Scaler = BackgroundStyle::Scaler;
+    const bool isFitted = style.scaling == Scaling::fitted;
+    if (style.scaler == Scaler::toolkit)
+        return picture.scaled(area, isFitted ? Qt::KeepAspectRatio : Qt::KeepAspectRatioByExpanding);
+    if (style.scaler == Scaler::toolkitRoundingUp) {
+        const auto exact =
+            QSizeF(picture).scaled(area, isFitted ? Qt::KeepAspectRatio : Qt::KeepAspectRatioByExpanding);
+        return {qCeil(exact.width()), qCeil(exact.height())};
     }
-    return {};
+    const auto ofWidth = static_cast<float>(area.width()) / static_cast<float>(picture.width()),
+               ofHeight = static_cast<float>(area.height()) / static_cast<float>(picture.height());
+    const double factor = isFitted ? std::min(ofWidth, ofHeight) : std::max(ofWidth, ofHeight);
+    return {static_cast<int>(picture.width() * factor), static_cast<int>(picture.height() * factor)};
 }
 
 } // namespace
 
 bool isWithinBounds(QSize size) {
-    return !size.isEmpty() && PictureHeader{static_cast<std::uint32_t>(size.width()),
-                                            static_cast<std::uint32_t>(size.height())}
-                                  .isWithinBounds();
+    return !size.isEmpty() &&
+           PictureHeader{static_cast<std::uint32_t>(size.width()), static_cast<std::uint32_t>(size.height())}
+               .isWithinBounds();
 }
 
 QStringList Composition::arguments() const {
@@ -63,13 +69,20 @@ std::optional<Composition> Composition::parse(const QStringList& arguments) {
     return isOne ? std::optional(composition) : std::nullopt;
 }
 
+QSize Composition::loadedSize(QSize own, bool isDrawing) const {
+    const bool isQuick = style.scaler == BackgroundStyle::Scaler::quick;
+    return isQuick ? quickLoadedSize(style.scaling, own, screen, isDrawing) : own;
+}
+
 QRect Composition::placeOf(QSize picture) const {
-    const auto size = scaled(style.scaling, picture, area.size());
-    const auto free = area.size() - size;
-    const bool isInTheCorner = style.scaling == Scaling::tiled;
-    // What is cut off is rounded like what is left free: towards nothing.
-    const auto corner = isInTheCorner ? QPoint() : QPoint(free.width() / 2, free.height() / 2);
-    return {area.topLeft() + corner, size};
+    if (style.scaling == Scaling::tiled)
+        return {area.topLeft(), picture};
+    if (style.scaling == Scaling::stretched)
+        return area;
+    const auto size =
+        style.scaling == Scaling::centered ? picture : shaped(style, picture, area.size()).expandedTo({1, 1});
+    const auto free = area.size() - size; // or what is cut off
+    return {area.topLeft() + QPoint(free.width() / 2, free.height() / 2), size};
 }
 
 } // namespace tavro

@@ -25,7 +25,9 @@ struct Composition {
     /// None where they are not whole, or there would be no picture of a screen within the bounds.
     static std::optional<Composition> parse(const QStringList& arguments);
 
-    /// Where a picture of that size is drawn; of tiles, the first one.
+    /// The size at which a picture is loaded, before it is made larger or smaller.
+    QSize loadedSize(QSize own, bool isDrawing) const;
+    /// Where a picture of that size is drawn; of tiles, the first one. Not for Qt Quick.
     QRect placeOf(QSize picture) const;
 };
 

@@ -1,6 +1,7 @@
 #include "picture/CompositionPainting.h"
 
 #include "picture/GdkPixbufScaler.h"
+#include "picture/QuickImage.h"
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -46,6 +47,12 @@ QImage draw(const Composition& composition, const QImage& picture) {
     painter.fillRect(image.rect(), brushOf(style, area));
     if (picture.isNull())
         return image;
+    if (style.scaler == BackgroundStyle::Scaler::quick) {
+        const auto size = quickLoadedSize(style.scaling, picture.size(), screen, false);
+        const auto loaded = scaledPart(style.scaler, picture, size, {{}, size});
+        drawQuickImage(painter, style.scaling, loaded, screen);
+        return loaded.isNull() ? QImage() : image;
+    }
     const auto place = composition.placeOf(picture.size());
     if (style.scaling == Scaling::tiled) {
         painter.setBrushOrigin(place.topLeft());

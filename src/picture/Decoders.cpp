@@ -3,6 +3,7 @@
 #include "picture/HeicFile.h"
 #include "picture/JpegFile.h"
 #include "picture/PictureHeader.h"
+#include "picture/SvgFile.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -32,7 +33,12 @@ void readAs(const char* format, QImageReader& reader) {
     reader.setFormat(format);
 }
 
-QImage decodeAs(const char* format, std::string_view file) {
+bool isTooLarge(QSize size) {
+    constexpr int longestSide = PictureHeader::longestSide;
+    return size.width() > longestSide || size.height() > longestSide;
+}
+
+QImage decodeAs(const char* format, std::string_view file, const WantedSize& wanted) {
     if (format == jpeg && isCutOffJpeg(file))
         return {};
     auto bytes = QByteArray::fromRawData(file.data(), static_cast<qsizetype>(file.size()));
@@ -41,9 +47,14 @@ QImage decodeAs(const char* format, std::string_view file) {
     readAs(format, reader);
     reader.setAutoTransform(true);
     QImageReader::setAllocationLimit(PictureHeader::mostBytes >> 20);
-    constexpr int longestSide = PictureHeader::longestSide;
     const auto size = reader.size();
-    return size.width() > longestSide || size.height() > longestSide ? QImage() : reader.read();
+    const bool isTurned = reader.transformation() & QImageIOHandler::TransformationRotate90;
+    const auto other = size.isEmpty() || isTurned ? size : wanted(size, false);
+    if (isTooLarge(size) || isTooLarge(other))
+        return {};
+    if (other != size)
+        reader.setScaledSize(other);
+    return reader.read();
 }
 
 } // namespace
@@ -63,12 +74,13 @@ void loadDecoders() {
     loadSvgDecoder();
 }
 
-QImage decode(std::string_view file, const SizeOfDrawing& wanted) {
+QImage decode(std::string_view file, const WantedSize& wanted) {
     constexpr int longestSide = PictureHeader::longestSide;
     if (const auto* format = formatOf(file))
-        return decodeAs(format, file);
+        return decodeAs(format, file, wanted);
     if (isSvg(file))
-        return drawSvg(file, wanted, longestSide);
+        return drawSvg(
+            file, [&](QSize own) { return wanted(own, true); }, longestSide);
     return isHeic(file) ? decodeHeic(file, longestSide) : QImage();
 }
 

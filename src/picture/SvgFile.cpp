@@ -44,23 +44,24 @@ bool isSvg(std::string_view bytes) {
     return start != head.npos && head[start] == '<' && head.find("<svg", start) != head.npos;
 }
 
-// Of a handle without a base, the library opens no file and reaches no network; this process could not either.
-QImage drawSvg(std::string_view bytes, const SizeOfDrawing& wanted, int longestSide) {
-    const Handle handle(rsvg_handle_new_from_data(reinterpret_cast<const guint8*>(bytes.data()), bytes.size(),
-                                                  nullptr));
+// Of a handle without a base, the library opens no file and reaches no network; this process could not
+// either.
+QImage drawSvg(std::string_view bytes, const std::function<QSize(QSize)>& sizeByOwn, int longestSide) {
+    const Handle handle(
+        rsvg_handle_new_from_data(reinterpret_cast<const guint8*>(bytes.data()), bytes.size(), nullptr));
     const auto own = handle ? sizeOf(handle.get()) : QSizeF();
     if (!(own.width() > 0 && own.width() <= longestSide && own.height() > 0 && own.height() <= longestSide))
         return {};
-    const auto size = wanted(QSizeF(std::ceil(own.width()), std::ceil(own.height())).toSize());
+    const auto size = sizeByOwn(QSizeF(std::ceil(own.width()), std::ceil(own.height())).toSize());
     if (size.isEmpty() || size.width() > longestSide || size.height() > longestSide)
         return {};
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return {};
     image.fill(Qt::transparent);
-    const Surface surface(
-        cairo_image_surface_create_for_data(image.bits(), CAIRO_FORMAT_ARGB32, image.width(), image.height(),
-                                            static_cast<int>(image.bytesPerLine())));
+    const Surface surface(cairo_image_surface_create_for_data(image.bits(), CAIRO_FORMAT_ARGB32,
+                                                              image.width(), image.height(),
+                                                              static_cast<int>(image.bytesPerLine())));
     const Context context(cairo_create(surface.get()));
     cairo_scale(context.get(), size.width() / own.width(), size.height() / own.height());
     const RsvgRectangle place{0, 0, own.width(), own.height()};

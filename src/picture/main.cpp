@@ -52,15 +52,15 @@ bool write(QImage picture, bool isConfined) {
 std::function<QImage(std::string_view)> parse(const QStringList& arguments) {
     if (const auto composition = tavro::Composition::parse(arguments))
         return [composition](std::string_view file) {
-            const auto sizeOf = [&](QSize drawing) { return composition->placeOf(drawing).size(); };
-            const auto picture = tavro::decode(file, sizeOf);
+            const auto picture = tavro::decode(
+                file, [&](QSize own, bool isDrawing) { return composition->loadedSize(own, isDrawing); });
             return picture.isNull() && !file.empty() ? QImage() : draw(*composition, picture);
         };
     const auto bound = [&](qsizetype index) {
         return index < arguments.size() ? std::max(arguments[index].toInt(), 1) : INT_MAX;
     };
     return [atMost = QSize(bound(0), bound(1))](std::string_view file) {
-        return within(atMost, tavro::decode(file, [](QSize own) { return own; }));
+        return within(atMost, tavro::decode(file, [](QSize own, bool) { return own; }));
     };
 }
 

@@ -3,6 +3,7 @@
 #include "platform/linux/applications/XRunningApplication.h"
 #include "platform/linux/desktops/Desktop.h"
 #include "platform/linux/process/Programs.h"
+#include "platform/linux/windows/DesktopWallpaper.h"
 #include "platform/linux/windows/QtScreens.h"
 
 #include <QDesktopServices>
@@ -54,7 +55,12 @@ std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
 }
 
 std::optional<std::filesystem::path> XWorkspace::desktopImageURL(const Screen& screen) const {
-    return m_desktop.wallpaper(m_screens.connector(screen));
+    for (const auto& known : DesktopWallpaper::screens(m_x, m_screens))
+        if (known.connector == m_screens.connector(screen)) {
+            const auto background = m_desktop.background(known);
+            return background ? background->picture : std::nullopt;
+        }
+    return std::nullopt;
 }
 
 void XWorkspace::open(const std::string& url) {

@@ -24,7 +24,11 @@ Result<QVariantMap, BusFailure> Xfconf::list(const QString& channel) {
     const auto reply = call("GetAllProperties", {channel, "/"});
     if (!reply)
         return reply.error();
-    return qdbus_cast<QVariantMap>(reply->value(0));
+    auto properties = qdbus_cast<QVariantMap>(reply->value(0));
+    for (auto& value : properties)
+        if (value.userType() == qMetaTypeId<QDBusArgument>())
+            value = qdbus_cast<QVariantList>(value);
+    return properties;
 }
 
 BusReply Xfconf::call(const QString& method, const QVariantList& arguments) {

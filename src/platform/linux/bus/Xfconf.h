@@ -18,7 +18,7 @@ public:
     Result<QVariant, BusFailure> get(const QString& channel, const QString& property);
     /// None on success.
     std::optional<BusFailure> set(const QString& channel, const QString& property, const QVariant& value);
-    /// Every property of a channel.
+    /// Every property of a channel; arrays are lists.
     Result<QVariantMap, BusFailure> list(const QString& channel);
 
 private:

@@ -10,7 +10,7 @@ class Cinnamon final : public Desktop {
 public:
     explicit Cinnamon(const GSettings& settings)
         : m_settings(settings) {}
-    std::optional<std::filesystem::path> wallpaper(const std::string& connector) override;
+    std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
 
 private:
     const GSettings& m_settings;

@@ -1,22 +1,26 @@
 #include "platform/linux/desktops/Gnome.h"
 
-#include "platform/linux/desktops/SettingsText.h"
+#include "platform/linux/desktops/GnomeBackground.h"
 
 namespace tavro {
 
 namespace {
 
 constexpr auto interface = "org.gnome.desktop.interface";
-constexpr auto background = "org.gnome.desktop.background";
+constexpr auto schemaOfBackground = "org.gnome.desktop.background";
 constexpr auto mediaKeys = "org.gnome.settings-daemon.plugins.media-keys";
 constexpr auto customKeybinding = "org.gnome.settings-daemon.plugins.media-keys.custom-keybinding";
 
 } // namespace
 
-std::optional<std::filesystem::path> Gnome::wallpaper(const std::string&) {
-    auto settings = m_settings.list({interface, background});
+std::optional<DesktopBackground> Gnome::background(const DesktopScreen& screen) {
+    auto settings = m_settings.list({interface, schemaOfBackground});
+    const auto found = settings.find(schemaOfBackground);
+    if (found == settings.end())
+        return std::nullopt;
     const bool isDark = settings[interface]["color-scheme"] == "prefer-dark";
-    return localFile(settings[background][isDark ? "picture-uri-dark" : "picture-uri"].toString());
+    const auto picture = found->second[isDark ? "picture-uri-dark" : "picture-uri"].toString();
+    return withPresentPicture(parseGnomeBackground(found->second, picture), screen.pixels.size());
 }
 
 std::vector<DesktopShortcut> Gnome::shortcuts() {

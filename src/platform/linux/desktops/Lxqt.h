@@ -7,7 +7,7 @@ namespace tavro {
 /// LXQt, whose desktop is pcmanfm-qt: the file of its profile.
 class Lxqt final : public Desktop {
 public:
-    std::optional<std::filesystem::path> wallpaper(const std::string& connector) override;
+    std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
 };
 
 } // namespace tavro

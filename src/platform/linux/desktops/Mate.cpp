@@ -1,12 +1,18 @@
 #include "platform/linux/desktops/Mate.h"
 
-#include "platform/linux/desktops/SettingsText.h"
+#include "platform/linux/desktops/GnomeBackground.h"
 
 namespace tavro {
 
-std::optional<std::filesystem::path> Mate::wallpaper(const std::string&) {
-    const auto file = m_settings.get("org.mate.background", "picture-filename");
-    return file ? localFile(file->toString()) : std::nullopt;
+std::optional<DesktopBackground> Mate::background(const DesktopScreen& screen) {
+    constexpr auto schema = "org.mate.background";
+    const auto settings = m_settings.list({schema});
+    const auto found = settings.find(schema);
+    if (found == settings.end())
+        return std::nullopt;
+    return withPresentPicture(
+        parseGnomeBackground(found->second, found->second["picture-filename"].toString()),
+        screen.pixels.size());
 }
 
 std::vector<DesktopShortcut> Mate::shortcuts() {

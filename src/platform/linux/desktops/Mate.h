@@ -10,7 +10,7 @@ class Mate final : public Desktop {
 public:
     explicit Mate(const GSettings& settings)
         : m_settings(settings) {}
-    std::optional<std::filesystem::path> wallpaper(const std::string& connector) override;
+    std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
     std::vector<DesktopShortcut> shortcuts() override;
 
 private:

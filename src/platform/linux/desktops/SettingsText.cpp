@@ -1,27 +1,43 @@
 #include "platform/linux/desktops/SettingsText.h"
 
+#include <QColor>
 #include <QFile>
+#include <QRegularExpression>
 #include <QStandardPaths>
-#include <QStringList>
 #include <QUrl>
 
 namespace tavro {
 
-QString textOfConfiguration(const QString& file) {
+QByteArray beginOfFile(const QString& file) {
     constexpr qint64 largest = 1 << 20;
-    QFile source(QStandardPaths::locate(QStandardPaths::GenericConfigLocation, file));
-    return source.open(QIODevice::ReadOnly) ? QString::fromUtf8(source.read(largest)) : QString();
+    QFile source(file);
+    return !file.isEmpty() && source.open(QIODevice::ReadOnly) ? source.read(largest) : QByteArray();
 }
 
-QString valueInSection(const QString& text, const QString& headerEnd, const QString& key) {
-    bool inSection = false;
+QString textOfConfiguration(const QString& file) {
+    return QString::fromUtf8(
+        beginOfFile(QStandardPaths::locate(QStandardPaths::GenericConfigLocation, file)));
+}
+
+SettingsText parseSettingsText(const QString& text) {
+    SettingsText settings;
+    auto* section = &settings[QString()];
     for (const auto& line : text.split('\n')) {
+        const auto equals = line.indexOf('=');
         if (line.startsWith('['))
-            inSection = line.trimmed().endsWith(headerEnd);
-        else if (inSection && line.startsWith(key + '='))
-            return line.mid(key.size() + 1).trimmed();
+            section = &settings[line.trimmed()];
+        else if (equals > 0)
+            section->emplace(line.left(equals).trimmed(), line.mid(equals + 1).trimmed());
     }
-    return {};
+    return settings;
+}
+
+QString valueOf(const SettingsText& settings, const QString& header, const QString& key) {
+    const auto section = settings.find(header);
+    if (section == settings.end())
+        return {};
+    const auto value = section->second.find(key);
+    return value == section->second.end() ? QString() : value->second;
 }
 
 std::optional<std::filesystem::path> localFile(const QString& location) {
@@ -30,6 +46,16 @@ std::optional<std::filesystem::path> localFile(const QString& location) {
     if (!path.startsWith('/'))
         return std::nullopt;
     return std::filesystem::path(path.toStdString());
+}
+
+std::uint32_t parseColor(const QString& text) {
+    static const QRegularExpression numbers("^(?:rgba?\\()?(\\d+), *(\\d+), *(\\d+)");
+    const auto match = numbers.match(text);
+    const auto color = match.hasMatch() ? QColor(match.captured(1).toInt(), match.captured(2).toInt(),
+                                                 match.captured(3).toInt())
+                                        : QColor(text);
+    constexpr QRgb withoutAlpha = 0xFFFFFF;
+    return color.isValid() ? color.rgb() & withoutAlpha : 0;
 }
 
 } // namespace tavro

@@ -5,6 +5,8 @@
 
 namespace tavro {
 
+/// Of the properties in XFCE's channel "xfce4-desktop".
+DesktopBackground parseXfceBackground(const QVariantMap& properties, const DesktopScreen& screen);
 /// Of the properties in XFCE's channel "xfce4-keyboard-shortcuts".
 std::vector<DesktopShortcut> parseXfceShortcuts(const QVariantMap& properties);
 
@@ -13,7 +15,7 @@ class Xfce final : public Desktop {
 public:
     explicit Xfce(BoundedBus& bus)
         : m_xfconf(bus) {}
-    std::optional<std::filesystem::path> wallpaper(const std::string& connector) override;
+    std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
     std::vector<DesktopShortcut> shortcuts() override;
 
 private:

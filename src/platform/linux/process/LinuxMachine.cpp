@@ -31,6 +31,16 @@ std::vector<DesktopShortcut> shortcutsOfDesktop() {
     return runningDesktop(bus, settings)->shortcuts();
 }
 
+DesktopWallpaper::Backgrounds backgroundsOfDesktop(const std::vector<DesktopScreen>& screens) {
+    BoundedBus bus;
+    const GSettings settings;
+    const auto desktop = runningDesktop(bus, settings);
+    DesktopWallpaper::Backgrounds backgrounds;
+    for (const auto& screen : screens)
+        backgrounds.push_back(desktop->background(screen));
+    return backgrounds;
+}
+
 } // namespace
 
 LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, TerminationSignals& signals, Views views,
@@ -52,7 +62,8 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_images(helper("tavropro-picture"), log)
     , m_screens(*m_x)
     , m_urlSession(makeURLSession(log))
-    , m_windowList(*m_x)
+    , m_wallpaper(*m_x, m_screens, helper("tavropro-picture"), &backgroundsOfDesktop)
+    , m_windowList(*m_x, m_wallpaper)
     , m_windowServer(*m_x, std::move(views), log)
     , m_workspace(*m_x, m_screens, *m_desktop, m_mainQueue, log)
     , m_application(signals,

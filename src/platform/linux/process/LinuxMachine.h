@@ -22,6 +22,7 @@
 #include "platform/linux/storage/PlistUserDefaults.h"
 #include "platform/linux/storage/QtImages.h"
 #include "platform/linux/storage/XdgFileManager.h"
+#include "platform/linux/windows/DesktopWallpaper.h"
 #include "platform/linux/windows/QtOpenPanels.h"
 #include "platform/linux/windows/QtScreens.h"
 #include "platform/linux/windows/QtWindowServer.h"
@@ -95,6 +96,7 @@ private:
     QtOpenPanels m_openPanels;
     QtScreens m_screens;
     const std::unique_ptr<URLSession> m_urlSession;
+    DesktopWallpaper m_wallpaper;
     XWindowList m_windowList;
     QtWindowServer m_windowServer;
     XWorkspace m_workspace;

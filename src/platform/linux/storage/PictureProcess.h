@@ -17,8 +17,8 @@ public:
     explicit PictureProcess(QObject* parent = nullptr);
     ~PictureProcess() override;
 
-    /// Starts it with a file; an empty path is an empty file. The block runs once, when it has ended, or could
-    /// not be started. False, and nothing more, for what is no file.
+    /// Starts it with a file; an empty path is an empty file. The block runs once, when it has ended, or
+    /// could not be started. False, and nothing more, for what is no file.
     bool decode(const std::filesystem::path& program, const std::filesystem::path& file,
                 const QStringList& arguments, std::function<void()> whenDone);
     /// Returns when it has ended.

@@ -85,13 +85,14 @@ void QtImages::startDecoding(const std::filesystem::path& file, const RecentPict
                              ImageHandler handler) {
     auto* process = new PictureProcess(&m_processes); // until one of the two ends below
     const auto decoding = m_decodings.insert(m_decodings.end(), {version, {std::move(handler)}});
-    const bool isStarted = process->decode(m_decoder, file, bounds(version.atMost), [this, process, decoding] {
-        process->deleteLater();
-        const auto image = resultOf(*process, decoding->version);
-        for (const auto& waiting : decoding->handlers)
-            deliver(waiting, image);
-        m_decodings.erase(decoding);
-    });
+    const bool isStarted =
+        process->decode(m_decoder, file, bounds(version.atMost), [this, process, decoding] {
+            process->deleteLater();
+            const auto image = resultOf(*process, decoding->version);
+            for (const auto& waiting : decoding->handlers)
+                deliver(waiting, image);
+            m_decodings.erase(decoding);
+        });
     if (isStarted)
         return;
     delete process;

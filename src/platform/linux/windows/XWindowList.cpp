@@ -1,5 +1,6 @@
 #include "platform/linux/windows/XWindowList.h"
 
+#include "platform/linux/windows/DesktopWallpaper.h"
 #include "platform/linux/windows/QtScreens.h"
 #include "platform/linux/windows/XPixmap.h"
 #include "platform/linux/x11/ClientList.h"
@@ -18,10 +19,13 @@ std::optional<PropertyList::Array> XWindowList::copyWindowInfo(unsigned options,
         windows.erase(windows.begin(), given == windows.end() ? given : given + 1);
     }
     auto entries = describe(windows);
-    if (const auto pixmap = wallpaper())
-        entries.push_back(PropertyList::Dictionary{{WindowListKey::ownerName, "Dock"},
-                                                   {WindowListKey::name, "Wallpaper-"},
-                                                   {WindowListKey::number, *pixmap}});
+    const auto pixmap = m_wallpaper.pixmap();
+    const bool isOurs = m_wallpaper.hasOwnPictures() && !(pixmap && pixmap->isWhole);
+    if (pixmap || isOurs)
+        entries.push_back(
+            PropertyList::Dictionary{{WindowListKey::ownerName, "Dock"},
+                                     {WindowListKey::name, "Wallpaper-"},
+                                     {WindowListKey::number, isOurs ? m_x.root() : pixmap->number}});
     return entries;
 }
 
@@ -50,26 +54,27 @@ PropertyList::Array XWindowList::describe(const std::vector<xcb_window_t>& front
     return entries;
 }
 
-std::optional<xcb_pixmap_t> XWindowList::wallpaper() const {
-    return m_x.value(m_x.request(m_x.root(), m_x.atoms().xrootpmapId));
+// A cover asks for it: then is the time to look whether it is still the desktop's.
+std::optional<Image> XWindowList::createImage(Rect area, unsigned, WindowNumber window, unsigned) const {
+    const auto part = QtScreens::rootPixels(area);
+    if (part.isEmpty())
+        return std::nullopt;
+    m_wallpaper.renewSoon();
+    const auto number = static_cast<xcb_drawable_t>(window);
+    auto image = number == m_x.root() ? m_wallpaper.ownPicture(part) : pictureOf(number, part);
+    if (image)
+        image->size = area.size;
+    return image;
 }
 
-// The pixmap's identifier stays on the root window when the desktop that made it has died; then the server
-// answers with an error, and there is no picture.
-std::optional<Image> XWindowList::createImage(Rect area, unsigned, WindowNumber window, unsigned) const {
-    const auto drawable = static_cast<xcb_drawable_t>(window);
-    const auto part = QtScreens::rootPixels(area);
-    if (wallpaper() != drawable || part.isEmpty())
-        return std::nullopt;
-    const XReply<xcb_get_geometry_reply_t> pixmap(
-        xcb_get_geometry_reply(m_x.raw(), xcb_get_geometry(m_x.raw(), drawable), nullptr));
-    if (!pixmap)
+std::optional<Image> XWindowList::pictureOf(xcb_pixmap_t number, const QRect& part) const {
+    const auto pixmap = m_wallpaper.pixmap();
+    if (!pixmap || pixmap->number != number)
         return std::nullopt;
     Image image;
     image.pixelWidth = part.width();
     image.pixelHeight = part.height();
-    image.size = area.size;
-    image.onServer = std::make_shared<const XServerImage>(drawable, pixmap->depth, part);
+    image.onServer = std::make_shared<const XServerImage>(number, pixmap->depth, part);
     return image;
 }
 

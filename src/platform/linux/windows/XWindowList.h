@@ -3,14 +3,19 @@
 #include "platform/linux/x11/XConnection.h"
 #include "platform/windows/WindowList.h"
 
+#include <QRect>
+
 namespace tavro {
 
-/// The managed windows, and below them the wallpaper: the pixmap that desktops leave on the root window under
-/// `_XROOTPMAP_ID` appears as the wallpaper window. Of the other windows no pictures are taken.
+class DesktopWallpaper;
+
+/// The managed windows, and below them the wallpaper: the server's picture of it appears as the wallpaper
+/// window, or else the root window with pictures of our own. Of the other windows no pictures are taken.
 class XWindowList final : public WindowList {
 public:
-    explicit XWindowList(XConnection& x)
-        : m_x(x) {}
+    XWindowList(XConnection& x, DesktopWallpaper& wallpaper)
+        : m_x(x)
+        , m_wallpaper(wallpaper) {}
 
     std::optional<PropertyList::Array> copyWindowInfo(unsigned options,
                                                       WindowNumber relativeTo) const override;
@@ -18,10 +23,11 @@ public:
                                      unsigned imageOptions) const override;
 
 private:
-    std::optional<xcb_pixmap_t> wallpaper() const;
+    std::optional<Image> pictureOf(xcb_pixmap_t number, const QRect& part) const;
     PropertyList::Array describe(const std::vector<xcb_window_t>& frontToBack) const;
 
     XConnection& m_x;
+    DesktopWallpaper& m_wallpaper;
 };
 
 } // namespace tavro
