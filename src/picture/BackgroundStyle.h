@@ -29,6 +29,10 @@ struct BackgroundStyle {
         toolkitRoundingUp,
         /// It is cut off after reckoning with single precision, so that a column may stay free.
         gdkPixbuf,
+        /// As a compositing window manager draws a texture: it is cut off, free space rounded up, tiles are
+        /// put
+        /// around the middle, and colours change in the middle half.
+        texture,
         /// As an Image element of Qt Quick does all of it; then the area is the screen's.
         quick
     };

@@ -18,9 +18,8 @@ using Scaler = BackgroundStyle::Scaler;
 
 /// Of the same shape.
 QSize shaped(const BackgroundStyle& style, QSize picture, QSize area) {
-    using Scaler = BackgroundStyle::Scaler;
     const bool isFitted = style.scaling == Scaling::fitted;
-    if (style.scaler == Scaler::toolkit)
+    if (style.scaler == Scaler::toolkit || style.scaler == Scaler::texture)
         return picture.scaled(area, isFitted ? Qt::KeepAspectRatio : Qt::KeepAspectRatioByExpanding);
     if (style.scaler == Scaler::toolkitRoundingUp) {
         const auto exact =
@@ -75,14 +74,16 @@ QSize Composition::loadedSize(QSize own, bool isDrawing) const {
 }
 
 QRect Composition::placeOf(QSize picture) const {
-    if (style.scaling == Scaling::tiled)
+    const bool isTexture = style.scaler == Scaler::texture;
+    if (style.scaling == Scaling::tiled && !isTexture)
         return {area.topLeft(), picture};
     if (style.scaling == Scaling::stretched)
         return area;
-    const auto size =
-        style.scaling == Scaling::centered ? picture : shaped(style, picture, area.size()).expandedTo({1, 1});
-    const auto free = area.size() - size; // or what is cut off
-    return {area.topLeft() + QPoint(free.width() / 2, free.height() / 2), size};
+    const bool keepsSize = style.scaling == Scaling::centered || style.scaling == Scaling::tiled;
+    const auto size = keepsSize ? picture : shaped(style, picture, area.size()).expandedTo({1, 1});
+    const auto half = [&](int free) { return isTexture ? qCeil(free / 2.0) : free / 2; }; // or cut off
+    return {area.topLeft() + QPoint(half(area.width() - size.width()), half(area.height() - size.height())),
+            size};
 }
 
 } // namespace tavro

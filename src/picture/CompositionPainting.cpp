@@ -31,8 +31,9 @@ QBrush brushOf(const BackgroundStyle& style, const QRect& area) {
     QLinearGradient gradient(area.topLeft(), style.shading == Shading::horizontal
                                                  ? QPointF(area.x() + area.width(), area.y())
                                                  : QPointF(area.x(), area.y() + area.height()));
-    gradient.setColorAt(0, first);
-    gradient.setColorAt(1, second);
+    const bool isTexture = style.scaler == BackgroundStyle::Scaler::texture; // of two pixels, a colour each
+    gradient.setColorAt(isTexture ? 0.25 : 0, first);
+    gradient.setColorAt(isTexture ? 0.75 : 1, second);
     return gradient;
 }
 
@@ -57,6 +58,11 @@ QImage draw(const Composition& composition, const QImage& picture) {
     if (style.scaling == Scaling::tiled) {
         painter.setBrushOrigin(place.topLeft());
         painter.fillRect(image.rect(), picture);
+        return image;
+    }
+    if (style.scaler == BackgroundStyle::Scaler::texture) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(place, picture);
         return image;
     }
     const auto visible = place & image.rect();

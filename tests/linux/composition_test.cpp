@@ -2,6 +2,7 @@
 
 #include "platform/linux/storage/PictureProcess.h"
 #include "support/TemporaryFolder.h"
+#include "toolkit/Pixels.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <fstream>
 
 namespace tavro {
@@ -37,6 +37,8 @@ TEST(Composition, PlacesAPictureAsDesktopsDo) {
         {Scaling::fitted, Scaler::toolkitRoundingUp, big, area, {165, 0, 1589, 1080}},
         {Scaling::fitted, Scaler::gdkPixbuf, big, area, {166, 0, 1588, 1080}},
         {Scaling::fitted, Scaler::toolkit, {10000, 1}, area, {0, 539, 1920, 1}},
+        {Scaling::fitted, Scaler::texture, small, area, {132, 0, 1657, 1080}},
+        {Scaling::tiled, Scaler::texture, small, all, {-406, 432, 333, 217}},
         {Scaling::zoomed, Scaler::toolkit, small, area, {0, -85, 1920, 1251}},
         {Scaling::zoomed, Scaler::toolkitRoundingUp, small, area, {0, -86, 1920, 1252}},
         {Scaling::zoomed, Scaler::gdkPixbuf, small, area, {0, -85, 1919, 1251}},
@@ -83,6 +85,7 @@ TEST(Composition, IsDrawnInAProgramOfItsOwn) {
         {"somewhere else", file, Scaling::centered, Scaler::toolkit, {-16, 0, 16, 8}, "                "},
         {"centred by Qt Quick", file, Scaling::centered, Scaler::quick, screen, "      BBBB      "},
         {"tiled by Qt Quick", drawing, Scaling::tiled, Scaler::quick, screen, "BBBBBBBBBBBBBBBB"},
+        {"fitted as a texture", file, Scaling::fitted, Scaler::texture, screen, "      BBBB      "},
         {"fitted by Qt Quick", file, Scaling::fitted, Scaler::quick, screen, "      BBBB      "},
         {"zoomed by Qt Quick", drawing, Scaling::zoomed, Scaler::quick, screen, "BBBBBBBBBBBBBBBB"},
         {"a drawing", drawing, Scaling::centered, Scaler::toolkit, screen, "      BBBB      "},
@@ -99,8 +102,7 @@ TEST(Composition, IsDrawnInAProgramOfItsOwn) {
         std::string row;
         const auto image = process.image();
         for (int x = 0; image && x < image->pixelWidth; ++x) {
-            QRgb color = 0;
-            std::memcpy(&color, image->pixels.get() + 5 * image->bytesPerRow + std::size_t{4} * x, 4);
+            const auto color = toolkitImage(*image).pixel(x, 5);
             row += color == 0xff00ff00   ? ' '
                    : color == 0xff0000ff ? 'B'
                    : color == 0xffff0000 ? 'R'

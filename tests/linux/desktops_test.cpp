@@ -95,7 +95,7 @@ std::string describe(const std::optional<DesktopBackground>& background) {
         return "unknown";
     constexpr const char* scalings[] = {"centered", "tiled", "stretched", "fitted", "zoomed"};
     constexpr const char* shadings[] = {"", " to the right", " downwards"};
-    constexpr const char* scalers[] = {"", " (up)", " (GdkPixbuf)", " (Quick)"};
+    constexpr const char* scalers[] = {"", " (up)", " (GdkPixbuf)", " (texture)", " (Quick)"};
     const auto& style = background->style;
     std::ostringstream text;
     text << background->picture.value_or("nothing").string() << ' '
@@ -184,10 +184,10 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
          {},
          "/pictures/x.png fitted (GdkPixbuf) of the workspace on 80ff to the right to ff0000",
          {"⌃⌥Delete", "⌘e", "⇧⌘space", "⌘grave", "XF86AudioMute", "⌥F4"}},
-        {"ubuntu:GNOME", {}, "/pictures/by day.png fitted on 23c88 downwards to ff0010", {"⌘s", "⌃⌥x"}},
+        {"ubuntu:GNOME", {}, "/pictures/by day.png fitted (texture) on 0 downwards to 0", {"⌘s", "⌃⌥x"}},
         {"Budgie:KDE",
          {{"glib-2.0/settings/keyfile", darkWithoutKeys}, {"kglobalshortcutsrc", keysOfPlasma}},
-         "nothing zoomed on 23c88 downwards to ff0010",
+         "nothing zoomed (texture) on 23c88 downwards to ff0010",
          {}},
         {"mate", {}, "/pictures/ÄÖ.png tiled on 0", {"⌥F2"}},
         {"X-Cinnamon", {}, "/pictures/c.png stretched over all screens on 0", {}},

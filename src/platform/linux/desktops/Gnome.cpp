@@ -20,7 +20,12 @@ std::optional<DesktopBackground> Gnome::background(const DesktopScreen& screen) 
         return std::nullopt;
     const bool isDark = settings[interface]["color-scheme"] == "prefer-dark";
     const auto picture = found->second[isDark ? "picture-uri-dark" : "picture-uri"].toString();
-    return withPresentPicture(parseGnomeBackground(found->second, picture), screen.pixels.size());
+    auto background = withPresentPicture(parseGnomeBackground(found->second, picture), screen.pixels.size());
+    background.style.scaler = BackgroundStyle::Scaler::texture;
+    background.spansScreens |= background.style.scaling == BackgroundStyle::Scaling::tiled;
+    if (background.picture) // around which its window manager shows no colour
+        background.style.colors = {};
+    return background;
 }
 
 std::vector<DesktopShortcut> Gnome::shortcuts() {
