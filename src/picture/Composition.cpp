@@ -74,13 +74,13 @@ QSize Composition::loadedSize(QSize own, bool isDrawing) const {
 }
 
 QRect Composition::placeOf(QSize picture) const {
-    const bool isTexture = style.scaler == Scaler::texture;
-    if (style.scaling == Scaling::tiled && !isTexture)
+    if (style.scaling == Scaling::tiled)
         return {area.topLeft(), picture};
     if (style.scaling == Scaling::stretched)
         return area;
-    const bool keepsSize = style.scaling == Scaling::centered || style.scaling == Scaling::tiled;
-    const auto size = keepsSize ? picture : shaped(style, picture, area.size()).expandedTo({1, 1});
+    const bool isTexture = style.scaler == Scaler::texture;
+    const auto size =
+        style.scaling == Scaling::centered ? picture : shaped(style, picture, area.size()).expandedTo({1, 1});
     const auto half = [&](int free) { return isTexture ? qCeil(free / 2.0) : free / 2; }; // or cut off
     return {area.topLeft() + QPoint(half(area.width() - size.width()), half(area.height() - size.height())),
             size};

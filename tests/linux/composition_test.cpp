@@ -38,7 +38,6 @@ TEST(Composition, PlacesAPictureAsDesktopsDo) {
         {Scaling::fitted, Scaler::gdkPixbuf, big, area, {166, 0, 1588, 1080}},
         {Scaling::fitted, Scaler::toolkit, {10000, 1}, area, {0, 539, 1920, 1}},
         {Scaling::fitted, Scaler::texture, small, area, {132, 0, 1657, 1080}},
-        {Scaling::tiled, Scaler::texture, small, all, {-406, 432, 333, 217}},
         {Scaling::zoomed, Scaler::toolkit, small, area, {0, -85, 1920, 1251}},
         {Scaling::zoomed, Scaler::toolkitRoundingUp, small, area, {0, -86, 1920, 1252}},
         {Scaling::zoomed, Scaler::gdkPixbuf, small, area, {0, -85, 1919, 1251}},

@@ -22,7 +22,6 @@ std::optional<DesktopBackground> Gnome::background(const DesktopScreen& screen) 
     const auto picture = found->second[isDark ? "picture-uri-dark" : "picture-uri"].toString();
     auto background = withPresentPicture(parseGnomeBackground(found->second, picture), screen.pixels.size());
     background.style.scaler = BackgroundStyle::Scaler::texture;
-    background.spansScreens |= background.style.scaling == BackgroundStyle::Scaling::tiled;
     if (background.picture) // around which its window manager shows no colour
         background.style.colors = {};
     return background;
