@@ -162,7 +162,7 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
     fs::create_directories(images);
     fs::create_directories(images.string() + "_dark");
     fs::create_directories(data.path() / "plasma/look-and-feel/own/contents");
-    for (const auto* name : {"440x247.png", "1280x1024.png", "1680x1050.png", "1920x1080.png", "other.png"})
+    for (const auto* name : {"1280x800.png", "1280x1024.png", "1680x1050.png", "1920x1080.png", "other.png"})
         std::ofstream(images / name) << 'x';
     std::ofstream(images.string() + "_dark/1x1.jpg") << 'x';
     std::ofstream(data.path() / "plasma/look-and-feel/own/contents/defaults") << "[Wallpaper]\nImage=Hills\n";
