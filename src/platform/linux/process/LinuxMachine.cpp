@@ -64,7 +64,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_urlSession(makeURLSession(log))
     , m_wallpaper(*m_x, m_screens, helper("tavropro-picture"), &backgroundsOfDesktop)
     , m_windowList(*m_x, m_wallpaper)
-    , m_windowServer(*m_x, std::move(views), log)
+    , m_windowServer(*m_x, m_wallpaper, std::move(views), log)
     , m_workspace(*m_x, m_screens, *m_desktop, m_mainQueue, log)
     , m_application(signals,
                     [this] {

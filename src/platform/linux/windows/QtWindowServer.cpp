@@ -6,13 +6,14 @@
 
 namespace tavro {
 
-QtWindowServer::QtWindowServer(XConnection& x, Views views, Log& log)
+QtWindowServer::QtWindowServer(XConnection& x, DesktopWallpaper& wallpaper, Views views, Log& log)
     : m_x(x)
+    , m_wallpaper(wallpaper)
     , m_covers(x, log)
     , m_views(std::move(views)) {}
 
 std::shared_ptr<OverlayWindow> QtWindowServer::createOverlayWindow(const WindowSettings& settings) {
-    auto window = std::make_shared<XOverlayWindow>(m_x, m_covers, m_views);
+    auto window = std::make_shared<XOverlayWindow>(m_x, m_covers, m_wallpaper, m_views);
     window->setFrame(settings.contentRect, false);
     return window;
 }

@@ -6,10 +6,12 @@
 
 namespace tavro {
 
+class DesktopWallpaper;
+
 /// Windows of the toolkit, and below and above them all our own.
 class QtWindowServer final : public WindowServer {
 public:
-    QtWindowServer(XConnection& x, Views views, Log& log);
+    QtWindowServer(XConnection& x, DesktopWallpaper& wallpaper, Views views, Log& log);
 
     std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) override;
     std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) override;
@@ -18,6 +20,7 @@ public:
 
 private:
     XConnection& m_x;
+    DesktopWallpaper& m_wallpaper;
     XCovers m_covers;
     Views m_views;
 };

@@ -1,5 +1,6 @@
 #include "platform/linux/windows/XOverlayWindow.h"
 
+#include "platform/linux/windows/DesktopWallpaper.h"
 #include "platform/linux/windows/QtScreens.h"
 #include "platform/linux/windows/XCovers.h"
 #include "toolkit/Colors.h"
@@ -10,9 +11,11 @@
 
 namespace tavro {
 
-XOverlayWindow::XOverlayWindow(XConnection& x, XCovers& covers, const Views& views)
+XOverlayWindow::XOverlayWindow(XConnection& x, XCovers& covers, DesktopWallpaper& wallpaper,
+                               const Views& views)
     : m_x(x)
     , m_covers(covers)
+    , m_wallpaper(wallpaper)
     , m_views(views)
     , m_number(xcb_generate_id(x.raw())) {}
 
@@ -79,7 +82,7 @@ void XOverlayWindow::show() {
                    .onAllWorkspaces = (m_behavior & WindowCollectionBehavior::canJoinAllSpaces) != 0,
                    .skipsSwitchers = (m_behavior & WindowCollectionBehavior::ignoresCycle) != 0},
                   coverPicture());
-    m_wallpaperChanges = m_x.onPropertyChange(m_x.root(), m_x.atoms().xrootpmapId, [this] { render(); });
+    m_wallpaperChanges = m_wallpaper.onChange([this] { render(); });
 }
 
 void XOverlayWindow::showAbove() {

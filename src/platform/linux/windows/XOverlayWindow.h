@@ -14,6 +14,7 @@
 
 namespace tavro {
 
+class DesktopWallpaper;
 class XConnection;
 class XCovers;
 
@@ -25,7 +26,7 @@ class XCovers;
 /// "show desktop" leave it alone.
 class XOverlayWindow final : public OverlayWindow {
 public:
-    XOverlayWindow(XConnection& x, XCovers& covers, const Views& views);
+    XOverlayWindow(XConnection& x, XCovers& covers, DesktopWallpaper& wallpaper, const Views& views);
     ~XOverlayWindow() override;
 
     std::int64_t windowNumber() const override { return m_number; }
@@ -57,6 +58,7 @@ private:
 
     XConnection& m_x;
     XCovers& m_covers;
+    DesktopWallpaper& m_wallpaper;
     const Views& m_views;
     const xcb_window_t m_number;
     Stage m_stage = Stage::made;
