@@ -32,14 +32,11 @@ TEST(StatusNotifierItemTest, RegistersAgainWhereTheWatcherDropsItAFewTimes) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return registrations[name] == 1; }, 30'000));
         return item;
     };
-    const auto drop = [&](const QString& name) {
-        watcher.emitSignal(StatusNotifierItem::watcherPath, watcherService, "StatusNotifierItemUnregistered",
-                           name);
-    };
     const auto item = show("org.example.Item"), last = show("org.example.Last");
     for (int time = 0; time < 20; ++time)
-        drop("org.example.Item/StatusNotifierItem");
-    drop("org.example.Last"); // and comes after those, over the same connection
+        item->watcherDropped("org.example.Item/StatusNotifierItem");
+    last->watcherDropped("org.example.Item");
+    last->watcherDropped("org.example.Last"); // and comes after those, over the same connection
     EXPECT_TRUE(QTest::qWaitFor([&] { return registrations["org.example.Last"] == 2; }, 30'000));
     EXPECT_EQ(registrations["org.example.Item"], 6);
 }

@@ -19,11 +19,6 @@ BusStandIn::~BusStandIn() {
     m_thread.wait();
 }
 
-void BusStandIn::emitSignal(const QString& path, const QString& interface, const QString& name,
-                            const QVariant& argument) {
-    QDBusConnection("stand-in").send(QDBusMessage::createSignal(path, interface, name) << argument);
-}
-
 void BusStandIn::setSilent(bool isSilent) {
     m_isSilent = isSilent;
     m_isSilent.notify_all();

@@ -27,8 +27,6 @@ public:
     /// What is done for a call, by its interface, its method and those arguments that are texts:
     /// "org.freedesktop.DBus.Properties.Get org.example paused". All else is refused.
     std::map<QString, Method> methods;
-    static void emitSignal(const QString& path, const QString& interface, const QString& name,
-                           const QVariant& argument);
     /// As a stopped process: it answers later, but in the end.
     void setSilent(bool isSilent);
 

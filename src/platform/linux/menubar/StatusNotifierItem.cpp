@@ -66,8 +66,6 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, QString name, Identi
     , m_clicked(std::move(clicked))
     , m_released(std::move(released)) {
     registerTypes();
-    m_bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierItemUnregistered", this,
-                  SLOT(watcherDropped(QString)));
 }
 
 // Without its name the item is gone for every watcher; the connection may serve another one.

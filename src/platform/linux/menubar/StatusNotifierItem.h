@@ -62,6 +62,8 @@ public:
     QRect geometry() const override { return {}; }
     /// Registers the item with a watcher; another one than before gets it anew.
     void registerWithWatcher();
+    /// A watcher has dropped an item: ours, though we are there, gets another chance.
+    void watcherDropped(const QString& item);
 
     QString category() const { return "ApplicationStatus"; }
     QString id() const { return m_identity.id; }
@@ -80,8 +82,6 @@ public Q_SLOTS:
     Q_SCRIPTABLE void SecondaryActivate(int x, int y);
     Q_SCRIPTABLE void ContextMenu(int x, int y);
     Q_SCRIPTABLE void Scroll(int, const QString&) {}
-    /// A watcher has dropped an item: ours, though we are there, gets another chance.
-    void watcherDropped(const QString& item);
 
 Q_SIGNALS:
     Q_SCRIPTABLE void NewIcon();

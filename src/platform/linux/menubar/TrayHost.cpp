@@ -38,6 +38,8 @@ void TrayHost::whenAvailable(std::function<void()> block) {
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::watcherAppeared);
     bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierHostRegistered", this,
                 SLOT(hostRegistered()));
+    bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierItemUnregistered", this,
+                SIGNAL(watcherDropped(QString)));
     m_newTray = m_x.onNewManager(m_x.atoms().netSystemTray, [this] { lookForEmbedding(); });
     askWatcher();
 }
@@ -102,6 +104,7 @@ std::unique_ptr<TrayIcon> TrayHost::makeIcon(const TrayIcon::Identity& identity,
     auto item = std::make_unique<StatusNotifierItem>(bus, name, identity, std::move(clicked),
                                                      [this, bus] { m_connections.push_back(bus); });
     connect(this, &TrayHost::watcherAppeared, item.get(), &StatusNotifierItem::registerWithWatcher);
+    connect(this, &TrayHost::watcherDropped, item.get(), &StatusNotifierItem::watcherDropped);
     return item;
 }
 

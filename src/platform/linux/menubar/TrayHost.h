@@ -30,6 +30,8 @@ public:
 Q_SIGNALS:
     /// Another watcher than before, which knows of no item yet.
     void watcherAppeared();
+    /// Another one has told of an item that it has none any more.
+    void watcherDropped(const QString& item);
 
 private Q_SLOTS:
     void hostRegistered();
