@@ -2,7 +2,7 @@
 
 PRESET ?= dev
 
-.PHONY: run test soak check bench fuzz tidy format clean
+.PHONY: run test test-desktops soak check bench fuzz tidy format clean
 
 run: ## Builds the program and starts it; without a display, takes a tour of it on a private desktop.
 	@tools/install-packages run $(if $(DISPLAY),,desktop)
@@ -15,6 +15,13 @@ test: ## Builds and runs every test; PRESET=asan for the sanitizers.
 	@cmake --preset $(PRESET) --log-level=WARNING
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET)
+
+test-desktops: ## One scenario on each of nine desktops; writes the table of README.md.
+	@tools/install-packages run desktop test desktops
+	@cmake --preset $(PRESET) --log-level=WARNING
+	@cmake --build --preset $(PRESET)
+	@ctest --test-dir build/$(PRESET) -L '^desktops$$' -j 2 --output-on-failure; outcome=$$?; \
+		tools/desktop-matrix && exit $$outcome
 
 soak: ## Presents 2000 times while windows, devices and screens come and go.
 	@tools/install-packages run desktop test
