@@ -99,8 +99,9 @@ void XOverlayWindow::showAbove() {
     m_x.flush();
 }
 
+// One whose screen has gone keeps what it shows.
 void XOverlayWindow::render() {
-    if (m_stage != Stage::shown)
+    if (m_stage != Stage::shown || place().isEmpty())
         return;
     if (isCover())
         m_covers.setPicture(m_number, coverPicture());

@@ -41,8 +41,8 @@ XPixmap::XPixmap(XConnection& x, const QImage& image)
     xcb_create_gc(x.raw(), context, m_id, 0, nullptr);
     const auto most =
         xcb_get_maximum_request_length(x.raw()) * sizeof(std::uint32_t) - sizeof(xcb_put_image_request_t);
-    const int rowsAtOnce =
-        std::max(1, static_cast<int>(most / 2 / static_cast<std::size_t>(image.bytesPerLine())));
+    const auto bytesOfRow = std::max<std::size_t>(1, static_cast<std::size_t>(image.bytesPerLine()));
+    const int rowsAtOnce = std::max(1, static_cast<int>(most / 2 / bytesOfRow));
     for (int row = 0; row < image.height(); row += rowsAtOnce) {
         const int rows = std::min(rowsAtOnce, image.height() - row);
         xcb_put_image(x.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_id, context, size16(image.width()), size16(rows),
