@@ -35,7 +35,7 @@ TEST(StatusNotifierItemTest, RegistersAgainWhereTheWatcherDropsItAFewTimes) {
     const auto item = show("org.example.Item"), last = show("org.example.Last");
     for (int time = 0; time < 20; ++time)
         item->watcherDropped("org.example.Item/StatusNotifierItem");
-    last->watcherDropped("org.example.Item");
+    last->watcherDropped("org.example.Last2/StatusNotifierItem");
     last->watcherDropped("org.example.Last"); // and comes after those, over the same connection
     EXPECT_TRUE(QTest::qWaitFor([&] { return registrations["org.example.Last"] == 2; }, 30'000));
     EXPECT_EQ(registrations["org.example.Item"], 6);

@@ -26,9 +26,15 @@ xcb_window_t ClientApplication::addWindow(const Rect& place, xcb_window_t transi
     return window;
 }
 
+// Where the window in front goes at that moment, the window manager may leave the focus with the desktop;
+// then it takes a click, as the user's.
 testing::AssertionResult ClientApplication::isInFront(xcb_window_t window) {
     return m_server.eventually("a window of " + m_name + " in front", [this, window] {
-        return m_server.isViewable(window) && m_server.active() == window;
+        const auto active = m_server.active();
+        if (m_server.isViewable(window) &&
+            m_server.has(active, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"))
+            m_server.activate(window);
+        return m_server.isViewable(window) && active == window;
     });
 }
 

@@ -104,7 +104,8 @@ void StatusNotifierItem::show() {
 // GNOME's host may lose an item that it has just got, and says so: it forgets what it has read when it hears
 // of the owner of the item's name, which sometimes comes last.
 void StatusNotifierItem::watcherDropped(const QString& item) {
-    if (item.startsWith(m_name) && m_chancesLeft-- > 0)
+    const bool isOurs = item == m_name || item.startsWith(m_name + '/'); // some add the path
+    if (isOurs && m_chancesLeft-- > 0)
         registerWithWatcher();
 }
 

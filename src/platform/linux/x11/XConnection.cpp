@@ -11,6 +11,7 @@
 #include <array>
 #include <cstring>
 #include <poll.h>
+#include <xcb/render.h>
 #include <xcb/screensaver.h>
 
 namespace tavro {
@@ -217,8 +218,11 @@ XReply<xcb_generic_event_t> XConnection::nextEvent() {
 }
 
 void XConnection::report(const xcb_generic_error_t& error) const {
-    if (error.error_code == XCB_WINDOW || error.error_code == XCB_DRAWABLE)
-        return; // it closed meanwhile
+    const auto* render = xcb_get_extension_data(m_connection, &xcb_render_id);
+    const bool isOfPicture =
+        render && render->present && error.error_code == render->first_error + XCB_RENDER_PICTURE;
+    if (error.error_code == XCB_WINDOW || error.error_code == XCB_DRAWABLE || isOfPicture)
+        return; // it closed meanwhile, or the pixmap was freed
     m_log.diagnose("X request " + std::to_string(error.major_code) + "." + std::to_string(error.minor_code) +
                    " failed with error " + std::to_string(error.error_code));
 }
