@@ -40,6 +40,7 @@ testing::AssertionResult ClientApplication::isInFront(xcb_window_t window) {
 
 std::vector<xcb_window_t> ClientApplication::addWindows(int count) {
     std::vector<xcb_window_t> windows;
+    windows.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         windows.push_back(show({300 + i % 20 * 50, 100 + i / 20 * 60, 40, 30}, XCB_NONE));
     EXPECT_TRUE(isInFront(windows.back()));
