@@ -38,7 +38,7 @@ check: ## What a maintainer runs before merging, besides the tests.
 	@tools/tidy build/dev --changed
 	@cmake --preset asan --log-level=WARNING
 	@cmake --build --preset asan --target without_desktop
-	@ctest --preset asan --label-exclude desktop
+	@ctest --preset asan-without-desktop
 	@cmake --preset offline --log-level=WARNING
 	@cmake --build --preset offline
 	@cmake --preset release --log-level=WARNING
