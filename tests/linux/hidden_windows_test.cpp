@@ -101,6 +101,7 @@ private:
             {"obey", [&] { m_refuses = false; }},
             {"deaf", [&] { m_isDeaf = true; }},
             {"hear", [&] { m_isDeaf = false; }},
+            {"activates", [&] { m_ignoresRaise = true; }},
             {"tiles", [&] { m_list.canMinimise = false; }},
             {"maps", [&] { m_wayInPlace = What::map; }},
             // Our program.
@@ -212,7 +213,7 @@ private:
             minimise(window);
         else if (request.what == What::activate)
             activate(window);
-        else if (request.what == What::raise)
+        else if (request.what == What::raise && !m_ignoresRaise)
             raise(window);
         else if (request.what == What::moveTo)
             window.workspace = request.value;
@@ -261,7 +262,7 @@ private:
                 m_model.stateIs(window, found->isMinimised);
     }
 
-    bool m_isBusy = false, m_isDead = false, m_isDeaf = false, m_refuses = false;
+    bool m_isBusy = false, m_isDead = false, m_isDeaf = false, m_refuses = false, m_ignoresRaise = false;
     bool m_isOutstanding = false; // a question whether the window manager has come so far
     What m_wayInPlace = What::clearHidden;
     ClientList m_list;
@@ -284,6 +285,7 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
         {"not an application's", "A1- C1*", "on", "A1 C1* |"},
         {"not minimised by the window manager", "A1 B1# C1*", "on; maximise B1", "~B1! C1* | a1!"},
         {"not minimised, and back", "A1 B1# C1*", "on; off", ""},
+        {"not minimised, and back, raised by activation alone", "A1 B1# D1 C1*", "activates; on; off", ""},
         {"not minimised, after a crash", "A1 B1# C1*", "on; crash; off", ""},
         {"a window manager that does not know minimising", "A1 B1@2 C1*", "tiles; on", "~A1! ~B1@2! C1* |"},
         {"such a one: back", "B1@2 A1 C1*", "tiles; on; off", ""},

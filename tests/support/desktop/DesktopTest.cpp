@@ -74,9 +74,8 @@ testing::AssertionResult DesktopTest::showsPopover(const TavroProcess& tavro) {
 }
 
 testing::AssertionResult DesktopTest::showsNoPopover(const TavroProcess& tavro, xcb_window_t front) {
-    auto result = server.eventually("the end of the popover, and the window in front", [&] {
-        return popover(tavro) == XCB_NONE && server.active() == front;
-    });
+    auto result = server.eventually("the end of the popover, and the window in front",
+                                    [&] { return popover(tavro) == XCB_NONE && server.active() == front; });
     return result << "; popover " << popover(tavro) << ", active " << server.active() << " \""
                   << server.text(server.active(), "WM_CLASS").c_str() << "\" in place of " << front;
 }

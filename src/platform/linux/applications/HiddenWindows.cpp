@@ -100,18 +100,21 @@ void HiddenWindows::restore(const ClientList& list) {
         anyComesBack |= comesBack && isHere;
     }
     if (anyComesBack)
-        putInOrder(byPlace, list.moment);
+        putInOrder(byPlace, list);
     m_isHiding = m_isHiding && std::ranges::any_of(m_entries, [](const auto& entry) {
                      return entry.second.stage == Stage::due || entry.second.stage == Stage::hidden;
                  });
 }
 
 void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace,
-                               std::uint32_t moment) {
+                               const ClientList& list) {
     for (const auto& [place, window] : byPlace) {
         const auto* entry = find(window->id);
-        if (entry ? entry->isHidden() : window->hiddenMark.has_value())
-            bringBack(*window, moment);
+        const bool isHidden = entry ? entry->isHidden() : window->hiddenMark.has_value();
+        if (isHidden && (entry ? entry->isConcealed : window->isConcealed))
+            bringBackConcealed(*window, list);
+        else if (isHidden)
+            bringBack(*window, list.moment);
         else if (window->isApplicationWindow && !window->isMinimised)
             send(What::raise, window->id);
     }
@@ -119,21 +122,30 @@ void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWi
 
 void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment) {
     const auto* known = find(window.id);
-    if (known ? known->isConcealed : window.isConcealed) {
-        reveal(window);
-        return send(What::raise, window.id);
-    }
     if (!window.isMinimised && known && known->requests == 0)
         return release(window.id); // the user has brought it back
     const bool mayBeMinimised = window.isMinimised || known;
     follow(window, moment, Stage::returning).requests = 1;
     // One that a process before has marked may be back by the user, or about to be minimised: it is looked
     // at.
-    if (!mayBeMinimised)
-        return;
-    m_broughtBack.insert(window.id);
-    m_lastBroughtBack = window.id;
-    send(What::activate, window.id);
+    if (mayBeMinimised)
+        activate(window.id);
+}
+
+// GNOME's window manager raises nothing that it is not asked to activate. Where windows are not minimised
+// they may lie side by side or in tabs, and activation would turn the tabs over.
+void HiddenWindows::bringBackConcealed(const ClientWindow& window, const ClientList& list) {
+    reveal(window);
+    if (list.canMinimise)
+        activate(window.id);
+    else
+        send(What::raise, window.id);
+}
+
+void HiddenWindows::activate(xcb_window_t window) {
+    m_broughtBack.insert(window);
+    m_lastBroughtBack = window;
+    send(What::activate, window);
 }
 
 // In the former stacking order, since activation raises.

@@ -125,8 +125,10 @@ private:
     void minimise(const ClientWindow& window, std::uint32_t moment);
     void conceal(const ClientWindow& window, std::uint32_t moment);
     void reveal(const ClientWindow& window);
-    void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, std::uint32_t moment);
+    void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, const ClientList& list);
     void bringBack(const ClientWindow& window, std::uint32_t moment);
+    void bringBackConcealed(const ClientWindow& window, const ClientList& list);
+    void activate(xcb_window_t window);
     std::optional<What> lookAt(const ClientWindow& window, Entry& entry);
     void giveUp(const ClientWindow& window, Entry& entry);
     void release(xcb_window_t window);
