@@ -51,7 +51,15 @@ private:
     bool event(QEvent* event) override {
         if (event->type() == QEvent::WindowDeactivate)
             m_popover.deactivated();
+        else if (event->type() == QEvent::WindowActivate)
+            m_popover.m_isPlaced = true;
         return QWidget::event(event);
+    }
+
+    // i3 takes off a title bar that was never there, and leaves the window as much too low.
+    void moveEvent(QMoveEvent* event) override {
+        if (isVisible() && event->pos() != m_popover.m_place && !std::exchange(m_popover.m_isPlaced, true))
+            QTimer::singleShot(0, this, [this] { move(m_popover.m_place); });
     }
 
     void hideEvent(QHideEvent*) override { m_popover.m_panel.reset(); }
@@ -125,7 +133,8 @@ void QtPopover::show(Rect, const StatusBarButton& button, RectEdge) {
     const auto place = QtScreens::coordinates().toToolkit(button.positionOnScreen()).toPoint();
     const auto beside = besidePanel(m_x, place, m_size);
     m_frame->setFixedSize(beside.size());
-    m_frame->move(beside.topLeft());
+    m_frame->move(m_place = beside.topLeft());
+    m_isPlaced = false;
     m_panel = std::make_unique<PanelWatch>(m_x, place, [this] { close(); });
     m_formerlyActive = m_x.value(m_x.request(m_x.root(), m_x.atoms().netActiveWindow)).value_or(XCB_NONE);
     m_frame->setHasCompositingManager(m_x.hasCompositingManager());

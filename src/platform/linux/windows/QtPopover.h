@@ -44,7 +44,9 @@ private:
     QSize m_size;
     std::shared_ptr<const View> m_view;
     xcb_window_t m_formerlyActive = XCB_NONE;
-    bool m_isClosing = false;            // until it has lost the focus
+    QPoint m_place;           // asked for
+    bool m_isPlaced = false;  // the window manager has been asked for it again, or the user may move it
+    bool m_isClosing = false; // until it has lost the focus
     std::unique_ptr<PanelWatch> m_panel; // while it shows
     std::unique_ptr<Frame> m_frame;      // from the first time on
 };
