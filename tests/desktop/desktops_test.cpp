@@ -476,6 +476,7 @@ TEST_F(Desktops, Tray) {
 TEST_F(Desktops, Covers) {
     const std::string click = "files covered after a click",
                       menu = "files covered after a right click and Escape",
+                      order = "all back in their order after all that",
                       shown = "files covered after \"show desktop\"",
                       workspace = "files covered after another workspace";
     const Point bareSpot{400, 700};
@@ -487,7 +488,7 @@ TEST_F(Desktops, Covers) {
     picture("presenting");
     if (!desktop().hasFiles) {
         for (const std::string& each :
-             {std::string("files covered"), click, menu, shown, workspace, std::string("files back")})
+             {std::string("files covered"), click, menu, shown, workspace, std::string("files back"), order})
             note(each, "no files");
         return;
     }
@@ -506,6 +507,7 @@ TEST_F(Desktops, Covers) {
         check(workspace, filesAreCoveredAfter({[this] { goTo(1); }, [this] { goTo(0); }}));
     EXPECT_TRUE(press(turnedOff));
     check("files back", filesShow());
+    check(order, server.eventually("the order", [this] { return visibleWindows() == stacking; }));
     stillPicture();
     picture("after");
 }

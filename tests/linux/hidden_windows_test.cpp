@@ -286,6 +286,7 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
         {"not minimised by the window manager", "A1 B1# C1*", "on; maximise B1", "~B1! C1* | a1!"},
         {"not minimised, and back", "A1 B1# C1*", "on; off", ""},
         {"not minimised, and back, raised by activation alone", "A1 B1# D1 C1*", "activates; on; off", ""},
+        {"in their order, raised by activation alone", "A1 B1 C1 B2*", "activates; on; off", ""},
         {"not minimised, after a crash", "A1 B1# C1*", "on; crash; off", ""},
         {"a window manager that does not know minimising", "A1 B1@2 C1*", "tiles; on", "~A1! ~B1@2! C1* |"},
         {"such a one: back", "B1@2 A1 C1*", "tiles; on; off", ""},
@@ -389,6 +390,10 @@ TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
          "activate A1, raise B1, activate B1, unmark A1, unwatch A1"},
         {"what did not come back, at the end", "A1 B1*", "on; refuse; off; obey; leave",
          "clearHidden A1, unmark A1, unwatch A1"},
+        {"in tabs, which activation would turn over", "A1 B1 C1 B2*",
+         "tiles; activates; on; show A1; show B2; off",
+         "reveal A1, unmark A1, unwatch A1, raise A1, raise B1, reveal C1, unmark C1, unwatch C1, raise C1, "
+         "raise B2, activate B2"},
         {"put away by the user before: left alone", "a1 a2@2 B1*", "on", ""},
         {"elsewhere: later", "A1@2 B1*", "on; go 2; go 1; off", "activate B1"},
         {"elsewhere: let go", "A1@2 B1*", "on; off", "unwatch A1, activate B1"},

@@ -108,20 +108,25 @@ void HiddenWindows::restore(const ClientList& list) {
 
 void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace,
                                const ClientList& list) {
+    m_order.clear();
     for (const auto& [place, window] : byPlace) {
         const auto* entry = find(window->id);
-        const bool isHidden = entry ? entry->isHidden() : window->hiddenMark.has_value();
-        if (isHidden && (entry ? entry->isConcealed : window->isConcealed))
-            bringBackConcealed(*window, list);
-        else if (isHidden)
+        if (entry ? entry->isHidden() : window->hiddenMark.has_value())
             bringBack(*window, list.moment);
         else if (window->isApplicationWindow && !window->isMinimised)
             send(What::raise, window->id);
+        else
+            continue;
+        m_order.push_back(window->id);
     }
 }
 
 void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment) {
     const auto* known = find(window.id);
+    if (known ? known->isConcealed : window.isConcealed) {
+        reveal(window);
+        return send(What::raise, window.id);
+    }
     if (!window.isMinimised && known && known->requests == 0)
         return release(window.id); // the user has brought it back
     const bool mayBeMinimised = window.isMinimised || known;
@@ -130,16 +135,6 @@ void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment) 
     // at.
     if (mayBeMinimised)
         activate(window.id);
-}
-
-// GNOME's window manager raises nothing that it is not asked to activate. Where windows are not minimised
-// they may lie side by side or in tabs, and activation would turn the tabs over.
-void HiddenWindows::bringBackConcealed(const ClientWindow& window, const ClientList& list) {
-    reveal(window);
-    if (list.canMinimise)
-        activate(window.id);
-    else
-        send(What::raise, window.id);
 }
 
 void HiddenWindows::activate(xcb_window_t window) {
@@ -158,9 +153,26 @@ void HiddenWindows::carriedOut(const ClientList& list) {
     for (const auto* window : windows)
         if (auto* entry = find(window->id); entry && entry->requests > 0)
             anyIsAskedBack |= lookAt(*window, *entry) == What::activate;
+    if (!anyIsAskedBack)
+        anyIsAskedBack = activateWhatWasNotRaised(list);
     const auto* front = list.find(m_front);
     if (anyIsAskedBack && front && !front->isMinimised && list.isOnCurrentWorkspace(*front))
         send(What::activate, m_front);
+}
+
+// GNOME's window manager raises only what it is asked to activate. Those are let be that stand in their order
+// from the bottom up. Where windows are not minimised they lie side by side or in tabs, which activation
+// would turn over.
+bool HiddenWindows::activateWhatWasNotRaised(const ClientList& list) {
+    auto order = std::exchange(m_order, {});
+    std::erase_if(order, [&](auto window) {
+        const auto* found = list.find(window);
+        return window == m_front || !found || found->isMinimised;
+    });
+    const auto isBelow = [&](auto one, auto other) { return list.find(one) < list.find(other); };
+    const auto first = list.canMinimise ? std::ranges::is_sorted_until(order, isBelow) : order.end();
+    std::for_each(first, order.end(), [this](auto window) { activate(window); });
+    return first != order.end();
 }
 
 /// What it is asked for again, if at all.

@@ -127,8 +127,8 @@ private:
     void reveal(const ClientWindow& window);
     void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, const ClientList& list);
     void bringBack(const ClientWindow& window, std::uint32_t moment);
-    void bringBackConcealed(const ClientWindow& window, const ClientList& list);
     void activate(xcb_window_t window);
+    bool activateWhatWasNotRaised(const ClientList& list);
     std::optional<What> lookAt(const ClientWindow& window, Entry& entry);
     void giveUp(const ClientWindow& window, Entry& entry);
     void release(xcb_window_t window);
@@ -137,6 +137,8 @@ private:
     bool m_isHiding = false;
     /// The stacking order, bottom to top, when the first application was hidden.
     std::vector<xcb_window_t> m_stacking;
+    /// What was asked to come back or to be raised, bottom to top, until it has been looked at.
+    std::vector<xcb_window_t> m_order;
     /// The applications unhidden since the last restoring.
     std::set<std::string> m_unhidden;
     xcb_window_t m_front = XCB_NONE;
