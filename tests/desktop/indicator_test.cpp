@@ -91,6 +91,24 @@ TEST_F(LinuxMachineTest, BubblesAreOutOfSightAsLongAsTheyAreKeptAway) {
     EXPECT_TRUE(shows("both", [&] { return isSeen(true, true); }));
 }
 
+TEST_F(LinuxMachineTest, AnItemActsOnTheClicksThatItAsksForAlone) {
+    const auto item = machine.statusBar().statusItem(tavro::StatusBar::variableLength);
+    std::string seen;
+    item->button()->setAction([&] {
+        seen +=
+            machine.application().currentEvent().type == tavro::EventType::rightMouseUp ? "right " : "left ";
+    });
+    item->button()->sendActionOn(eventMask(tavro::EventType::rightMouseUp));
+    item->button()->setImage(tavro::NamedImage{"menubar-off"});
+    ASSERT_TRUE(shows("the item", [&] { return tray.showsItem(); }));
+    const auto name = "org.kde.StatusNotifierItem-" + std::to_string(::getpid()) + "-1";
+    for (const auto* click : {"Activate", "ContextMenu"}) // whose answers only this process could give
+        EXPECT_TRUE(Session::run("dbus-send --session --type=method_call --dest=" + name +
+                                 " /StatusNotifierItem org.kde.StatusNotifierItem." + click +
+                                 " int32:0 int32:0"));
+    EXPECT_TRUE(shows("the second click alone", [&] { return seen == "right "; })) << seen;
+}
+
 TEST_F(LinuxMachineTest, TheMainScreenIsThatOfTheFocusWhoeverHasIt) {
     const auto screens = machine.screens().screens();
     ASSERT_EQ(screens.size(), 2u);

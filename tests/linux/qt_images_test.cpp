@@ -188,6 +188,9 @@ TEST_F(QtImagesTest, AFileIsDecodedAgainOnlyWhenItHasChanged) {
     EXPECT_TRUE(atOnce[0] && atOnce[0]->pixels == atOnce[1]->pixels);
     std::filesystem::remove(file);
     EXPECT_FALSE(images.contentsOf(file));
+    const std::weak_ptr pixels = read(encoded("jpeg"))->pixels;
+    EXPECT_FALSE(pixels.expired()) << "kept for whoever asks next";
+    EXPECT_TRUE(waitUntil([&] { return pixels.expired(); }, &processEvents)) << "but not for long";
 }
 
 TEST_F(QtImagesTest, EachSideIsNoLongerThanItsBound) {
