@@ -9,8 +9,6 @@ namespace {
 
 class AudioHardwareContract : public Contract, protected AudioAddresses {
 protected:
-    using Words = std::vector<std::uint32_t>;
-
     struct Device {
         std::string uid;
         AudioObjectID id = 0;
@@ -28,28 +26,15 @@ protected:
         EXPECT_TRUE(waitUntil([&] { return idOf(uid) != 0; })) << uid;
         return {uid, idOf(uid)};
     }
-    /// Zero when no device has this unique identifier.
-    AudioObjectID idOf(const std::string& uid) {
-        for (const auto id : ids())
-            if (text(id, kAudioDevicePropertyDeviceUID) == uid)
-                return id;
-        return 0;
-    }
-    Words ids() {
-        AudioPropertyValue value = Words();
-        hardware().getPropertyData(kAudioObjectSystemObject, deviceList,
-                                   sizeOf(kAudioObjectSystemObject, deviceList), value);
-        return std::get<Words>(value);
-    }
+    AudioObjectID idOf(const std::string& uid) { return deviceWithUID(hardware(), uid); }
+    Words ids() { return devices(hardware()); }
     /// Zero where the call fails.
     std::uint32_t sizeOf(AudioObjectID object, const Address& address) {
         std::uint32_t size = 0;
         return hardware().getPropertyDataSize(object, address, size) == noErr ? size : 0;
     }
     std::string text(AudioObjectID object, std::uint32_t selector) {
-        AudioPropertyValue value;
-        hardware().getPropertyData(object, {selector}, 8, value);
-        return std::get<std::string>(value);
+        return read<std::string>(hardware(), object, {selector}, 8);
     }
     std::optional<std::uint32_t> word(AudioObjectID object, const Address& address) {
         AudioPropertyValue value;

@@ -6,13 +6,12 @@
 
 #include "platform/linux/audio/PulseAudioHardware.h"
 #include "platform/linux/process/QtMainQueue.h"
-#include "platform/linux/process/StreamLog.h"
+#include "platform/simulated/process/SimulatedLog.h"
 
 #include <QAbstractEventDispatcher>
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <arpa/inet.h>
 #include <filesystem>
 #include <unistd.h>
@@ -69,23 +68,11 @@ protected:
     static const Address& muteOf(const std::string& name) {
         return name.starts_with("speaker") ? outputMute : inputMute;
     }
-    template <class T>
-    T read(AudioObjectID object, const Address& address, std::uint32_t size) const {
-        AudioPropertyValue value;
-        const auto status = hardware->getPropertyData(object, address, size, value);
-        return status == noErr ? std::get<T>(value) : T();
+    Words devices() const { return AudioAddresses::devices(*hardware); }
+    AudioObjectID number(const std::string& name) const { return deviceWithUID(*hardware, name); }
+    bool isMuted(const std::string& name) const {
+        return read<std::uint32_t>(*hardware, number(name), muteOf(name), 4);
     }
-
-    std::vector<AudioObjectID> devices() const {
-        return read<std::vector<std::uint32_t>>(kAudioObjectSystemObject, deviceList, 4096);
-    }
-    AudioObjectID number(const std::string& name) const {
-        const auto all = devices();
-        const auto found =
-            std::ranges::find(all, name, [this](auto device) { return read<std::string>(device, uid, 8); });
-        return found == all.end() ? 0 : *found;
-    }
-    bool isMuted(const std::string& name) const { return read<std::uint32_t>(number(name), muteOf(name), 4); }
     OSStatus setMute(const std::string& name, std::uint32_t mute) {
         return hardware->setPropertyData(number(name), muteOf(name), 4, mute);
     }
@@ -93,7 +80,7 @@ protected:
     bool showsTheSame() const {
         std::map<std::string, bool> shown;
         for (const auto device : devices()) {
-            const auto name = read<std::string>(device, uid, 8);
+            const auto name = uidOf(*hardware, device);
             shown[name] = isMuted(name);
         }
         return shown == server.muteFlags();
@@ -103,7 +90,8 @@ protected:
     }
 
     AudioServer server;
-    StreamLog log;
+    Journal journal;
+    SimulatedLog log{journal};
     QtMainQueue queue;
     std::unique_ptr<PulseAudioHardware> hardware;
 };
@@ -118,7 +106,7 @@ TEST_F(AudioTest, TheFirstReadShowsAllDevices) {
     launch();
     EXPECT_TRUE(showsTheSame());
     EXPECT_EQ(devices().size(), 24u);
-    EXPECT_EQ(read<float>(number("speaker_2"), outputVolume, 4), 0.5f);
+    EXPECT_EQ(read<float>(*hardware, number("speaker_2"), outputVolume, 4), 0.5f);
     server.setVolume("speaker_2", 100);
 }
 
@@ -171,6 +159,9 @@ TEST_F(AudioTest, ASilentServerIsWaitedForOnceAtLaunchAndGetsWritesWhenItAnswers
     server.freeze();
     EXPECT_EQ(setMute("mic_1", 1), noErr);
     EXPECT_FALSE(isMuted("mic_1"));
+    EXPECT_TRUE(eventually("a line", [&] {
+        return log.takeDiagnosed() == std::vector<std::string>{"The audio server does not answer"};
+    }));
     server.thaw();
     EXPECT_TRUE(eventually("the write confirmed", [&] { return isMuted("mic_1"); }));
     EXPECT_TRUE(showsTheSame());
@@ -178,12 +169,16 @@ TEST_F(AudioTest, ASilentServerIsWaitedForOnceAtLaunchAndGetsWritesWhenItAnswers
 
 TEST_F(AudioTest, NothingWakesUpByItselfWhileAServerRuns) {
     launch({.retry = 20ms});
+    int calls = 0;
+    const auto listener = std::make_shared<const std::function<void()>>([&] { ++calls; });
+    EXPECT_EQ(hardware->addPropertyListener(number("mic_1"), inputMute, listener), noErr);
     server.end();
     ASSERT_TRUE(eventually("no devices", [&] { return devices().empty(); }));
     server.start();
     ASSERT_TRUE(comesToShowTheSame());
     EXPECT_EQ(setMute("mic_1", 1), noErr);
-    ASSERT_TRUE(eventually("a confirmed write", [&] { return isMuted("mic_1"); }));
+    ASSERT_TRUE(eventually("a write that the listener of before hears of",
+                           [&] { return isMuted("mic_1") && calls == 1; }));
     EXPECT_TRUE(eventually("rest", [] { return awakeningsWithin(200ms) <= 2; }));
 }
 

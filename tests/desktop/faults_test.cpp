@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <set>
 
 namespace {
 

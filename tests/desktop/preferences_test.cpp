@@ -15,10 +15,7 @@ protected:
         ASSERT_TRUE(Session::run("convert -size 300x200 xc:#20A040 '" + picture.string() + "'"));
         ASSERT_TRUE(Session::run("convert -size 6000x4000 xc:#20A040 '" + photograph.string() + "'"));
         write(text, "no picture\n");
-        // Control-Command-P (Control-Super) switches presentation mode.
-        writeDefaults(R"(<key>KeyboardShortcuts_tavroGlobalShortcut</key>
-            <string>{"carbonKeyCode":35,"carbonModifiers":4352}</string>
-            <key>hideApps</key><false/><key>hideDesktop</key><false/>)");
+        writeDefaultsWithShortcut("<key>hideApps</key><false/><key>hideDesktop</key><false/>");
     }
 
     std::unique_ptr<TavroProcess> launchWithPreferences() {
@@ -130,7 +127,7 @@ TEST_F(Preferences, OneChooserOpensAndItsPictureIsStoredAndShownUntilItIsRemoved
     EXPECT_TRUE(server.eventually("the same chooser with the focus",
                                   [&] { return chooser(*tavro) == first && server.active() == first; }));
     for (const auto* line : {turnedOn, turnedOff}) { // the program goes on behind it
-        input.type({Key::control, Key::super}, Key::p);
+        pressShortcut();
         EXPECT_TRUE(tavro->waitForLine(line, 1));
         waitForTray(line == turnedOn);
     }
@@ -164,7 +161,7 @@ TEST_F(Preferences, OneChooserOpensAndItsPictureIsStoredAndShownUntilItIsRemoved
 TEST_F(Preferences, ARecorderTakesKeysThatAreTakenAlready) {
     auto tavro = launchWithPreferences();
     startRecording();
-    input.type({Key::control, Key::super}, Key::p); // our own, which rests
+    pressShortcut(); // our own, which rests
     EXPECT_TRUE(keyboardBecomesFree());
     startRecording();
     input.type(Key::a);               // no shortcut
@@ -182,7 +179,7 @@ TEST_F(Preferences, ARecorderTakesKeysThatAreTakenAlready) {
     EXPECT_EQ(tavro->linesOfOutput(turnedOn), 0);
     EXPECT_EQ(server.applicationWindows().size(), 4u) << "and no file manager";
 
-    input.type({Key::control, Key::super}, Key::p);
+    pressShortcut();
     input.type({Key::control, Key::super}, Key::e);
     EXPECT_TRUE(tavro->waitForLine(turnedOn, 1));
     waitForTray(true);
@@ -213,16 +210,11 @@ TEST_F(Preferences, ARecorderAsksNobodyWhileItHoldsTheKeyboard) {
 TEST_F(Preferences, ARecorderIsClearedByItsButtonAndEndsWithoutAChange) {
     const auto front = server.active();
     auto tavro = launchWithPreferences();
+    constexpr Point elsewhere{60, 225}, fourPointsBeside{164, 157};
     const std::pair<const char*, std::function<void()>> ends[] = {
         {"Escape", [&] { input.type(Key::escape); }},
-        {"a click elsewhere",
-         [&] {
-             clickInPreferences({60, 225});
-         }},
-        {"a click 4 points beside the field",
-         [&] {
-             clickInPreferences({164, 157});
-         }},
+        {"a click elsewhere", [&] { clickInPreferences(elsewhere); }},
+        {"a click 4 points beside the field", [&] { clickInPreferences(fourPointsBeside); }},
         {"Tab", [&] { input.type(Key::tab); }},
         {"another program", [&] { server.activate(front); }},
     };
@@ -232,7 +224,6 @@ TEST_F(Preferences, ARecorderIsClearedByItsButtonAndEndsWithoutAChange) {
         end();
         EXPECT_TRUE(keyboardBecomesFree());
     }
-    EXPECT_TRUE(stores(R"("carbonKeyCode":35,"carbonModifiers":4352)"));
     server.activate(preferences);
     ASSERT_TRUE(server.eventually("the focus", [&] { return server.active() == preferences; }));
     startRecording(clearButton);

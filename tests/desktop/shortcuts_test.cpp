@@ -9,9 +9,7 @@ protected:
 
     void SetUp() override {
         DesktopTest::SetUp();
-        writeDefaults(R"(<key>KeyboardShortcuts_tavroGlobalShortcut</key>
-            <string>{"carbonKeyCode":35,"carbonModifiers":4352}</string>
-            <key>hideApps</key><false/><key>hideDesktop</key><false/>)");
+        writeDefaultsWithShortcut("<key>hideApps</key><false/><key>hideDesktop</key><false/>");
     }
     void TearDown() override {
         Session::run("setxkbmap -layout us");
@@ -26,7 +24,6 @@ protected:
         return result && switches() != times ? testing::AssertionFailure() << "it has switched too often"
                                              : result;
     }
-    void pressShortcut() { input.type({Key::control, Key::super}, Key::p); }
     /// Presses it, with presentation mode off before and after.
     void switchOnAndOff() {
         const auto before = switches();

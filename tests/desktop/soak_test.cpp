@@ -2,19 +2,17 @@
 #include "support/desktop/Footprint.h"
 #include "support/servers/AudioServer.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <optional>
 
-/// Many presentations while windows, devices and screens come and go. Control-Super-P switches the mode.
+/// Many presentations while windows, devices and screens come and go.
 /// TAVRO_PRESENTATIONS says how many.
 class Soak : public DesktopTest {
 protected:
     void SetUp() override {
         DesktopTest::SetUp();
-        writeDefaults(R"(<key>KeyboardShortcuts_tavroGlobalShortcut</key>
-            <string>{"carbonKeyCode":35,"carbonModifiers":4352}</string><key>muteSpeaker</key><true/>)");
+        writeDefaultsWithShortcut("<key>muteSpeaker</key><true/>");
     }
 
     static int presentations() {
@@ -22,7 +20,7 @@ protected:
         return value ? std::atoi(value) : 24;
     }
     void turn(bool isOn) {
-        input.type({Input::Key::control, Input::Key::super}, Input::Key::p);
+        pressShortcut();
         ASSERT_TRUE(server.eventually(isOn ? "the button" : "the item alone",
                                       [&] { return isOn ? tray.showsItemAndButton() : tray.showsItem(); }));
     }

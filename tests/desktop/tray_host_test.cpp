@@ -29,7 +29,9 @@ TEST_F(TrayHost, TheItemAndThePopoverComeAndGoWithThePanel) {
         Session::start("panel");
         EXPECT_TRUE(server.eventually("the item in the tray", [&] { return tray.picture() == item; }));
         toggle(tavro);
+        EXPECT_NE(tray.picture(), item);
         toggle(tavro);
+        EXPECT_EQ(tray.picture(), item);
         clickItem(Input::Button::left);
         EXPECT_TRUE(showsPopover(tavro));
         EXPECT_EQ(server.place(popover(tavro)), (Rect{1580, 29, 340, 400}));

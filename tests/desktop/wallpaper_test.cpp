@@ -1,11 +1,8 @@
 #include "platform/linux/windows/DesktopWallpaper.h"
 
-#include "platform/linux/process/StreamLog.h"
 #include "platform/linux/windows/QtScreens.h"
-#include "support/desktop/DesktopTest.h"
+#include "support/machines/LinuxMachineTest.h"
 #include "toolkit/Pixels.h"
-
-#include <QCoreApplication>
 
 #include <atomic>
 #include <csignal>
@@ -21,14 +18,8 @@ DesktopBackground colored(std::uint32_t color) {
     return background;
 }
 
-class Wallpaper : public DesktopTest {
+class Wallpaper : public InProcessTest {
 protected:
-    testing::AssertionResult shows(const std::string& what, const std::function<bool()>& condition) {
-        return server.eventually(what, [&] {
-            QCoreApplication::processEvents();
-            return condition();
-        });
-    }
     void answer(DesktopWallpaper::Backgrounds backgrounds) {
         const std::lock_guard lock(m_mutex);
         m_backgrounds = std::move(backgrounds);

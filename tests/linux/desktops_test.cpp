@@ -49,40 +49,16 @@ constexpr auto schemas = R"(<schemalist>
   <key name="picture-options" type="s"><default>'spanned'</default></key>
   <key name="picture-uri" type="s"><default>'file:///pictures/c.png'</default></key></schema>
 </schemalist>)";
-const auto keysOfPlasma = R"([kwin]
-_k_friendly_name=Meta+Z
-Window Close=Alt+F4,Alt+F4,Close Window
-Overview=Meta+Shift+M\tMeta+\,,Meta+W,Overview
-Edit Tiles=none,Meta+T,Toggle
-Sequence=Ctrl+X\, Ctrl+C,,
-Log Out=Ctrl+Alt+Del\tF12\tMeta+PgUp
-broken
-[services][org.kde.dolphin.desktop]
-_launch=Meta+E
-)"s;
-const auto containmentsOfPlasma = R"([Containments][1]
-activityId=other
-formfactor=0
-lastScreen=1
-wallpaperplugin=org.kde.color
-
-[Containments][2]
-formfactor=2
-lastScreen=1
-
-[Containments][3]
-activityId=this
-formfactor=0
-lastScreen=1
-wallpaperplugin=org.kde.image
-
-[Containments][3][Wallpaper][org.kde.color][General]
-Color=1,2,3
-
-[Containments][3][Wallpaper][org.kde.image][General]
-Color=#0a0b0c
-FillMode=6
-)"s;
+const auto keysOfPlasma = "[kwin]\n_k_friendly_name=Meta+Z\nWindow Close=Alt+F4,Alt+F4,Close Window\n"
+                          "Overview=Meta+Shift+M\\tMeta+\\,,Meta+W,Overview\nEdit Tiles=none,Meta+T,Toggle\n"
+                          "Sequence=Ctrl+X\\, Ctrl+C,,\nLog Out=Ctrl+Alt+Del\\tF12\\tMeta+PgUp\nbroken\n"
+                          "[services][org.kde.dolphin.desktop]\n_launch=Meta+E\n"s;
+const auto containmentsOfPlasma =
+    "[Containments][1]\nactivityId=other\nformfactor=0\nlastScreen=1\nwallpaperplugin=org.kde.color\n"
+    "[Containments][2]\nformfactor=2\nlastScreen=1\n"
+    "[Containments][3]\nactivityId=this\nformfactor=0\nlastScreen=1\nwallpaperplugin=org.kde.image\n"
+    "[Containments][3][Wallpaper][org.kde.color][General]\nColor=1,2,3\n"
+    "[Containments][3][Wallpaper][org.kde.image][General]\nColor=#0a0b0c\nFillMode=6\n"s;
 const auto colorOfPlasma = "[Containments][7]\nformfactor=0\nlastScreen=1\nwallpaperplugin=org.kde.color\n"s;
 const auto general = "[Containments][7][Wallpaper][org.kde.color][General]\n"s;
 const auto darkWithoutKeys = "[org/gnome/desktop/interface]\ncolor-scheme='prefer-dark'\n"

@@ -89,13 +89,6 @@ TEST_F(FetchURLSessionTest, OnlyWholeDocumentsOfATrustedServerArrive) {
     EXPECT_EQ(log.takeDiagnosed(), std::vector<std::string>{});
 }
 
-TEST_F(FetchURLSessionTest, ARequestTellsNothingButWhatItAsksFor) {
-    const auto port = server.ports().trusted;
-    fetch(local(port, "/near"));
-    const auto host = " HTTP/1.1\r\nHost: localhost:" + std::to_string(port) + "\r\n\r\n";
-    EXPECT_EQ(server.requests(), "GET /near" + host + "GET /document" + host);
-}
-
 TEST_F(FetchURLSessionTest, WithoutTheUsersWordTheSystemsAuthoritiesDecide) {
     qunsetenv("SSL_CERT_FILE");
     EXPECT_EQ(fetch(local(server.ports().trusted, "/document")), std::nullopt);

@@ -274,13 +274,13 @@ private:
     std::string m_sent;
 };
 
+struct Case {
+    const char *what, *windows, *steps;
+    const char* expected; // of a picture, none: as at first
+};
+
 TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
-    const struct {
-        const char* what;
-        const char* windows;
-        const char* steps;
-        const char* expected; // none: as at first
-    } cases[] = {
+    const Case cases[] = {
         {"hidden", "A1 B1 A2 C1*", "on", "C1* | a1! b1! a2!"},
         {"not an application's", "A1- C1*", "on", "A1 C1* |"},
         {"not minimised by the window manager", "A1 B1# C1*", "on; maximise B1", "~B1! C1* | a1!"},
@@ -365,12 +365,7 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
 }
 
 TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
-    const struct {
-        const char* what;
-        const char* windows;
-        const char* steps;
-        const char* sent;
-    } cases[] = {
+    const Case cases[] = {
         {"marked before it is minimised", "B1 A1 B2*", "on", "watch A1, mark A1, minimise A1"},
         {"bottom to top, and those that stay in their turn", "b2 A1 B1 C1- A2 B3*", "on; off",
          "activate A1, raise B1, activate A2, raise B3, activate B3, unmark A1, unwatch A1, unmark A2, "

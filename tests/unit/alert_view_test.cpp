@@ -5,8 +5,6 @@
 #include "audio/ToggleMicMute.h"
 #include "platform/simulated/windows/SimulatedOverlayWindow.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 
 namespace tavro {

@@ -3,8 +3,6 @@
 #include "platform/windows/Popover.h"
 #include "settings/Constants.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 namespace tavro {

@@ -1,6 +1,5 @@
 #include "support/machines/AudioTest.h"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>

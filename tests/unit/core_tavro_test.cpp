@@ -1,8 +1,7 @@
 #include "support/machines/Launch.h"
 
 #include "app/CoreTavro.h"
-
-#include <gtest/gtest.h>
+#include "platform/simulated/applications/SimulatedRunningApplication.h"
 
 #include <algorithm>
 
@@ -117,6 +116,37 @@ TEST_F(CoreTavroTest, TheScreensStayAwakeUnlessTheSettingsSayOtherwise) {
         journalOfSwitch();
         EXPECT_FALSE(mac.displaySleep().isPrevented);
     }
+}
+
+using HideAppsTest = SimulatedMacTest;
+
+TEST_F(HideAppsTest, HidesEverythingWhenNothingIsInFront) {
+    openWindow("Editor");
+    Process process(mac);
+    HideApps::rememberFrontmost();
+    mac.workspace().userActivatesNothing();
+    HideApps::hideOthers();
+    HideApps::showAll();
+    EXPECT_EQ(mac.journal().lines("runningApplication"),
+              (Lines{"runningApplication.hide Dock", "runningApplication.hide Editor",
+                     "runningApplication.unhide Dock", "runningApplication.unhide Editor"}));
+}
+
+TEST_F(HideAppsTest, RemembersTheFrontmostApplicationUntilTheProcessEnds) {
+    const auto remembered = [] {
+        return std::dynamic_pointer_cast<SimulatedRunningApplication>(HideApps::lastActiveApp())->id();
+    };
+    {
+        const Launch launch(mac);
+        const auto editor = openWindow("Editor");
+        const auto browser = openWindow("Browser");
+        EXPECT_EQ(remembered(), owner(browser));
+        mac.workspace().quit(owner(browser));
+        mac.mainQueue().runUntilIdle();
+        EXPECT_EQ(remembered(), owner(editor));
+    }
+    Process process(mac);
+    EXPECT_EQ(HideApps::lastActiveApp(), nullptr);
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 #include "desktop/CustomWallpaper.h"
 #include "desktop/GeneralPreferencesView.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <filesystem>
 #include <fstream>

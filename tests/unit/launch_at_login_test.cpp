@@ -2,8 +2,6 @@
 
 #include "LaunchAtLogin/LaunchAtLogin.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 
 namespace tavro {

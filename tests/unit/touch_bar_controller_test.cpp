@@ -2,8 +2,6 @@
 
 #include "app/TouchBarController.h"
 
-#include <gtest/gtest.h>
-
 namespace tavro {
 namespace {
 

@@ -1,7 +1,5 @@
 #include "support/machines/Launch.h"
 
-#include <gtest/gtest.h>
-
 namespace tavro {
 namespace {
 

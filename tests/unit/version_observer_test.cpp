@@ -3,8 +3,6 @@
 #include "update/NumericOrder.h"
 #include "update/VersionObserver.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 namespace tavro {

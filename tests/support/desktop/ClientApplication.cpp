@@ -20,8 +20,8 @@ ClientApplication::~ClientApplication() {
     xcb_disconnect(m_connection);
 }
 
-xcb_window_t ClientApplication::addWindow(const Rect& place, xcb_window_t transientFor) {
-    const auto window = show(place, transientFor);
+xcb_window_t ClientApplication::addWindow(const Rect& place) {
+    const auto window = show(place);
     EXPECT_TRUE(isInFront(window));
     return window;
 }
@@ -42,7 +42,7 @@ std::vector<xcb_window_t> ClientApplication::addWindows(int count) {
     std::vector<xcb_window_t> windows;
     windows.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        windows.push_back(show({300 + i % 20 * 50, 100 + i / 20 * 60, 40, 30}, XCB_NONE));
+        windows.push_back(show({300 + i % 20 * 50, 100 + i / 20 * 60, 40, 30}));
     EXPECT_TRUE(isInFront(windows.back()));
     return windows;
 }
@@ -73,7 +73,7 @@ xcb_window_t ClientApplication::create(const Rect& place, bool isManaged) {
     return window;
 }
 
-xcb_window_t ClientApplication::show(const Rect& place, xcb_window_t transientFor) {
+xcb_window_t ClientApplication::show(const Rect& place) {
     const auto window = create(place, true);
     const auto set = [&](xcb_atom_t property, xcb_atom_t type, std::uint8_t format, std::size_t length,
                          const void* data) {
@@ -85,8 +85,6 @@ xcb_window_t ClientApplication::show(const Rect& place, xcb_window_t transientFo
     set(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, m_name.size(), m_name.data());
     const std::array<std::uint32_t, 18> sizeHints{userPosition | userSize};
     set(XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, 32, sizeHints.size(), sizeHints.data());
-    if (transientFor != XCB_NONE)
-        set(XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32, 1, &transientFor);
     xcb_map_window(m_connection, window);
     xcb_flush(m_connection);
     return window;

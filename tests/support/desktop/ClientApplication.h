@@ -12,7 +12,7 @@ public:
     ClientApplication& operator=(const ClientApplication&) = delete;
 
     /// Shows a window and returns when the window manager has it and it is in front.
-    xcb_window_t addWindow(const Rect& place, xcb_window_t transientFor = XCB_NONE);
+    xcb_window_t addWindow(const Rect& place);
     /// Shows that many small windows at once and returns when the window manager has them all.
     std::vector<xcb_window_t> addWindows(int count);
     /// Shows a notification, as servers do it: by a window that the window manager does not manage.
@@ -23,7 +23,7 @@ public:
 private:
     testing::AssertionResult isInFront(xcb_window_t window);
     xcb_window_t create(const Rect& place, bool isManaged);
-    xcb_window_t show(const Rect& place, xcb_window_t transientFor);
+    xcb_window_t show(const Rect& place);
 
     XServer& m_server;
     std::string m_name;

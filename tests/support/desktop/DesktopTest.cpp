@@ -26,6 +26,12 @@ void DesktopTest::TearDown() {
         EXPECT_FALSE(isMarked(window)) << "a mark is left on a window";
 }
 
+void DesktopTest::writeDefaultsWithShortcut(const std::string& entries) const {
+    writeDefaults(R"(<key>KeyboardShortcuts_tavroGlobalShortcut</key>
+        <string>{"carbonKeyCode":35,"carbonModifiers":4352}</string>)" +
+                  entries);
+}
+
 bool DesktopTest::defaultsHold(const std::string& flag, bool value) const {
     return std::regex_search(defaults(),
                              std::regex("<key>" + flag + "</key>\\s*<" + (value ? "true" : "false") + "/>"));
@@ -180,12 +186,9 @@ std::vector<xcb_window_t> DesktopTest::windowsBesides(const std::string& windowC
     return windows;
 }
 
-testing::AssertionResult DesktopTest::everyScreenIsCovered() {
-    return server.eventually("the bare wallpaper on every screen", [this] {
-        return std::ranges::all_of(server.screens(), [this](const auto& screen) {
-            return server.pixelsBesidesWallpaper(screen) == 0;
-        });
-    });
+bool DesktopTest::isCovered() const {
+    return std::ranges::all_of(
+        server.screens(), [this](const auto& screen) { return server.pixelsBesidesWallpaper(screen) == 0; });
 }
 
 testing::AssertionResult DesktopTest::everyIconShows() {
@@ -198,23 +201,14 @@ testing::AssertionResult DesktopTest::everyIconShows() {
 }
 
 testing::AssertionResult DesktopTest::isRestored(const std::vector<xcb_window_t>& stacking,
-                                                 xcb_window_t active,
-                                                 const std::set<xcb_window_t>& minimised) {
-    // Where a minimised window stands among the others is nothing that anybody sees.
-    const auto visible = [&minimised](std::vector<xcb_window_t> windows) {
-        std::erase_if(windows, [&](auto window) { return minimised.contains(window); });
-        return windows;
-    };
-    const auto holds = [&] {
-        return visible(server.applicationWindows()) == visible(stacking) && server.active() == active &&
-               std::ranges::all_of(stacking, [&](auto window) {
-                   return server.isMinimised(window) == minimised.contains(window) &&
-                          server.isViewable(window) != minimised.contains(window);
+                                                 xcb_window_t active) {
+    const auto result = server.eventually("the former windows, stacking order and focus", [&] {
+        return server.applicationWindows() == stacking && server.active() == active &&
+               std::ranges::all_of(stacking, [this](auto window) {
+                   return server.isViewable(window) && !server.isMinimised(window);
                });
-    };
-    if (auto result = server.eventually("the former windows, stacking order and focus", holds); !result)
-        return result << ": " << testing::PrintToString(stacking) << " with " << active
-                      << " active, in place of " << testing::PrintToString(server.applicationWindows())
-                      << " with " << server.active();
-    return testing::AssertionSuccess();
+    });
+    return testing::AssertionResult(result)
+           << ": " << testing::PrintToString(stacking) << " with " << active << " active, in place of "
+           << testing::PrintToString(server.applicationWindows()) << " with " << server.active();
 }

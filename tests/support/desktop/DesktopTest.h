@@ -11,8 +11,6 @@
 
 #include <gmock/gmock.h>
 
-#include <set>
-
 /// A test in the private desktop. Each one finds it, and has to leave it, as the session has started it.
 class DesktopTest : public testing::Test {
 protected:
@@ -28,6 +26,9 @@ protected:
     void writeDefaults(const std::string& entries) const {
         write(defaultsFile(), "<plist version=\"1.0\"><dict>" + entries + "</dict></plist>");
     }
+    /// The same, and Control-Super-P switches presentation mode.
+    void writeDefaultsWithShortcut(const std::string& entries) const;
+    void pressShortcut() { input.type({Input::Key::control, Input::Key::super}, Input::Key::p); }
     std::string defaults() const { return contentsOf(defaultsFile()); }
     /// Whether the settings hold that flag with that value.
     bool defaultsHold(const std::string& flag, bool value) const;
@@ -72,12 +73,14 @@ protected:
         return server.eventually("the other applications minimised",
                                  [this] { return areMinimised(windowsBesides("Chat")); });
     }
-    /// Waits until every screen shows nothing but its own wallpaper and what stands above covers.
-    testing::AssertionResult everyScreenIsCovered();
+    /// Whether every screen shows nothing but its own wallpaper and what stands above covers.
+    bool isCovered() const;
+    testing::AssertionResult everyScreenIsCovered() {
+        return server.eventually("the bare wallpaper on every screen", [this] { return isCovered(); });
+    }
     testing::AssertionResult everyIconShows();
-    /// Waits for the stacking order, with nothing hidden but what is named, and the focus.
-    testing::AssertionResult isRestored(const std::vector<xcb_window_t>& stacking, xcb_window_t active,
-                                        const std::set<xcb_window_t>& minimised = {});
+    /// Waits for the stacking order, with nothing hidden, and the focus.
+    testing::AssertionResult isRestored(const std::vector<xcb_window_t>& stacking, xcb_window_t active);
     /// As the test has found it.
     testing::AssertionResult isRestored() { return isRestored(m_stackingAtStart, m_activeAtStart); }
 

@@ -11,7 +11,6 @@ public:
     /// X keycodes, the same in every keyboard layout.
     enum class Key : std::uint8_t {
         escape = 9,
-        backspace = 22,
         tab = 23,
         e = 26,
         enter = 36,
@@ -21,9 +20,6 @@ public:
         shift = 50,
         m = 58,
         alt = 64,
-        capsLock = 66,
-        f5 = 71,
-        numLock = 77,
         super = 133,
     };
 

@@ -9,8 +9,8 @@
 
 #include <QCoreApplication>
 
-/// The machine in the test's own process, on the session's desktop.
-class LinuxMachineTest : public DesktopTest {
+/// With parts of the product in the test's own process.
+class InProcessTest : public DesktopTest {
 protected:
     testing::AssertionResult shows(const std::string& what, const std::function<bool()>& condition) {
         return server.eventually(what, [&] {
@@ -18,7 +18,11 @@ protected:
             return condition();
         });
     }
+};
 
+/// The machine in the test's own process, on the session's desktop.
+class LinuxMachineTest : public InProcessTest {
+protected:
     /// One for the process, whose signals they are.
     static tavro::TerminationSignals& terminationSignals() {
         static tavro::TerminationSignals signals;
