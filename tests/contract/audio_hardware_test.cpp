@@ -52,7 +52,7 @@ protected:
     }
 };
 
-TEST_F(AudioHardwareContract, ADeviceHasAnIdentityAndThePropertiesOfItsSide) {
+TEST_F(AudioHardwareContract, ADeviceHasANameAndThePropertiesOfItsDirection) {
     const auto microphone = addInput(), speaker = addOutput();
     EXPECT_EQ(text(microphone.id, kAudioObjectPropertyName), "Desk Microphone");
     EXPECT_EQ(text(speaker.id, kAudioObjectPropertyName), "Hall Speaker");
@@ -73,7 +73,7 @@ TEST_F(AudioHardwareContract, ADeviceHasAnIdentityAndThePropertiesOfItsSide) {
     }
 }
 
-TEST_F(AudioHardwareContract, WhatIsNotThereIsRefusedWithItsOwnStatus) {
+TEST_F(AudioHardwareContract, UnknownObjectsAndPropertiesHaveTheirOwnErrors) {
     const auto microphone = addInput().id, speaker = addOutput().id;
     constexpr auto noObject = kAudioHardwareBadObjectError, noProperty = kAudioHardwareUnknownPropertyError,
                    badSize = kAudioHardwareBadPropertySizeError;
@@ -116,7 +116,7 @@ TEST_F(AudioHardwareContract, WhatIsNotThereIsRefusedWithItsOwnStatus) {
     EXPECT_EQ(text(microphone, name.selector), "Desk Microphone");
 }
 
-TEST_F(AudioHardwareContract, NumbersStayWithTheirDevicesAndAreNotUsedAgain) {
+TEST_F(AudioHardwareContract, DeviceNumbersAreStableAndNeverReused) {
     const auto first = addInput(), second = addInput("Room Microphone");
     EXPECT_NE(first.id, second.id);
     testMachine->removeDevice(first.uid);
@@ -131,7 +131,7 @@ TEST_F(AudioHardwareContract, NumbersStayWithTheirDevicesAndAreNotUsedAgain) {
     EXPECT_EQ(mute(first.id, 1), kAudioHardwareBadObjectError);
 }
 
-TEST_F(AudioHardwareContract, AListIsReadAsFarAsItFits) {
+TEST_F(AudioHardwareContract, AListIsCutToTheSizeGiven) {
     addInput();
     addInput("Room Microphone");
     const auto all = ids();
@@ -143,7 +143,7 @@ TEST_F(AudioHardwareContract, AListIsReadAsFarAsItFits) {
     }
 }
 
-TEST_F(AudioHardwareContract, MutingIsInForceSoonAfterTheCall) {
+TEST_F(AudioHardwareContract, MutingTakesEffectSoonAfterTheCall) {
     const auto microphone = addInput(), other = addInput("Room Microphone"), speaker = addOutput();
     for (const auto& [device, address] : {std::pair(microphone, inputMute), {speaker, outputMute}})
         for (const std::uint32_t mute : {1u, 1u, 0u, 0u}) {
@@ -154,7 +154,7 @@ TEST_F(AudioHardwareContract, MutingIsInForceSoonAfterTheCall) {
     EXPECT_FALSE(testMachine->isMutedOnServer(other.uid));
 }
 
-TEST_F(AudioHardwareContract, TheDefaultDevicesAreTheServersAndListenersHearOfTheNext) {
+TEST_F(AudioHardwareContract, DefaultDevicesFollowTheServerAndListenersHearOfChanges) {
     const auto microphone = addInput(), otherMicrophone = addInput("Room Microphone"), speaker = addOutput();
     const auto isDefault = [&](const Address& address, AudioObjectID id) {
         return waitUntil([&] { return word(kAudioObjectSystemObject, address) == id; });
@@ -173,7 +173,7 @@ TEST_F(AudioHardwareContract, TheDefaultDevicesAreTheServersAndListenersHearOfTh
     EXPECT_TRUE(hears("input output "));
 }
 
-TEST_F(AudioHardwareContract, ListenersHearOfChangesByWhomeverAfterTheyAreInForce) {
+TEST_F(AudioHardwareContract, ListenersHearOfEveryChangeOnceItIsInEffect) {
     const auto microphone = addInput(), other = addInput("Room Microphone");
     const auto seen = std::make_shared<const std::function<void()>>(
         [&] { heard += word(microphone.id, inputMute) == 1u ? "muted " : "live "; });
@@ -191,7 +191,7 @@ TEST_F(AudioHardwareContract, ListenersHearOfChangesByWhomeverAfterTheyAreInForc
     EXPECT_TRUE(hears("muted live other "));
 }
 
-TEST_F(AudioHardwareContract, EachRegistrationIsNotifiedOnceAndRemovedOnce) {
+TEST_F(AudioHardwareContract, EachRegistrationIsCalledOnceAndRemovedOnce) {
     const auto microphone = addInput();
     const auto twice = listener("twice"), last = listener("last");
     const auto add = [&](const auto& each) {

@@ -41,7 +41,7 @@ protected:
     }
 };
 
-TEST_F(HotKeyCenterContract, APressAndARelease) {
+TEST_F(HotKeyCenterContract, EachPressAndReleaseReachesItsHotKey) {
     listen();
     take(m, commandShift, 1);
     take(m, cmdKey, 2);
@@ -62,7 +62,7 @@ TEST_F(HotKeyCenterContract, APressAndARelease) {
     EXPECT_TRUE(hears("+1 -1 +2 +3 -2 -3 +4 -4 +2 -2 "));
 }
 
-TEST_F(HotKeyCenterContract, HandlersAreAskedUntilOneHasDealtWithTheEvent) {
+TEST_F(HotKeyCenterContract, HandlersAreCalledUntilOneHandlesTheEvent) {
     listen(eventNotHandledErr);
     listen();
     listen();
@@ -90,7 +90,7 @@ TEST_F(HotKeyCenterContract, TwoKeysAtATimeAreEachFollowedToTheirRelease) {
     }
 }
 
-TEST_F(HotKeyCenterContract, AKeyOfAnotherProgramIsRefusedAndAskedForAnewWhenItIsFree) {
+TEST_F(HotKeyCenterContract, AKeyTakenByAnotherProgramIsRefusedUntilItIsFree) {
     listen();
     ASSERT_TRUE(testMachine->otherProgramTakesKey(m, commandShift));
     auto key = EventHotKeyRef::none;
@@ -104,7 +104,7 @@ TEST_F(HotKeyCenterContract, AKeyOfAnotherProgramIsRefusedAndAskedForAnewWhenItI
     EXPECT_TRUE(hears("+1 -1 "));
 }
 
-TEST_F(HotKeyCenterContract, NothingIsLeftOfAHundredRoundsOrOfTheProcess) {
+TEST_F(HotKeyCenterContract, KeysAreReleasedWithTheirRegistrationOrTheProcess) {
     for (int round = 0; round < 100; ++round) {
         const auto key = take(m, commandShift, 1);
         EXPECT_EQ(center().unregisterEventHotKey(key), noErr);

@@ -66,7 +66,7 @@ protected:
     }
 };
 
-TEST_F(WindowServerContract, AWindowIsOnScreenExactlyFromItsOrderingToItsClose) {
+TEST_F(WindowServerContract, AWindowShowsFromOrderingToClosing) {
     for (const auto& screen : machine().screens().screens()) {
         const auto cover = createCover(screen);
         EXPECT_EQ(shownFrame(*cover), std::nullopt);
@@ -88,7 +88,7 @@ TEST_F(WindowServerContract, AWindowIsOnScreenExactlyFromItsOrderingToItsClose) 
     }
 }
 
-TEST_F(WindowServerContract, AClosedWindowLetsItsContentGoAndADroppedOneLeavesTheScreen) {
+TEST_F(WindowServerContract, ClosingReleasesTheContentAndDroppingHidesTheWindow) {
     struct EmptyView : View {};
     auto cover = createCover(firstScreen());
     auto view = std::make_shared<EmptyView>();
@@ -105,7 +105,7 @@ TEST_F(WindowServerContract, AClosedWindowLetsItsContentGoAndADroppedOneLeavesTh
     EXPECT_TRUE(waitUntil([&] { return !testMachine->shownFrame(coverNumber); }));
 }
 
-TEST_F(WindowServerContract, TheListGoesFrontToBackWithoutWhatIsNotOnScreen) {
+TEST_F(WindowServerContract, TheListHasVisibleWindowsFrontToBack) {
     testMachine->openWindow("Tavro-Editor", "notes", place);
     testMachine->openWindow("Tavro-Browser", "page", place);
     const auto lists = [&](const std::string& expected) {
@@ -120,7 +120,7 @@ TEST_F(WindowServerContract, TheListGoesFrontToBackWithoutWhatIsNotOnScreen) {
     EXPECT_TRUE(lists(""));
 }
 
-TEST_F(WindowServerContract, TheWallpaperIsBelowACoverAndHasAPictureForADisplay) {
+TEST_F(WindowServerContract, TheWallpaperIsBelowACoverAndCanBeCaptured) {
     testMachine->openWindow("Tavro-Editor", "notes", place);
     const auto cover = createCover(firstScreen());
     cover->orderFrontRegardless();

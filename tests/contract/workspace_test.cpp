@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(WorkspaceContract, ObserversAreNotifiedOfActivationsThatAreInForce) {
+TEST_F(WorkspaceContract, ObserversHearOfActivationsOnceTheyAreInEffect) {
     const auto editor = open("Tavro-Editor", "notes");
     Application browser;
     auto observation = workspace().notificationCenter().addObserver(workspaceDidActivateApplication, [&] {
@@ -80,7 +80,7 @@ TEST_F(WorkspaceContract, ObserversAreNotifiedOfActivationsThatAreInForce) {
     EXPECT_TRUE(heard.ends_with("editor browser ")) << heard;
 }
 
-TEST_F(WorkspaceContract, HidingTakesAllWindowsOfOneApplicationThatAreOnScreen) {
+TEST_F(WorkspaceContract, HidingTakesEveryVisibleWindowOfTheApplication) {
     const auto editor = open("Tavro-Editor", "notes");
     const auto browser = open("Tavro-Browser", "page", editor);
     const auto again = open("Tavro-Editor", "letter", browser);
@@ -104,7 +104,7 @@ TEST_F(WorkspaceContract, HidingTakesAllWindowsOfOneApplicationThatAreOnScreen) 
     }
 }
 
-TEST_F(WorkspaceContract, TheNextProcessRestoresTheStackingAndWhatTheUserHadPutAway) {
+TEST_F(WorkspaceContract, TheNextProcessRestoresTheStackingOrder) {
     const auto editor = open("Tavro-Editor", "notes");
     const auto chat = open("Tavro-Chat", "talk", editor);
     open("Tavro-Editor", "letter", chat);

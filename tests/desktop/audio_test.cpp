@@ -110,7 +110,7 @@ TEST_F(AudioTest, TheFirstReadShowsAllDevices) {
     server.setVolume("speaker_2", 100);
 }
 
-TEST_F(AudioTest, WhatWasSentIsInForceAtTheEndOfTheProcess) {
+TEST_F(AudioTest, WritesTakeEffectBeforeTheProcessEnds) {
     const auto names = {"mic_1", "mic_2", "speaker_1"};
     for (const auto* name : names)
         EXPECT_EQ(setMute(name, 1), noErr);
@@ -136,7 +136,7 @@ TEST_F(AudioTest, AServerIsFoundByItsSocketAsSoonAsItAppears) {
     }
 }
 
-TEST_F(AudioTest, AServerThatNothingAnnouncesIsFoundByTryingAgain) {
+TEST_F(AudioTest, AServerWithoutASocketFileIsFoundByRetrying) {
     const int port = freePort();
     const auto before = qgetenv("PULSE_SERVER");
     qputenv("PULSE_SERVER", "tcp:127.0.0.1:" + QByteArray::number(port));

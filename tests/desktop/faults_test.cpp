@@ -33,7 +33,7 @@ protected:
     }
 };
 
-TEST_F(Faults, UnwritableSettingsAreReportedOnceAndTheModeStillSwitches) {
+TEST_F(Faults, UnwritableSettingsAreReportedOnceAndPresentingStillWorks) {
     const std::pair<const char*, const char*> cases[] = {
         // The limit makes every write to a file fail half-way, as a full disk does.
         {"full disk", "trap '' XFSZ; ulimit -f 0; exec \"$0\""},
@@ -59,7 +59,7 @@ TEST_F(Faults, UnwritableSettingsAreReportedOnceAndTheModeStillSwitches) {
     }
 }
 
-TEST_F(Faults, WindowsThatDieWhileTheModeSwitchesAreNoError) {
+TEST_F(Faults, WindowsMayCloseDuringASwitch) {
     auto tavro = launch();
     for (int round = 1; round <= 10; ++round) {
         SCOPED_TRACE(round);
@@ -124,7 +124,7 @@ TEST_F(Faults, CoversGoAboveTheIconsOfARestartedDesktop) {
     quit(tavro);
 }
 
-TEST_F(Faults, WithoutTheDesktopsPictureTheCoversShowTheWallpapersFile) {
+TEST_F(Faults, CoversShowTheWallpaperFileWhenTheDesktopPublishesNoPicture) {
     const Rect lower{0, 500, 1240, 500}; // no window of the session's stands there but the slides
     for (const bool isStale : {true, false}) {
         SCOPED_TRACE(isStale ? "stale" : "absent");

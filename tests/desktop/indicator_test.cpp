@@ -68,7 +68,7 @@ TEST_F(Indicator, StandsInTheSamePlaceEveryTime) {
     }
 }
 
-TEST_F(LinuxMachineTest, BubblesAreOutOfSightAsLongAsTheyAreKeptAway) {
+TEST_F(LinuxMachineTest, BubblesAreInvisibleWhileKeptAway) {
     const Rect place{100, 300, 300, 80}, otherPlace{100, 500, 300, 80};
     const auto bare = server.screenshot(place), otherBare = server.screenshot(otherPlace);
     const auto isSeen = [&](bool first, bool other) {
@@ -91,7 +91,7 @@ TEST_F(LinuxMachineTest, BubblesAreOutOfSightAsLongAsTheyAreKeptAway) {
     EXPECT_TRUE(shows("both", [&] { return isSeen(true, true); }));
 }
 
-TEST_F(LinuxMachineTest, AnItemActsOnTheClicksThatItAsksForAlone) {
+TEST_F(LinuxMachineTest, AnItemIgnoresClicksThatItDidNotAskFor) {
     const auto item = machine.statusBar().statusItem(tavro::StatusBar::variableLength);
     std::string seen;
     item->button()->setAction([&] {
@@ -109,7 +109,7 @@ TEST_F(LinuxMachineTest, AnItemActsOnTheClicksThatItAsksForAlone) {
     EXPECT_TRUE(shows("the second click alone", [&] { return seen == "right "; })) << seen;
 }
 
-TEST_F(LinuxMachineTest, TheMainScreenIsThatOfTheFocusWhoeverHasIt) {
+TEST_F(LinuxMachineTest, TheMainScreenHasTheFocusedWindow) {
     const auto screens = machine.screens().screens();
     ASSERT_EQ(screens.size(), 2u);
     ClientApplication other(server, "Other");
@@ -120,7 +120,7 @@ TEST_F(LinuxMachineTest, TheMainScreenIsThatOfTheFocusWhoeverHasIt) {
     }
 }
 
-TEST_F(LinuxMachineTest, TheTextOfAKeyIsWhatTheLayoutPrints) {
+TEST_F(LinuxMachineTest, AKeysTextFollowsTheLayout) {
     const tavro::KeyboardShortcuts::Shortcut shortcut(46, tavro::cmdKey | tavro::shiftKey);
     const std::pair<const char*, const char*> layouts[] = {
         {"fr", "⇧⌘,"}, {"ru,us", "⇧⌘M"}, {"ru", "⇧⌘M"}, {"de", "⇧⌘M"}, {"us", "⇧⌘M"}};

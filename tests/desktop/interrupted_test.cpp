@@ -193,7 +193,7 @@ INSTANTIATE_TEST_SUITE_P(Interrupted, Interrupted,
                                          Fault{"ScreenGoesAndComes", &Interrupted::unplugAndPlugScreen}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST_P(Interrupted, SwitchesAreMadeGoodWhateverHappensInTheirMiddle) {
+TEST_P(Interrupted, TheNextSwitchOrLaunchRestoresEverything) {
     const struct {
         const char* what;
         bool turnsOn;

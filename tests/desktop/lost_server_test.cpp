@@ -7,7 +7,7 @@ class LostServer : public DesktopTest {
 };
 
 // The only test of its session, which it destroys.
-TEST_F(LostServer, LosingTheXServerEndsTheProcessWithOneLine) {
+TEST_F(LostServer, LosingTheXServerEndsTheProcessWithOneMessage) {
     auto tavro = launch();
     toggle(*tavro);
     Session::signal("xorg", SIGKILL);

@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_P(Notifications, NoneAppearsWhilePresentingWhoeverSwitchedThemOff) {
+TEST_P(Notifications, NoneAppearsWhilePresenting) {
     NotificationServer notifications(server, *GetParam());
     auto tavro = launch();
     EXPECT_TRUE(notifications.showsANotification());
@@ -50,7 +50,7 @@ TEST_P(Notifications, NoneAppearsWhilePresentingWhoeverSwitchedThemOff) {
     EXPECT_EQ(tavro->linesOfOutput("DISABLE"), 2);
 }
 
-TEST_P(Notifications, AppearAgainHoweverTheProcessEnds) {
+TEST_P(Notifications, AppearAgainHoweverTheProgramEnds) {
     NotificationServer notifications(server, *GetParam());
     for (const bool waits : {true, false}) {
         SCOPED_TRACE(waits ? "while presenting" : "at once");

@@ -112,7 +112,7 @@ protected:
     static constexpr Point selectButton{207, 251}, removeButton{258, 339}, inPreview{260, 300};
 };
 
-TEST_F(Preferences, OneChooserOpensAndItsPictureIsStoredAndShownUntilItIsRemoved) {
+TEST_F(Preferences, AChosenPictureIsShownUntilItIsRemoved) {
     fs::remove(storedFile());
     auto tavro = launchWithPreferences();
     openChooser(*tavro);
@@ -158,7 +158,7 @@ TEST_F(Preferences, OneChooserOpensAndItsPictureIsStoredAndShownUntilItIsRemoved
 }
 
 // The recorder of the shortcut for presentation mode, with Control-Super-P in it.
-TEST_F(Preferences, ARecorderTakesKeysThatAreTakenAlready) {
+TEST_F(Preferences, ARecorderSeesKeysThatOthersUse) {
     auto tavro = launchWithPreferences();
     startRecording();
     pressShortcut(); // our own, which rests
@@ -189,7 +189,7 @@ TEST_F(Preferences, ARecorderTakesKeysThatAreTakenAlready) {
 }
 
 // What it must know of the desktop's settings it has asked for before.
-TEST_F(Preferences, ARecorderAsksNobodyWhileItHoldsTheKeyboard) {
+TEST_F(Preferences, ARecorderQueriesNothingWhileItHoldsTheKeyboard) {
     auto tavro = launchWithPreferences();
     startRecording();
     Session::signal("xfconfd", SIGSTOP);
@@ -207,7 +207,7 @@ TEST_F(Preferences, ARecorderAsksNobodyWhileItHoldsTheKeyboard) {
     quit(tavro);
 }
 
-TEST_F(Preferences, ARecorderIsClearedByItsButtonAndEndsWithoutAChange) {
+TEST_F(Preferences, ARecorderCanBeClearedOrCancelled) {
     const auto front = server.active();
     auto tavro = launchWithPreferences();
     constexpr Point elsewhere{60, 225}, fourPointsBeside{164, 157};

@@ -39,7 +39,7 @@ TEST_F(Presentation, CoversShowTheCustomWallpaperStretched) {
     EXPECT_EQ(complaints(*tavro), "");
 }
 
-TEST_F(Presentation, AWindowTheUserBringsBackIsTheUsersAgain) {
+TEST_F(Presentation, AWindowTheUserBringsBackStays) {
     ClientApplication other(server, "Alpha"), kept(server, "Beta");
     const auto window = other.addWindow({300, 200, 300, 200});
     const auto front = kept.addWindow({700, 200, 300, 200});

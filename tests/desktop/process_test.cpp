@@ -77,7 +77,7 @@ TEST_F(ProcessTest, TerminationSignalsTurnPresentationModeOffFirst) {
     EXPECT_TRUE(std::filesystem::exists(config.path() / "autostart" / "com.vantrelo.TavroPRO.desktop"));
 }
 
-TEST_F(ProcessTest, TheSessionsEndAndNotItsSavingTurnsPresentationModeOff) {
+TEST_F(ProcessTest, SessionEndTurnsPresentationModeOffButSavingDoesNot) {
     SessionManager manager;
     auto how = settings();
     how.environment["SESSION_MANAGER"] = manager.address();
@@ -104,7 +104,7 @@ TEST_F(ProcessTest, TheSessionsEndAndNotItsSavingTurnsPresentationModeOff) {
     EXPECT_TRUE(isRestored());
 }
 
-TEST_F(ProcessTest, ASecondLaunchActivatesTheFirstOrGivesUpOneThatHangsOrIsOnAnotherBus) {
+TEST_F(ProcessTest, ASecondLaunchActivatesTheFirstOrReportsThatItIsSilent) {
     const auto silent = "TavroPRO is running already and does not answer\n";
     const std::tuple<bool, const char*, const char*, const char*> cases[] = {
         {false, "env", "exited with 0", "TavroPRO is running already and was activated\n"},

@@ -35,7 +35,7 @@ private:
     Pixels m_second;
 };
 
-TEST_F(Screens, AScreenMayBeUnpluggedWhileItIsCoveredAndHoldsAWindow) {
+TEST_F(Screens, UnpluggingACoveredScreenKeepsItsWindow) {
     auto tavro = launch();
     openPreferences();
     ASSERT_TRUE(server.eventually("the preferences",

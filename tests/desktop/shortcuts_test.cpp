@@ -36,7 +36,7 @@ protected:
     std::unique_ptr<TavroProcess> tavro;
 };
 
-TEST_F(Shortcuts, StayOnTheirKeysInEveryStateAndLayoutOfTheKeyboard) {
+TEST_F(Shortcuts, StayOnTheirKeysInEveryLayoutAndLockState) {
     const std::pair<const char*, int> cases[] = {
         {"xdotool key Caps_Lock", XCB_MOD_MASK_4},
         {"xdotool key Num_Lock", XCB_MOD_MASK_4}, // both of them
@@ -80,7 +80,7 @@ TEST_F(Shortcuts, AKeyThatIsHeldSwitchesOnce) {
     quit(tavro);
 }
 
-TEST_F(Shortcuts, KeysOfAnotherProgramStayItsOwn) {
+TEST_F(Shortcuts, KeysOfOtherProgramsStayTheirs) {
     constexpr std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_CONTROL;
     ASSERT_TRUE(server.grab(key, modifiers | XCB_MOD_MASK_LOCK));
     tavro = launch();

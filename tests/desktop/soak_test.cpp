@@ -70,7 +70,7 @@ protected:
     std::unique_ptr<TavroProcess> tavro;
 };
 
-TEST_F(Soak, LeavesNothingBehindHoweverOftenItIsSwitched) {
+TEST_F(Soak, RepeatedPresentationsLeaveNothingBehind) {
     tavro = launch();
     const int all = presentations(), third = all / 3;
     const auto early = footprintAfter(0, third);

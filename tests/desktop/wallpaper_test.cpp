@@ -53,7 +53,7 @@ private:
     DesktopWallpaper::Backgrounds m_backgrounds;
 };
 
-TEST_F(Wallpaper, IsDrawnWhereTheServerHasNoPictureOfIt) {
+TEST_F(Wallpaper, IsDrawnWhenTheServerHasNoPicture) {
     int changes = 0;
     const auto observation = wallpaper.onChange([&] { ++changes; });
     x->start();

@@ -28,7 +28,7 @@ protected:
     AutostartEntry entry{file, "/usr/bin/tavropro"};
 };
 
-TEST_F(AutostartEntryTest, RegisteringAndUnregisteringMayBeRepeated) {
+TEST_F(AutostartEntryTest, RegisteringTwiceIsTheSameAsOnce) {
     EXPECT_EQ(entry.status(), Status::notRegistered);
     for (const bool isRegistered : {false, true, true, false, false}) {
         EXPECT_EQ(isRegistered ? entry.registerService() : entry.unregisterService(), std::nullopt);
@@ -37,7 +37,7 @@ TEST_F(AutostartEntryTest, RegisteringAndUnregisteringMayBeRepeated) {
     }
 }
 
-TEST_F(AutostartEntryTest, TheFileItselfAnswers) {
+TEST_F(AutostartEntryTest, StatusIsReadFromTheFile) {
     const std::string start = "[Desktop Entry]\nType=Application\nName=TavroPRO\nExec=tavropro\n";
     const struct {
         const char* what;
@@ -67,7 +67,7 @@ TEST_F(AutostartEntryTest, TheFileItselfAnswers) {
     }
 }
 
-TEST_F(AutostartEntryTest, WhatTheFileSystemRefusesIsSaid) {
+TEST_F(AutostartEntryTest, FileSystemErrorsAreReported) {
     fs::create_directories(file / "kept");
     EXPECT_EQ(entry.status(), Status::notFound);
     EXPECT_EQ(entry.registerService(), file.string() + ": Is a directory");
@@ -82,7 +82,7 @@ TEST_F(AutostartEntryTest, WhatTheFileSystemRefusesIsSaid) {
 }
 
 // By another reader of desktop entries, and the program that it starts.
-TEST_F(AutostartEntryTest, AProgramOfAnyNameIsStarted) {
+TEST_F(AutostartEntryTest, ProgramsOfAnyNameAreStarted) {
     for (const auto* name :
          {"tavropro", "with blank", "a'b", "a\"b", "back\\slash", "$HOME", "`date`", "100%", "%f", "a;b&c|d",
           "<a>(b)*?#~", "tab\tbed", "\xc3\xa4\xe2\x82\xac", "-x", "=y", " ", "line\nfeed", "\\n"}) {

@@ -17,7 +17,7 @@ XAtoms numberedAtoms() {
     return std::bit_cast<XAtoms>(numbers);
 }
 
-TEST(ClientWindowTest, IsWhatItsPropertiesSay) {
+TEST(ClientWindowTest, IsReadFromItsProperties) {
     const auto x = numberedAtoms();
     const struct {
         const char* what;

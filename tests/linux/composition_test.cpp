@@ -20,7 +20,7 @@ using Scaler = BackgroundStyle::Scaler;
 using Shading = BackgroundStyle::Shading;
 
 /// As desktops were seen to do it, to the pixel.
-TEST(Composition, PlacesAPictureAsDesktopsDo) {
+TEST(Composition, PlacesAPictureLikeEachDesktop) {
     const QSize screen(1920, 1080), big(2500, 1700), small(333, 217);
     const QRect area({}, screen), all(-1920, 0, 3360, 1080);
     const struct {
@@ -52,7 +52,7 @@ TEST(Composition, PlacesAPictureAsDesktopsDo) {
 
 /// What the program that draws makes of a picture, red above and blue below, 4 pixels wide and 8 high, on a
 /// screen of 16 by 8: its middle row. Green is the desktop's colour.
-TEST(Composition, IsDrawnInAProgramOfItsOwn) {
+TEST(Composition, TheHelperProgramDrawsIt) {
     int count = 0;
     const QCoreApplication application(count, nullptr);
     const TemporaryFolder folder;
@@ -112,7 +112,7 @@ TEST(Composition, IsDrawnInAProgramOfItsOwn) {
     }
 }
 
-TEST(Composition, WhatIsNoneIsNotDrawn) {
+TEST(Composition, InvalidArgumentsAreRejected) {
     const auto whole = Composition{{}, {16, 8}, {0, 0, 16, 8}}.arguments();
     EXPECT_TRUE(Composition::parse(whole));
     for (const auto& [index, text] :

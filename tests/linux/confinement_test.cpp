@@ -42,7 +42,7 @@ bool computesOnThreads() {
     return memory.back() == 1;
 }
 
-TEST(ConfinementTest, LeavesTheProcessNothingButComputing) {
+TEST(ConfinementTest, AllowsOnlyComputation) {
     const TemporaryFolder folder;
     const auto path = (folder.path() / "file").string();
     const int file = ::open(path.c_str(), O_CREAT | O_RDWR, 0600);

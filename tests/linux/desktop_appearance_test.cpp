@@ -21,12 +21,12 @@ const auto big = "\1\0\0\0\0\0\0\7\0\0\0\2"
                  "\0\0\0\7Xft/DPI\0\0\0\0\1\0\1\x80\0"
                  "\1\0\0\4Font\0\0\0\1\0\0\0\7Sans 10\0"s;
 
-TEST(XSettings, GiveTheirTextsInEitherByteOrder) {
+TEST(XSettings, AreReadInEitherByteOrder) {
     EXPECT_EQ(textsOfXSettings(little), (Texts{{"Net/ThemeName", "Dark"}, {"Font", "Sans 10"}}));
     EXPECT_EQ(textsOfXSettings(big), (Texts{{"Font", "Sans 10"}}));
 }
 
-TEST(XSettings, EndWhereTheBytesAreNotAsTheProtocolSays) {
+TEST(XSettings, StopAtMalformedBytes) {
     for (std::size_t size = 0; size < little.size(); ++size) {
         // A copy of its own, so that reading beyond it is noticed.
         const std::vector<char> cut(little.begin(), little.begin() + static_cast<std::ptrdiff_t>(size));
@@ -37,7 +37,7 @@ TEST(XSettings, EndWhereTheBytesAreNotAsTheProtocolSays) {
     EXPECT_EQ(textsOfXSettings(ofUnknownType), Texts{});
 }
 
-TEST(DesktopAppearance, ReadsTheNamesOfFonts) {
+TEST(DesktopAppearance, ParsesFontNames) {
     const struct {
         const char *description, *family;
         double size;

@@ -242,7 +242,7 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
     qunsetenv("XDG_CONFIG_DIRS");
 }
 
-TEST(GnomeBackground, ASlideShowIsThePictureThatIsOn) {
+TEST(GnomeBackground, ASlideShowResolvesToTheCurrentPicture) {
     const QByteArray show =
         "<background><starttime><year>2020</year><month>2</month><day>1</day><hour>6</hour>"
         "<minute>0</minute><second>0</second></starttime>"

@@ -52,7 +52,7 @@ protected:
     SimulatedLog log{journal};
 };
 
-TEST_F(FetchURLSessionTest, OnlyWholeDocumentsOfATrustedServerArrive) {
+TEST_F(FetchURLSessionTest, OnlyCompleteDocumentsFromTrustedServersArrive) {
     const auto& [trusted, stranger, misnamed, plain, proxy] = server.ports();
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte)
@@ -89,19 +89,19 @@ TEST_F(FetchURLSessionTest, OnlyWholeDocumentsOfATrustedServerArrive) {
     EXPECT_EQ(log.takeDiagnosed(), std::vector<std::string>{});
 }
 
-TEST_F(FetchURLSessionTest, WithoutTheUsersWordTheSystemsAuthoritiesDecide) {
+TEST_F(FetchURLSessionTest, SystemAuthoritiesAreTrustedByDefault) {
     qunsetenv("SSL_CERT_FILE");
     EXPECT_EQ(fetch(local(server.ports().trusted, "/document")), std::nullopt);
 }
 
 // The server ends neither connection by itself, so that only the limit can.
-TEST_F(FetchURLSessionTest, WhatTakesTooLongOrIsTooLongIsNoDocument) {
+TEST_F(FetchURLSessionTest, SlowOrOversizedAnswersYieldNoDocument) {
     for (const auto* path : {"/stalled", "/silent"})
         EXPECT_EQ(fetch(local(server.ports().trusted, path), {.time = 300ms}), std::nullopt) << path;
     EXPECT_EQ(fetch(local(server.ports().trusted, "/document"), {.bytes = 3}), std::nullopt);
 }
 
-TEST_F(FetchURLSessionTest, AProgramThatIsMissingOrDiesIsNoDocument) {
+TEST_F(FetchURLSessionTest, AMissingOrCrashingHelperYieldsNoDocument) {
     const auto script = folder.path() / "dies";
     std::ofstream(script) << "#!/bin/sh\necho half\nkill -KILL $$\n";
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);

@@ -364,7 +364,7 @@ TEST(HiddenWindowsTest, EndWhereTheUserExpectsThem) {
     }
 }
 
-TEST(HiddenWindowsTest, AskInAnOrderThatLosesNothing) {
+TEST(HiddenWindowsTest, SendCommandsInASafeOrder) {
     const Case cases[] = {
         {"marked before it is minimised", "B1 A1 B2*", "on", "watch A1, mark A1, minimise A1"},
         {"bottom to top, and those that stay in their turn", "b2 A1 B1 C1- A2 B3*", "on; off",

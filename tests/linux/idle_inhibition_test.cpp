@@ -38,7 +38,7 @@ protected:
     std::optional<IdleInhibition> inhibition{[this](bool isSuspended) { isServerSuspended = isSuspended; }};
 };
 
-TEST_F(IdleInhibitionTest, HoldsTheServersSaverAndTheDesktops) {
+TEST_F(IdleInhibitionTest, InhibitsTheServersAndTheDesktopsScreenSaver) {
     for (const auto& [service, release] :
          {std::pair{"org.freedesktop.ScreenSaver", "UnInhibit"}, {"org.gnome.SessionManager", "Uninhibit"}}) {
         SCOPED_TRACE(service);

@@ -22,7 +22,7 @@ std::vector<ScreenWithPanels> screensWith(const QRect& panel) {
             {second, second.contains(panel) ? std::vector{panel} : std::vector<QRect>()}};
 }
 
-TEST(PanelGeometry, ThingsOpenBesideThePanelAtTheirPointAndOnItsScreen) {
+TEST(PanelGeometry, PopupsOpenBesideThePanelAndStayOnItsScreen) {
     const struct {
         const char* where;
         QRect panel;
@@ -66,7 +66,7 @@ TEST(PanelGeometry, TheTrayIsUnderThePointerOrAtTheEndOfAPanel) {
         EXPECT_EQ(trayPlace(screens, pointer), expected) << what;
 }
 
-TEST(PanelGeometry, PanelsAreWhatAScreensWorkAreaLeaves) {
+TEST(PanelGeometry, PanelsAreTheStripsOutsideTheWorkArea) {
     const QRect screen(100, 0, 1920, 1080);
     const std::pair<QRect, std::vector<QRect>> cases[] = {
         {screen, {}},
@@ -78,7 +78,7 @@ TEST(PanelGeometry, PanelsAreWhatAScreensWorkAreaLeaves) {
         EXPECT_EQ(stripsAround(workArea, screen), expected);
 }
 
-TEST(PanelGeometry, PixelsAreCountedFromTheScreensCornerInItsPoints) {
+TEST(PanelGeometry, PixelsBecomePointsOfTheScreen) {
     const struct {
         QRect pixels, screen;
         double scale;

@@ -36,7 +36,7 @@ protected:
 
 constexpr auto header = "<?xml version=\"1.0\"?><plist version=\"1.0\">";
 
-TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreStoredAgain) {
+TEST_F(PlistUserDefaultsTest, UnreadableFilesAreSetAsideAndSettingsStartAnew) {
     const std::pair<const char*, std::string> cases[] = {
         {"empty", ""},
         {"text", "hideDesktop = true\n"},
@@ -60,7 +60,7 @@ TEST_F(PlistUserDefaultsTest, WhatIsNoPropertyListIsSetAsideWholeAndSettingsAreS
     }
 }
 
-TEST_F(PlistUserDefaultsTest, EditsByOthersAreKeptExceptWhereWeWriteLater) {
+TEST_F(PlistUserDefaultsTest, ForeignEditsAreKeptUnlessOverwrittenLater) {
     const auto edit = [this](const std::string& entries) { write(header + entries + "</plist>"); };
     edit("<dict><key>hideApps</key><true/><key>muteSpeaker</key><true/></dict>");
     auto defaults = open();
@@ -87,7 +87,7 @@ TEST_F(PlistUserDefaultsTest, EditsByOthersAreKeptExceptWhereWeWriteLater) {
     EXPECT_EQ(log.takeDiagnosed().size(), 1u);
 }
 
-TEST_F(PlistUserDefaultsTest, ALinkStaysOneAndTheFileIsPrivate) {
+TEST_F(PlistUserDefaultsTest, SymbolicLinksSurviveAndTheFileIsPrivate) {
     const auto target = folder / "dotfiles.plist";
     fs::create_symlink(target, file);
     std::ofstream(target) << header << "<dict/></plist>";
@@ -101,7 +101,7 @@ TEST_F(PlistUserDefaultsTest, ALinkStaysOneAndTheFileIsPrivate) {
     EXPECT_EQ(filesInFolder(), 2u);
 }
 
-TEST_F(PlistUserDefaultsTest, WhatAKillHasLeftIsRemovedAtTheNextLaunch) {
+TEST_F(PlistUserDefaultsTest, LeftoverFilesAreRemovedAtTheNextLaunch) {
     const auto beside = [this](const std::string& ending) { return file.string() + ending; };
     const std::pair<std::string, bool> cases[] = {
         {beside(".TavroPRO-aB3xY9"), true},
@@ -127,7 +127,7 @@ TEST_F(PlistUserDefaultsTest, WhatAKillHasLeftIsRemovedAtTheNextLaunch) {
     ::close(writer);
 }
 
-TEST_F(PlistUserDefaultsTest, WhatCannotBeWrittenIsReportedOnceAndTriedAgain) {
+TEST_F(PlistUserDefaultsTest, WriteErrorsAreReportedOnceAndRetried) {
     // A file in the folder's place: not even root can write below it.
     const auto blocked = folder / "blocked";
     std::ofstream(blocked).flush();
@@ -144,7 +144,7 @@ TEST_F(PlistUserDefaultsTest, WhatCannotBeWrittenIsReportedOnceAndTriedAgain) {
     EXPECT_TRUE(fs::exists(blocked / "settings.plist"));
 }
 
-TEST_F(PlistUserDefaultsTest, ChangesOfOneTurnAreOneWriteAndNoChangeIsNone) {
+TEST_F(PlistUserDefaultsTest, ChangesAreBatchedAndNoChangeIsNotWritten) {
     auto defaults = open();
     defaults.setObject("tavro", true);
     defaults.setObject("hideApps", true);

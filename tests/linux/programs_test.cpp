@@ -16,7 +16,7 @@
 namespace tavro {
 namespace {
 
-TEST(Programs, HaveNothingOfOurSignalsAndFiles) {
+TEST(Programs, InheritNeitherSignalMasksNorFiles) {
     int count = 0;
     const QCoreApplication application(count, nullptr);
     const TemporaryFolder folder;

@@ -116,7 +116,7 @@ protected:
     std::vector<PulseQuestion> waiting;
 };
 
-TEST_F(PulseMirrorTest, ShowsNothingBeforeAllThatTheServerHadIsKnown) {
+TEST_F(PulseMirrorTest, ShowsNothingUntilTheListingIsComplete) {
     for (const bool isReversed : {false, true}) {
         mirror.connected();
         mirror.connected(); // the questions of before are of no use
@@ -187,7 +187,7 @@ TEST_F(PulseMirrorTest, FollowsTheServerAndReportsEachChangeOnce) {
 }
 
 // Each case begins while the three questions of the connection wait for their answers.
-TEST_F(PulseMirrorTest, AnswersThatComeLateChangeNothing) {
+TEST_F(PulseMirrorTest, LateAnswersChangeNothing) {
     const struct {
         const char* what;
         std::vector<Step> steps;
@@ -217,7 +217,7 @@ TEST_F(PulseMirrorTest, AnswersThatComeLateChangeNothing) {
     }
 }
 
-TEST_F(PulseMirrorTest, ABurstIsFoldedIntoOneMoreQuestion) {
+TEST_F(PulseMirrorTest, ABurstOfEventsAsksOneMoreQuestion) {
     mirror.connected();
     answerAll();
     for (int i = 0; i < 100; ++i)

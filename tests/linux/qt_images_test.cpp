@@ -95,7 +95,7 @@ protected:
     QtImages images{TAVRO_PICTURE_BINARY, log};
 };
 
-TEST_F(QtImagesTest, WholePicturesWithinTheBoundsAreReadByTheirContents) {
+TEST_F(QtImagesTest, CompletePicturesAreRecognisedByContent) {
     const auto png = encoded("png"), jpeg = encoded("jpeg"), progressive = encoded("jpeg", true),
                heif = heic();
     const auto other = (folder.path() / "other.png").string();
@@ -193,7 +193,7 @@ TEST_F(QtImagesTest, AFileIsDecodedAgainOnlyWhenItHasChanged) {
     EXPECT_TRUE(waitUntil([&] { return pixels.expired(); }, &processEvents)) << "but not for long";
 }
 
-TEST_F(QtImagesTest, EachSideIsNoLongerThanItsBound) {
+TEST_F(QtImagesTest, SizesAreLimitedPerSide) {
     read(encoded("png"));
     for (const auto& [bounds, expected] : {std::pair(QStringList(), QSize(64, 48)),
                                            {{"10", "100"}, {10, 48}},
@@ -207,7 +207,7 @@ TEST_F(QtImagesTest, EachSideIsNoLongerThanItsBound) {
     }
 }
 
-TEST_F(QtImagesTest, ADecoderThatDoesNotEndHoldsNothingUp) {
+TEST_F(QtImagesTest, AHangingDecoderHoldsNothingUp) {
     read(encoded("png"));
     const auto program = folder.path() / "program";
     std::ofstream(program) << "#!/bin/sh\nexec sleep 1000";
@@ -219,14 +219,14 @@ TEST_F(QtImagesTest, ADecoderThatDoesNotEndHoldsNothingUp) {
     EXPECT_FALSE(isDone);
 }
 
-TEST_F(QtImagesTest, WhatIsNoFileIsNotWaitedFor) {
+TEST_F(QtImagesTest, PipesAndBrokenLinksAreNotWaitedFor) {
     ASSERT_EQ(::mkfifo((folder.path() / "pipe.png").c_str(), 0600), 0);
     std::filesystem::create_symlink(folder.path() / "nowhere", folder.path() / "link.png");
     for (const auto* name : {"pipe.png", "link.png"})
         EXPECT_FALSE(images.contentsOf(folder.path() / name) || load(folder.path() / name, images)) << name;
 }
 
-TEST_F(QtImagesTest, WithoutItsProgramOrResourceAPictureIsNoneAndALineSaysSo) {
+TEST_F(QtImagesTest, MissingHelpersAndResourcesAreLogged) {
     read(encoded("png"));
     QtImages victim(folder.path() / "missing", log);
     EXPECT_FALSE(victim.contentsOf(folder.path() / "picture.png"));
@@ -236,7 +236,7 @@ TEST_F(QtImagesTest, WithoutItsProgramOrResourceAPictureIsNoneAndALineSaysSo) {
     EXPECT_EQ(log.takeDiagnosed().size(), 3u);
 }
 
-TEST_F(QtImagesTest, WhatADecoderSaysThatAFileHasTakenOverIsNotBelieved) {
+TEST_F(QtImagesTest, ACompromisedDecoderIsNotTrusted) {
     const auto answer = [](PictureHeader header, qsizetype bytes) {
         return Bytes(reinterpret_cast<const char*>(&header), sizeof header) + Bytes(bytes, 'x');
     };

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(GVariantText, IsReadWholeOrNotAtAll) {
+TEST(GVariantText, IsParsedWholeOrNotAtAll) {
     const std::pair<const char*, QVariant> cases[] = {
         {"'text'", "text"},
         {R"("it's")", "it's"},
@@ -36,7 +36,7 @@ TEST(GVariantText, IsReadWholeOrNotAtAll) {
 }
 
 // Whatever is asked for, and however much of it.
-TEST(GSettings, GiveUpAToolThatDoesNotAnswerAfterOneBound) {
+TEST(GSettings, GiveUpOnAHangingToolInTime) {
     int count = 0;
     const QCoreApplication application(count, nullptr);
     const TemporaryFolder folder;

@@ -122,7 +122,7 @@ TEST_F(Silencing, KeepsTheBubblesOfServersWithoutASwitchAway) {
     }
 }
 
-TEST_F(Silencing, WithoutAServerOrAnAnswerOneLineSaysSo) {
+TEST_F(Silencing, MissingOrBrokenServersAreReportedOnce) {
     expectToFail("no notification server is running");
     NotificationServer dunst("dunst", "knopwob");
     for (const auto& answer : {QVariantList{busVariant("maybe")}, QVariantList{}}) {
@@ -160,7 +160,7 @@ struct Plasma : NotificationServer {
     std::map<unsigned, QString> inhibitions; // the connection that asked for it
 };
 
-TEST_F(Silencing, AnInhibitionOfPlasmasIsHeldOnceAndEndsWithItsConnection) {
+TEST_F(Silencing, PlasmaIsInhibitedOnceAndUntilTheConnectionEnds) {
     Plasma plasma;
     expectToSwitch([&] { return plasma.inhibitions.size() == 1; });
     plasma.methods.erase(plasma.unInhibit); // as when nobody is left to call it
@@ -174,7 +174,7 @@ TEST_F(Silencing, AnInhibitionOfPlasmasIsHeldOnceAndEndsWithItsConnection) {
     EXPECT_TRUE(silencing.setOn(false));
 }
 
-TEST_F(Silencing, AHungServerIsWaitedForOnceAndKeepsNoInhibition) {
+TEST_F(Silencing, AHungServerIsAwaitedOnceAndKeepsNoInhibition) {
     BoundedBus impatient(QDBusConnection::sessionBus(), 1500ms);
     DesktopSilencing silencing(impatient, settings, log, nullptr);
     Plasma plasma;

@@ -14,7 +14,7 @@ namespace {
 const QString watcherService = StatusNotifierItem::watcherService;
 
 // On its own connection, as every watcher is on another one than the item's.
-TEST(StatusNotifierItemTest, RegistersAgainWhereTheWatcherDropsItAFewTimes) {
+TEST(StatusNotifierItemTest, RegistersAgainAFewTimesAfterTheWatcherDropsIt) {
     providePrivateBus();
     int count = 0;
     QCoreApplication application(count, nullptr);

@@ -16,7 +16,7 @@ std::string readAll(int pipe) {
     return text;
 }
 
-TEST(StreamLog, LeavesOutWhatNobodyReadsAndSaysSo) {
+TEST(StreamLog, DropsUnreadLinesAndSaysSo) {
     int pipe[2];
     ASSERT_EQ(::pipe2(pipe, O_CLOEXEC), 0);
     StreamLog log(pipe[1], pipe[1]);
@@ -37,7 +37,7 @@ TEST(StreamLog, LeavesOutWhatNobodyReadsAndSaysSo) {
 }
 
 // In the one place that all lines go through.
-TEST(StreamLog, WritesOneLineWhateverOthersHavePutIntoIt) {
+TEST(StreamLog, EscapesForeignTextIntoOneLine) {
     const std::pair<std::string, std::string> cases[] = {
         {"Turn On --------------", "Turn On --------------"},
         {"“Grüße” \\n 日本 😀", "“Grüße” \\n 日本 😀"},

@@ -32,7 +32,7 @@ protected:
     XdgFileManager files;
 };
 
-TEST_F(XdgFileManagerTest, TheUsersDirectoriesNameTheDocumentsFolderWhichIsMadeWhereItIsMissing) {
+TEST_F(XdgFileManagerTest, TheDocumentsFolderComesFromUserDirsAndIsMade) {
     const struct {
         const char* what;
         const char* text;
@@ -57,7 +57,7 @@ TEST_F(XdgFileManagerTest, TheUsersDirectoriesNameTheDocumentsFolderWhichIsMadeW
     }
 }
 
-TEST_F(XdgFileManagerTest, WhatCannotBeWrittenIsSaidAndChangesNothing) {
+TEST_F(XdgFileManagerTest, WriteErrorsAreReportedAndChangeNothing) {
     const auto file = home / "wallpaper.png";
     const auto write = [this](const fs::path& to, const std::string& bytes) {
         std::optional<std::optional<std::string>> answer;

@@ -50,7 +50,7 @@ protected:
     }
 };
 
-TEST_F(AccessibilityTest, ThePopoverSaysWhatItShowsAndTakesActions) {
+TEST_F(AccessibilityTest, ThePopoverIsAnnouncedAndOperable) {
     publishNewVersion();
     const auto widget = popover();
     Said expected{{Role::CheckBox, ContentView::headerTitle}};
@@ -69,7 +69,7 @@ TEST_F(AccessibilityTest, ThePopoverSaysWhatItShowsAndTakesActions) {
     EXPECT_TRUE(comesTo("the page", [&] { return mac.journal().lines().back() == page; }));
 }
 
-TEST_F(AccessibilityTest, ThePreferencesSayWhatTheyShowAndTakeActions) {
+TEST_F(AccessibilityTest, ThePreferencesAreAnnouncedAndOperable) {
     chooseWallpaper();
     auto& window = preferences();
     const Said expected{

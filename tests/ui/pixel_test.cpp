@@ -130,7 +130,7 @@ TEST_F(PixelTest, ThePreviewIsStretchedWithinABlackBorderOfOnePoint) {
     }
 }
 
-TEST_F(PixelTest, ACoversTextIsReadOnAnyBackground) {
+TEST_F(PixelTest, ACoversTextIsLegibleOnAnyBackground) {
     for (const auto background : {Qt::black, Qt::white}) {
         QImage image(200, 50, QImage::Format_RGB32);
         image.fill(background);

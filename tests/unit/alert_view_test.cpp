@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(AlertViewTest, AppearsLowOnTheMainDisplay) {
+TEST_F(AlertViewTest, AppearsInTheLowerMiddleOfTheMainDisplay) {
     mac.screens().set({SimulatedScreens::screen({{0, 0}, {1920, 1080}}, 5),
                        SimulatedScreens::screen({{1920, 0}, {1440, 900}}, 3)});
     mac.screens().setMain(1); // the keyboard focus has no say

@@ -70,7 +70,7 @@ TEST_F(AudioDeviceTest, LoadsWhenIdentityAndStreamsAreReadable) {
     }
 }
 
-TEST_F(AudioDeviceTest, TheDefaultDeviceFailsWithTheErrorThatOccurred) {
+TEST_F(AudioDeviceTest, TheDefaultDeviceReportsTheUnderlyingError) {
     const auto microphone = plugInMicrophone("Desk");
     const auto speaker = plugInSpeaker("Hall");
     audio.setDefaultInput(microphone);
@@ -127,7 +127,7 @@ TEST_F(AudioDeviceTest, EqualityAndHashCoverEveryField) {
     }
 }
 
-TEST_F(AudioDeviceTest, DescriptionQuotesWhatMakersSay) {
+TEST_F(AudioDeviceTest, DescriptionEscapesDeviceNames) {
     EXPECT_EQ(
         (AudioDevice{42, "The \"big\"\n\x7fone", "C:\\Café ~", false, true, 0.5, std::nullopt}.description()),
         "AudioDevice(id: 42, name: \"The \\\"big\\\"\n\x7fone\", uid: \"C:\\\\Café ~\", isInput: false, "

@@ -40,7 +40,7 @@ TEST_F(ContentViewTest, SwitchInvertsAtOnceAndTogglesAfterTheAnimation) {
     }
 }
 
-TEST_F(ContentViewTest, RowFlipsItsOptionAndAMissingWallpaperOpensPreferences) {
+TEST_F(ContentViewTest, ARowFlipsItsOptionOrOpensPreferencesForAMissingWallpaper) {
     constexpr std::size_t wallpaper = 4;
     const std::tuple<std::size_t, bool, bool> taps[] = {
         {0, false, false},        {3, false, false},

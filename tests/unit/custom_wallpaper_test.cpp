@@ -69,7 +69,7 @@ TEST_F(CustomWallpaperTest, ChosenPictureIsStoredAndShown) {
     EXPECT_EQ(page.selectedURL(), home / "red.jpg");
 }
 
-TEST_F(CustomWallpaperTest, FailureToStoreIsLoggedAndChangesLittle) {
+TEST_F(CustomWallpaperTest, FailedStoringIsLoggedAndKeepsThePreviousPicture) {
     const auto noFault = [] {};
     const auto noDocuments = [this] { mac.fileManager().hasNoDocuments = true; };
     const auto noEncoding = [this] { mac.images().failsToEncode = true; };

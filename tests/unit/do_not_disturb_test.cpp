@@ -133,7 +133,7 @@ TEST(DoNotDisturbTest, NestedPropertyListDecidesOnVersion11) {
     }
 }
 
-TEST(DoNotDisturbTest, MachinesOwnSwitchIsUsedWhereThereIsOne) {
+TEST(DoNotDisturbTest, TheMachinesOwnSwitchTakesPrecedence) {
     const std::string on = "; notificationSilencing.setOn true", off = "; notificationSilencing.setOn false";
     Generation other({14, 0});
     auto& silencing = other.mac.addNotificationSwitch();

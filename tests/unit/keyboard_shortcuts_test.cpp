@@ -160,7 +160,7 @@ TEST_F(KeyboardShortcutsTest, RefusedShortcutIsNotRetriedUntilSetAgain) {
     }
 }
 
-TEST_F(KeyboardShortcutsTest, EventsOfOthersAreDeclined) {
+TEST_F(KeyboardShortcutsTest, ForeignEventsAreDeclined) {
     Lines handled;
     const auto take = [&](const Shortcut& shortcut) {
         CarbonKeyboardShortcuts::registerShortcut(
@@ -196,7 +196,7 @@ TEST_F(KeyboardShortcutsTest, EventsOfOthersAreDeclined) {
     EXPECT_EQ(registered(), Combinations{});
 }
 
-TEST_F(KeyboardShortcutsTest, BadEntriesOfTheSystemsListAreSkipped) {
+TEST_F(KeyboardShortcutsTest, InvalidSystemShortcutsAreSkipped) {
     using Dictionary = PropertyList::Dictionary;
     const auto entry = [](PropertyList isEnabled, PropertyList code, PropertyList modifiers) {
         return Dictionary{{"kHISymbolicHotKeyEnabled", std::move(isEnabled)},

@@ -100,13 +100,13 @@ TEST(PlistBoundsTest, OnlyReachableObjectsCount) {
     EXPECT_TRUE(isWithinPlistBounds(withTrailer(binary({"\xA1" + to(1), nul}), count, 1)));
 }
 
-TEST(PlistBoundsTest, NoXmlMayHoldANulInAnyNotation) {
+TEST(PlistBoundsTest, NulIsRejectedInAnyNotation) {
     for (const auto& text : {"a\0b"s, "a&#0;b"s, "a&#00;b"s, "a&#x0;b"s})
         EXPECT_FALSE(isWithinPlistBounds(xml("<string>" + text + "</string>"))) << text;
     EXPECT_TRUE(isWithinPlistBounds(xml("<string>a&#10;b</string>")));
 }
 
-TEST(PlistDecoderTest, RejectsWhatTheLibraryCannotBear) {
+TEST(PlistDecoderTest, RejectsWhatTheLibraryCannotHandle) {
     const std::tuple<const char*, std::string, bool> cases[] = {
         {"lists in lists", xml(repeated("<array>", 60) + repeated("</array>", 60)), true},
         {"lists in lists, without end", xml(repeated("<array>", 200000)), false},
@@ -131,7 +131,7 @@ TEST(PlistDecoderTest, RejectsWhatTheLibraryCannotBear) {
     }
 }
 
-TEST(PlistNodeTest, WhatLiesDeeperThan128LevelsIsLeftOut) {
+TEST(PlistNodeTest, LevelsBeyond128AreDropped) {
     for (const auto& [begin, end] : {std::pair("<array>", "</array>"), {"<dict><key>key</key>", "</dict>"}}) {
         const auto decoded = [&](int levels) {
             return *LibPlistDecoder().decode(
