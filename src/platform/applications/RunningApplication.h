@@ -16,7 +16,10 @@ public:
     /// Brings back what `hide` took away, also when a process that has died since had called it. The windows
     /// of several applications come back together, in their former stacking order.
     virtual void unhide() = 0;
+    /// Brings its windows to the front and gives one of them the keys; the options are a union of
+    /// `ApplicationActivationOption`. The window server may do it later.
     virtual void activate(unsigned options) = 0;
+    /// Whether both are the same application, also when they were asked for at different times.
     virtual bool isEqual(const RunningApplication& other) const = 0;
 };
 

@@ -38,6 +38,8 @@ inline constexpr OSStatus kAudioHardwareBadPropertySizeError = 0x2173697A; // '!
 inline constexpr OSStatus kAudioHardwareBadObjectError = 0x216F626A;       // '!obj'
 inline constexpr OSStatus kAudioHardwareUnspecifiedError = 0x77686174;     // 'what'
 
+/// Which property of an object: what it is, of which side of a device, and of which channel. Element 0 stands
+/// for all channels together.
 struct AudioObjectPropertyAddress {
     std::uint32_t selector = 0;
     std::uint32_t scope = kAudioObjectPropertyScopeGlobal;
@@ -72,6 +74,7 @@ public:
     /// not fit the property is a failure; of an array, as many elements as fit are read.
     virtual OSStatus getPropertyData(AudioObjectID object, const AudioObjectPropertyAddress& address,
                                      std::uint32_t size, AudioPropertyValue& value) const = 0;
+    /// False also for an object that is not there.
     virtual bool hasProperty(AudioObjectID object, const AudioObjectPropertyAddress& address) const = 0;
     /// Only the mute flag can be set. Success means that the machine has taken it; it is in force, and reads
     /// show it, at once or soon, when listeners hear of it.

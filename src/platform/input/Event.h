@@ -9,6 +9,7 @@ namespace tavro {
 
 enum class EventType { none = 0, leftMouseUp = 2, rightMouseUp = 4, keyDown = 10, keyUp = 11 };
 
+/// What was held down, or locked, when the event came about; the values are the platform's.
 namespace EventModifierFlags {
 inline constexpr unsigned capsLock = 0x10000;
 inline constexpr unsigned shift = 0x20000;
@@ -37,6 +38,7 @@ constexpr unsigned eventMask(EventType type) {
     return 1u << static_cast<unsigned>(type);
 }
 
+/// One event of the user's, as it is handed to monitors and actions.
 struct Event {
     EventType type = EventType::none;
     unsigned modifierFlags = 0;

@@ -39,6 +39,7 @@ enum class EventHotKeyRef : std::uint64_t { none = 0 };
 enum class EventTargetRef : std::uint64_t { none = 0 };
 enum class EventHandlerRef : std::uint64_t { none = 0 };
 
+/// A kind of event that a handler is installed for.
 struct EventTypeSpec {
     std::uint32_t eventClass = 0;
     std::uint32_t eventKind = 0;

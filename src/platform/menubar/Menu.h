@@ -11,6 +11,7 @@ namespace tavro {
 
 class Menu;
 
+/// What the owner of a menu is notified of. On the main thread.
 class MenuDelegate {
 public:
     virtual ~MenuDelegate() = default;

@@ -14,11 +14,14 @@ namespace tavro {
 class StatusBarButton {
 public:
     virtual ~StatusBarButton() = default;
+    /// Runs on the main thread for each click that `sendActionOn` asks for, while no menu is attached;
+    /// `Application::currentEvent` says which one it was.
     virtual void setAction(std::function<void()> action) = 0;
     /// The event types that send the action; see `eventMask`.
     virtual void sendActionOn(unsigned mask) = 0;
     /// None: the button stays where it is, without a picture.
     virtual void setImage(std::optional<NamedImage> image) = 0;
+    /// In screen coordinates; at the origin, with the usual size, where the machine does not know the place.
     virtual Rect frame() const = 0;
     /// Where it stands, as near as the machine knows.
     virtual Point positionOnScreen() const = 0;
@@ -41,6 +44,8 @@ public:
     virtual void announceMenu(std::shared_ptr<Menu> menu) = 0;
 };
 
+/// Where programs show an item that stays. There may be no such place for a while, or ever: items are made
+/// all the same. Main thread only.
 class StatusBar {
 public:
     /// As wide as its content.

@@ -37,6 +37,7 @@ class Workspace;
 class Machine {
 public:
     virtual ~Machine() = default;
+    /// By which features choose their mechanism. A machine of another kind answers as the newest generation.
     virtual SystemVersion systemVersion() const = 0;
     virtual const Bundle& mainBundle() const = 0;
     virtual AppService& appService() = 0;

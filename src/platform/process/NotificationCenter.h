@@ -21,6 +21,7 @@ public:
         return addObserver(name, [observer = std::move(observer)](const UserInfo&) { observer(); });
     }
 
+    /// A name that nobody observes is no error.
     void post(const std::string& name, const UserInfo& userInfo = {}) const {
         if (const auto entry = m_observers.find(name); entry != m_observers.end())
             entry->second.notify(userInfo);

@@ -17,7 +17,9 @@ public:
     virtual ~UserDefaults() = default;
     /// The stored value of whatever type, or none.
     virtual std::optional<PropertyList> object(const std::string& key) const = 0;
+    /// In place of what was stored, of whatever type.
     virtual void setObject(const std::string& key, PropertyList value) = 0;
+    /// From then on there is no value, as if none had ever been stored.
     virtual void removeObject(const std::string& key) = 0;
     /// Returns when everything is on disk, or known not to get there: then false.
     virtual bool synchronize() = 0;

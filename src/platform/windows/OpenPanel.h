@@ -18,6 +18,7 @@ public:
     virtual void begin(std::function<void(ModalResponse)> completionHandler) = 0;
     /// The chosen file; none before, and where the user chose nothing that is a file of this computer.
     virtual std::optional<std::filesystem::path> url() const = 0;
+    /// Takes it off the screen.
     virtual void close() = 0;
 };
 

@@ -7,6 +7,7 @@
 
 namespace tavro {
 
+/// How a window takes part in workspaces and in switching between windows; the values are the platform's.
 namespace WindowCollectionBehavior {
 inline constexpr unsigned canJoinAllSpaces = 1;
 inline constexpr unsigned stationary = 16;

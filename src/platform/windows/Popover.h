@@ -18,6 +18,7 @@ enum class RectEdge { minX = 0, minY = 1, maxX = 2, maxY = 3 };
 class Popover {
 public:
     virtual ~Popover() = default;
+    /// In points.
     virtual void setContentSize(Size size) = 0;
     virtual void setBehavior(PopoverBehavior behavior) = 0;
     virtual void setAnimates(bool animates) = 0;
@@ -29,6 +30,7 @@ public:
     virtual void makeKey() = 0;
     /// As the user closes it.
     virtual void performClose() = 0;
+    /// By the program, whatever its behaviour. One that is not shown is left alone.
     virtual void close() = 0;
 };
 

@@ -22,6 +22,7 @@ public:
     virtual std::int64_t windowNumber() const = 0;
     /// Windows of a higher level stand above those of a lower one.
     virtual void setLevel(int level) = 0;
+    /// Takes the place of the former one. The window keeps it until `close`, or the next one.
     virtual void setContentView(std::shared_ptr<const View> view) = 0;
     /// On screen within its level, without activating the application.
     virtual void orderFrontRegardless() = 0;

@@ -9,6 +9,7 @@
 
 namespace tavro {
 
+/// Which windows are meant; a union of these. The values are the platform's.
 namespace WindowListOption {
 inline constexpr unsigned onScreenOnly = 1;
 inline constexpr unsigned onScreenBelowWindow = 4;

@@ -17,6 +17,8 @@ public:
     virtual std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) = 0;
     virtual std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) = 0;
     virtual std::shared_ptr<Popover> createPopover() = 0;
+    /// The level of that kind of windows, for `Window::setLevel`; a window one above it stands over all of
+    /// them.
     virtual int levelForKey(WindowLevelKey key) const = 0;
 };
 

@@ -98,6 +98,9 @@ void XHiddenWindows::bringToFront(xcb_window_t window) {
     followSettling();
 }
 
+// Some window managers, such as xfwm4, take the window that is about to lose the focus for the one that has
+// it, and then do nothing when that one is to be activated. So it is looked at, and asked for, more than
+// once.
 void XHiddenWindows::followSettling() {
     const auto settling = m_model.settlingTime();
     for (const auto delay : {settling / 5, settling / 2, settling - margin, settling})

@@ -111,6 +111,7 @@ OSStatus PulseAudioHardware::getPropertyData(AudioObjectID object, const AudioOb
     AudioPropertyValue found;
     if (const auto status = read(object, address, found))
         return status;
+    // The platform cuts a list to the room that there is, and refuses all else that does not fit exactly.
     if (auto* words = std::get_if<std::vector<std::uint32_t>>(&found))
         words->resize(std::min<std::size_t>(words->size(), size / audioPropertyWordSize));
     else if (size != sizeOf(found))
@@ -176,6 +177,7 @@ void PulseAudioHardware::mirrorChanged() {
         const auto address = addressOf(change);
         for (const auto& registration : m_listeners)
             if (registration.object == change.object && registration.address == address)
+                // By number: the listener may be removed before its turn comes.
                 m_calls.push_back(registration.number);
     }
     if (!isQueued && !m_calls.empty())

@@ -109,7 +109,8 @@ void PulseConnection::connect() {
             static_cast<PulseConnection*>(self)->subscriptionEvent(event, index);
         },
         this);
-    // A failure shows in the state as well, but not every one.
+    // Never started by us: which server runs is the session's affair, and a second one would take the
+    // devices. A failure shows in the state as well, but not every one.
     if (pa_context_connect(m_context.get(), nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
         lost();
 }
@@ -136,6 +137,7 @@ void PulseConnection::ready() {
     m_retryDelay = m_firstRetryDelay;
     constexpr auto subjects = static_cast<pa_subscription_mask_t>(
         PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SOURCE | PA_SUBSCRIPTION_MASK_SERVER);
+    // Letting go of the operation cancels only its answer here: the request itself has been sent.
     const PulseOperation sent(pa_context_subscribe(m_context.get(), subjects, nullptr, nullptr));
     m_mirror.connected();
     askQuestions();
@@ -144,6 +146,7 @@ void PulseConnection::ready() {
 void PulseConnection::lost() {
     if (hasFailed())
         return;
+    // One that has never shown its devices is not missed: at login it may only be on its way.
     if (m_mirror.isComplete())
         m_log.diagnose("The audio server has gone");
     m_mirror.disconnected();
@@ -253,6 +256,7 @@ OSStatus PulseConnection::setMute(AudioObjectID object, const PulseDevice& devic
         m_writes.pop_back();
         return statusOf(m_context.get());
     }
+    // One line for all that a silent server owes an answer to, not one for each.
     if (!m_silence.isActive())
         m_silence.start(longestSilence);
     return noErr;

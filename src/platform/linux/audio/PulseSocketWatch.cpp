@@ -32,6 +32,7 @@ PulseSocketWatch::PulseSocketWatch(std::function<void()> appeared)
     : m_appeared(std::move(appeared))
     , m_socket(socketOfEnvironment()) {}
 
+// In the order in which libpulse looks.
 std::optional<fs::path> PulseSocketWatch::socketOfEnvironment() {
     if (const auto servers = variable("PULSE_SERVER"); !servers.empty())
         return socketOf(servers);
@@ -43,6 +44,7 @@ std::optional<fs::path> PulseSocketWatch::socketOfEnvironment() {
 }
 
 std::optional<PulseSocketWatch::Identity> PulseSocketWatch::identify(const fs::path& file) {
+    // The number of a file that has gone may be given to the next one, so its time counts, too.
     struct stat status {};
     if (::stat(file.c_str(), &status) != 0)
         return std::nullopt;

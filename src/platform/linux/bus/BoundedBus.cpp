@@ -16,6 +16,7 @@ BusFailure silence(const QString& service) {
 BusFailure failureOf(const QDBusMessage& reply, const QString& service) {
     const QDBusError error(reply);
     switch (error.type()) {
+        // The bus also says this of a service that has ended without an answer.
     case QDBusError::NoReply:
     case QDBusError::Timeout:
     case QDBusError::TimedOut:
@@ -40,9 +41,11 @@ BusReply BoundedBus::call(const QString& service, const QString& path, const QSt
 BusReply BoundedBus::call(const QDBusMessage& message) {
     const auto service = message.service();
     if (!waitsFor(service)) {
+        // It gets the call nevertheless, after those before it.
         m_connection.send(message);
         return silence(service);
     }
+    // Without the event loop: nothing else of the program runs inside the call.
     const auto reply = m_connection.call(message, QDBus::Block, static_cast<int>(m_bound.count()));
     if (reply.type() == QDBusMessage::ReplyMessage)
         return reply.arguments();
@@ -54,6 +57,7 @@ BusReply BoundedBus::call(const QDBusMessage& message) {
 
 void BoundedBus::stopWaitingFor(const QString& service) {
     m_silent.insert(service);
+    // Bus libraries answer this themselves, at whatever path, when their program reads its messages again.
     const auto question = QDBusMessage::createMethodCall(service, "/", "org.freedesktop.DBus.Peer", "Ping");
     auto* answer =
         new QDBusPendingCallWatcher(m_connection.asyncCall(question, std::numeric_limits<int>::max()), this);

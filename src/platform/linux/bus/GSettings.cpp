@@ -40,6 +40,7 @@ Tool start(const QStringList& arguments) {
 }
 
 Result<QString, std::string> finish(QProcess& tool, const QDeadlineTimer& deadline) {
+    // In vain also for one that never started.
     if (!tool.waitForFinished(static_cast<int>(deadline.remainingTime())))
         return std::string(tool.state() == QProcess::NotRunning ? "gsettings cannot be run"
                                                                 : "gsettings does not answer");
@@ -62,6 +63,7 @@ GSettings::Settings GSettings::list(const QStringList& schemas, const QDeadlineT
     constexpr qsizetype atOnce = 8;
     Settings settings;
     for (qsizetype next = 0; next < schemas.size() && !deadline.hasExpired(); next += atOnce) {
+        // Side by side, so that their starts do not add up.
         std::vector<std::pair<QString, Tool>> tools;
         for (const auto& schema : schemas.mid(next, atOnce))
             tools.emplace_back(schema, start({"list-recursively", schema}));

@@ -9,6 +9,7 @@ Result<QVariant, BusFailure> Xfconf::get(const QString& channel, const QString& 
     const auto reply = call("GetProperty", {channel, property});
     if (reply)
         return reply->value(0).value<QDBusVariant>().variant();
+    // A property that has never been set is not stored; programs know their defaults themselves.
     if (reply.error().name.endsWith("PropertyNotFound"))
         return QVariant();
     return reply.error();
@@ -26,6 +27,7 @@ Result<QVariantMap, BusFailure> Xfconf::list(const QString& channel) {
         return reply.error();
     auto properties = qdbus_cast<QVariantMap>(reply->value(0));
     for (auto& value : properties)
+        // The toolkit leaves what is nested deeper packed.
         if (value.userType() == qMetaTypeId<QDBusArgument>())
             value = qdbus_cast<QVariantList>(value);
     return properties;

@@ -114,6 +114,7 @@ std::optional<Event> QtEventMonitors::describe(const QMouseEvent& event) const {
     return Event{type, 0, std::nullopt, SpecialKey::none, QtScreens::coordinates().fromToolkit(place)};
 }
 
+// From the server's bits: the toolkit's own flags leave out Caps Lock.
 unsigned QtEventMonitors::modifierFlags(std::uint32_t state) const {
     using namespace EventModifierFlags;
     const std::pair<std::uint32_t, unsigned> bits[] = {

@@ -40,7 +40,7 @@ constexpr VirtualKey virtualKeys[] = {
     // clang-format on
 };
 
-/// X servers number the kernel's keys from 8 on.
+/// X servers number the kernel's keys from 8 on: no keycode of the protocol is lower.
 constexpr std::uint16_t firstKeycode = 8;
 
 } // namespace

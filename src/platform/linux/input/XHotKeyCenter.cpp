@@ -10,7 +10,8 @@ namespace tavro {
 namespace {
 
 constexpr EventTargetRef dispatcher{1};
-/// The modifiers in the state of an event, without pointer buttons and layout.
+/// The modifiers in the state of an event: above them are the pointer's buttons and, from the keyboard
+/// extension, the layout.
 constexpr std::uint16_t allModifiers = 0xFF;
 
 bool isDown(const xcb_query_keymap_reply_t& keymap, xcb_keycode_t keycode) {
@@ -64,6 +65,7 @@ OSStatus XHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
     const auto grab = entry->second.grab;
     m_registrations.erase(entry);
     std::erase_if(m_pressed, [hotKey](const auto& pressed) { return pressed.second == hotKey; });
+    // Whoever asks for the combination next, another program maybe, is to find it free.
     if (grab && !isUsed(*grab)) {
         release(*grab);
         m_x.roundTrip();
@@ -74,6 +76,7 @@ OSStatus XHotKeyCenter::unregisterEventHotKey(EventHotKeyRef hotKey) {
 OSStatus XHotKeyCenter::copySymbolicHotKeys(std::optional<PropertyList>& hotKeys) const {
     PropertyList::Array entries;
     for (const auto& shortcut : m_desktopShortcuts.known()) {
+        // Desktops name what a key types, hot keys where it stands. What no key types cannot be pressed.
         const auto stroke = m_keyboard.strokeTyping(shortcut.symbol);
         const auto code = stroke ? virtualKeyOfKeycode(stroke->keycode) : std::nullopt;
         if (!code)
@@ -113,6 +116,7 @@ std::vector<std::uint16_t> XHotKeyCenter::lockStates() const {
     std::vector<std::uint16_t> states;
     const auto locks = m_takenWith.locks;
     for (std::uint16_t state = locks;; state = static_cast<std::uint16_t>((state - 1) & locks)) {
+        // The next smaller subset of the locks; none of them is the last.
         states.push_back(state);
         if (state == 0)
             return states;
@@ -121,6 +125,7 @@ std::vector<std::uint16_t> XHotKeyCenter::lockStates() const {
 
 // A grab that another client has is refused; those that went through are then given back.
 bool XHotKeyCenter::take(const Grab& grab) {
+    // All are sent before the first answer is waited for, which makes it one round trip.
     std::vector<xcb_void_cookie_t> cookies;
     for (const auto locks : lockStates())
         cookies.push_back(xcb_grab_key_checked(m_x.raw(), false, m_x.root(),
@@ -150,6 +155,7 @@ bool XHotKeyCenter::isUsed(const Grab& grab) const {
 void XHotKeyCenter::renew() {
     if (m_keyboard.modifiers() == m_takenWith)
         return;
+    // All are let go before the first is taken anew: it may be the combination that another one had.
     for (const auto& entry : m_registrations)
         if (entry.second.grab)
             release(*entry.second.grab);
@@ -163,6 +169,7 @@ void XHotKeyCenter::renew() {
 // A key that is held down is pressed again and again. While the keyboard is ours, all other keys come here
 // too.
 void XHotKeyCenter::pressed(const xcb_key_press_event_t& event) {
+    // With detectable auto-repeat (see XKeyboard) no release comes in between.
     if (m_pressed.contains(event.detail))
         return;
     const auto modifiers = static_cast<std::uint16_t>(event.state & allModifiers & ~m_takenWith.locks);
@@ -209,6 +216,7 @@ void XHotKeyCenter::followRemaining() {
     const XReply<xcb_grab_keyboard_reply_t> grab(xcb_grab_keyboard_reply(m_x.raw(), grabCookie, nullptr));
     const XReply<xcb_query_keymap_reply_t> keymap(xcb_query_keymap_reply(m_x.raw(), keymapCookie, nullptr));
     const bool isOurs = grab && grab->status == XCB_GRAB_STATUS_SUCCESS;
+    // Released before the keyboard was ours, a key tells us no more: what is down is asked for.
     const auto remaining = m_pressed;
     for (const auto& entry : remaining)
         if (!isOurs || !keymap || !isDown(*keymap, entry.first))

@@ -16,6 +16,12 @@ class Log;
 
 /// Hot keys as passive grabs on the root window: of the key at its place, with Super for Command and Alt for
 /// Option.
+///
+/// A grab names one exact set of modifiers, so a hot key takes one for each state of the lock keys. The
+/// server gives a combination to one client only and refuses it to all others, which is how we know that
+/// another program uses it. From the press of a grabbed key to its release the whole keyboard is ours; a
+/// second hot key that is pressed meanwhile has no grab of its own, and would lose its release (see
+/// `followRemaining`).
 class XHotKeyCenter final : public HotKeyCenter {
 public:
     /// The question is that for the desktop's own combinations.
@@ -39,6 +45,7 @@ private:
         std::uint16_t modifiers = 0;
         auto operator<=>(const Grab&) const = default;
     };
+    /// One combination may be registered several times: they share the grab, which goes with the last.
     struct Registration {
         std::uint32_t keyCode;
         std::uint32_t modifiers;

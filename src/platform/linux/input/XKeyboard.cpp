@@ -65,6 +65,7 @@ xkb_keysym_t symbolAt(xkb_keymap* keymap, xkb_keycode_t keycode, xkb_layout_inde
 
 std::optional<xcb_keycode_t> keyWith(xkb_keymap* keymap, xkb_layout_index_t layout, xkb_level_index_t level,
                                      xkb_keysym_t symbol) {
+    // The core protocol, and so a grab, knows no keycode beyond a byte.
     const auto last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(keymap), 255);
     for (auto keycode = xkb_keymap_min_keycode(keymap); keycode <= last; ++keycode)
         if (symbolAt(keymap, keycode, layout, level) == symbol)
@@ -83,6 +84,7 @@ bool typesLatin(xkb_keymap* keymap, xkb_layout_index_t layout) {
 
 XKeyboard::XKeyboard(XConnection& x, MainQueue& queue)
     : m_x(x)
+    // XKB_DEFAULT_LAYOUT and its kin are no part of it: they say nothing of the server's keyboard.
     , m_context(xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES))
     , m_refresh(queue, [this] { refresh(); })
     , m_mappingChanges(x.on(XEvents::mappingNotify,
@@ -106,9 +108,12 @@ void XKeyboard::startXkb() {
                                     XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS |
                                     XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
     xcb_xkb_select_events(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
+    // Without this flag the server sends a release before each repeated press, and a key that is held looks
+    // like one that is pressed again and again.
     constexpr std::uint32_t detectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
     const auto request =
         xcb_xkb_per_client_flags(m_x.raw(), XCB_XKB_ID_USE_CORE_KBD, detectable, detectable, 0, 0, 0);
+    // Or the reply would wait in the queue for ever.
     xcb_discard_reply(m_x.raw(), request.sequence);
 }
 
@@ -136,6 +141,7 @@ XKeyboard::Modifiers XKeyboard::readModifiers() const {
         const auto offset = static_cast<std::size_t>(keycode - firstKeycode) * perKey;
         return std::span(xcb_get_keyboard_mapping_keysyms(symbols.get()) + offset, perKey);
     };
+    // Caps Lock, or Shift Lock, is a modifier of the protocol itself.
     Modifiers modifiers{0, 0, XCB_MOD_MASK_LOCK};
     for (std::size_t i = 0; i < modifierCount * perModifier; ++i) {
         const auto keycode = xcb_get_modifier_mapping_keycodes(keys.get())[i];
@@ -151,6 +157,7 @@ XKeyboard::Modifiers XKeyboard::readModifiers() const {
                 modifiers.locks |= bit;
         }
     }
+    // A bit that is a lock's as well is taken for the modifier: without it there would be no shortcut.
     modifiers.locks &= static_cast<std::uint16_t>(~(modifiers.alt | modifiers.super));
     return modifiers;
 }
@@ -171,6 +178,7 @@ std::optional<std::string> XKeyboard::displayText(std::uint16_t keyCode) const {
     return std::nullopt;
 }
 
+// Asked each time: events on the state of the keyboard would come with every press of Shift.
 xkb_layout_index_t XKeyboard::activeLayout() const {
     if (!m_hasXkb)
         return 0;

@@ -12,6 +12,10 @@
 namespace tavro {
 
 /// The X server's keyboard: which modifier bit is which key, and what the keys are labelled with.
+///
+/// Which of the bits Mod1 to Mod5 a press of Super, Alt or Num Lock sets is the keyboard's affair, and
+/// changes with its layout or by hand (xmodmap); only Shift, Lock and Control are the protocol's own. So all
+/// of that is read again whenever the mapping changes.
 class XKeyboard final : public KeyboardLayout {
 public:
     /// Bits of the core protocol's modifier state; zero where no key gives that modifier.

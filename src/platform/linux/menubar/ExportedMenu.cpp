@@ -27,6 +27,7 @@ QString label(const std::string& title) {
 
 } // namespace
 
+// The protocol wraps each child into a variant, since no type of the bus can contain itself.
 QDBusArgument& operator<<(QDBusArgument& argument, const MenuLayout& layout) {
     argument.beginStructure();
     argument << layout.id << layout.properties;

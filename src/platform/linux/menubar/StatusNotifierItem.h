@@ -73,6 +73,7 @@ public:
     QString iconName() const { return {}; }
     TrayPixmaps iconPixmap() const { return m_pixmaps; }
     TrayToolTip toolTip() const { return {{}, {}, m_identity.title, {}}; }
+    /// Or panels would open the menu on a left click, in place of `Activate`.
     bool itemIsMenu() const { return false; }
     QDBusObjectPath menu() const;
 

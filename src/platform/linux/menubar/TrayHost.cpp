@@ -34,6 +34,7 @@ void TrayHost::whenAvailable(std::function<void()> block) {
     auto bus = QDBusConnection::sessionBus();
     auto* watcher =
         new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForRegistration, this);
+    // A panel that restarts brings another watcher, which knows of no item.
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::askWatcher);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::watcherAppeared);
     bus.connect(watcherService, watcherPath, watcherService, "StatusNotifierHostRegistered", this,
@@ -56,6 +57,7 @@ void TrayHost::askWatcher() {
     });
 }
 
+// A watcher only keeps the list of items: without a host nobody draws them.
 void TrayHost::watcherAnswered(bool hasHost) {
     if (hasHost)
         return becameAvailable(Kind::statusNotifier);

@@ -86,6 +86,7 @@ Point TrayStatusItem::positionOnScreen() const {
 }
 
 void TrayStatusItem::pressed(TrayIcon::Click click) {
+    // The panel's call says nothing of them, so they are those of the moment when it arrives.
     const auto modifiers = modifierFlags(QGuiApplication::queryKeyboardModifiers());
     switch (click) {
     case TrayIcon::Click::left:

@@ -80,6 +80,7 @@ bool BackgroundSilencing::finish() {
     const QDeadlineTimer deadline(std::chrono::seconds(3));
     QTimer wakeUp; // for the deadline
     wakeUp.start(100);
+    // Without the user's clicks: nothing is to begin while the process ends.
     while (m_pending > 0 && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents);
     return m_pending == 0;

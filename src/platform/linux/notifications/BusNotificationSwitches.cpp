@@ -88,6 +88,7 @@ std::optional<std::string> MakoNotificationSwitch::setOn(bool isOn) {
     const auto before = modes();
     if (!before)
         return before.error();
+    // The server takes the whole list: the modes that the user has switched on have to stay in it.
     auto inForce = *before;
     inForce.removeAll(makoMode);
     if (isOn)

@@ -24,6 +24,7 @@ std::unique_ptr<NotificationSwitch> lxqt(BoundedBus&, const GSettings&) {
     return std::make_unique<LxqtNotificationSwitch>();
 }
 
+// These two keys say what is shown, not what is held back.
 std::unique_ptr<NotificationSwitch> cinnamon(BoundedBus&, const GSettings& settings) {
     return std::make_unique<SettingsNotificationSwitch>(
         settings, SettingsNotificationSwitch::Key{"org.cinnamon.desktop.notifications",
@@ -40,6 +41,8 @@ std::unique_ptr<NotificationSwitch> mate(BoundedBus&, const GSettings& settings)
         settings, SettingsNotificationSwitch::Key{"org.mate.NotificationDaemon", "do-not-disturb", true});
 }
 
+/// By what servers answer to GetServerInformation. "Notification Daemon" is what both MATE and GNOME
+/// Flashback call theirs, and only the former's has a switch.
 struct Server {
     const char* name;
     const char* vendor; // empty where the name says it
@@ -121,6 +124,7 @@ Result<std::unique_ptr<NotificationSwitch>, std::string> DesktopSilencing::ident
     return std::unique_ptr<NotificationSwitch>(std::make_unique<BubbleSwitch>(m_keepBubblesAway));
 }
 
+// The unique name of its connection, which another server, or the same one started anew, does not share.
 QString DesktopSilencing::owner() {
     const auto reply = m_bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                                   "GetNameOwner", {service});

@@ -50,6 +50,7 @@ bool XBubbles::isBubble(xcb_window_t window) const {
     return std::ranges::count(types, m_x.atoms().netWmWindowTypeNotification) > 0;
 }
 
+// Not from the window manager's list: bubbles are windows that it does not manage (override-redirect).
 std::vector<xcb_window_t> XBubbles::bubbles() const {
     const XReply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(m_x.raw(), xcb_query_tree(m_x.raw(), m_x.root()), nullptr));

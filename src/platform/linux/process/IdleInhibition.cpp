@@ -13,6 +13,7 @@ namespace {
 
 const auto application = QStringLiteral("com.vantrelo.TavroPRO");
 const auto reason = QStringLiteral("Presentation mode");
+/// GNOME's flags say what is inhibited: 8 is that the session counts as idle, others are its end or sleep.
 constexpr quint32 noWindow = 0, inhibitIdle = 8;
 
 /// In the order in which they are asked.

@@ -20,6 +20,7 @@ int LinuxApplication::run(ApplicationDelegate& delegate) {
     // The session may only want to be saved, or its end be cancelled: the presentation goes on until it says
     // that it is over. Should others be gone by then, the next launch puts right what outlives them.
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
+        // As a login item it comes back by itself; the session would start it a second time.
         session.setRestartHint(QSessionManager::RestartNever);
         m_settle();
     });
@@ -49,6 +50,7 @@ void LinuxApplication::activate(bool) {
 // Without the toolkit's own end, which would run while its event loop is still on the stack.
 void LinuxApplication::exit(int status) {
     m_settle();
+    // The end below writes out no buffers.
     std::fflush(nullptr);
     std::_Exit(status);
 }

@@ -68,6 +68,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_workspace(*m_x, m_screens, *m_desktop, m_mainQueue, log)
     , m_application(signals,
                     [this] {
+                        // What the audience sees comes first, then what may take its time.
                         m_workspace.finish();
                         m_audioHardware.finish();
                         QCoreApplication::processEvents(

@@ -73,6 +73,7 @@ public:
 private:
     void finishStoring();
 
+    // In the order of their making; those further down refer to those above, and end before them.
     std::unique_ptr<XConnection> m_x;
     Log& m_log;
     const Bundle m_bundle;

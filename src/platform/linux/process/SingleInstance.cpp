@@ -15,6 +15,7 @@ SingleInstance::Claim SingleInstance::claim() {
     if (const auto owner = takeDisplay(); owner != XCB_NONE)
         return activate(owner);
     auto bus = QDBusConnection::sessionBus();
+    // Before the name: a call may come as soon as that is ours.
     bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
     bus.registerService(service); // one of another display may have it, and keeps it
     return Claim::first;
@@ -36,6 +37,8 @@ xcb_window_t SingleInstance::takeDisplay() const {
         const auto name = QDBusConnection::sessionBus().baseService().toLatin1();
         xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, instance, XCB_ATOM_STRING, 8,
                             static_cast<std::uint32_t>(name.size()), name.data());
+        // ICCCM wants an event's time here. There has been none, and while the server is grabbed nobody else
+        // asks.
         xcb_set_selection_owner(connection, window, instance, XCB_CURRENT_TIME);
     }
     xcb_ungrab_server(connection);

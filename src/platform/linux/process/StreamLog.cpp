@@ -45,6 +45,7 @@ void StreamLog::diagnose(std::string_view line) {
 void StreamLog::write(Stream& stream, std::string line) {
     line = logText(line, longestLine);
     const std::lock_guard lock(m_mutex);
+    // Not by O_NONBLOCK: the flag is that of the open file, which we share with whoever started us.
     if (wouldBlock(stream.descriptor)) {
         ++stream.leftOut;
         return;

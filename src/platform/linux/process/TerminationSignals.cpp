@@ -14,6 +14,7 @@ TerminationSignals::TerminationSignals() {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         sigaddset(&signals, signal);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    // A handler could do next to nothing; a descriptor is read by the event loop like any other.
     m_descriptor = ::signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
 }
 

@@ -36,6 +36,7 @@ int writeAll(int descriptor, std::string_view bytes) {
         if (written > 0)
             bytes.remove_prefix(static_cast<std::size_t>(written));
     }
+    // On disk before it takes the name: after a power failure the file would else be there, and empty.
     return ::fsync(descriptor) == 0 ? 0 : errno;
 }
 
@@ -68,6 +69,7 @@ bool isRemnant(const std::filesystem::path& file) {
 } // namespace
 
 int readFile(const std::filesystem::path& file, std::size_t atMost, std::string& bytes) {
+    // Without waiting: opening a pipe would last until somebody writes to it.
     const FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
     if (descriptor.get() < 0 || ::fstat(descriptor.get(), &status) != 0)
@@ -96,6 +98,7 @@ int replaceFile(const std::filesystem::path& file, std::string_view bytes) {
     std::filesystem::create_directories(folder, error);
     if (error)
         return error.value();
+    // In the same folder, since a rename does not lead from one file system to another.
     auto temporary = file.string() + mark + std::string(lengthOfNumber, 'X');
     const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC)); // mode 0600
     if (descriptor.get() < 0)

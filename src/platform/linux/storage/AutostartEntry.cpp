@@ -39,6 +39,7 @@ bool startsSomething(GKeyFile* entry) {
            g_key_file_has_key(entry, group, "Exec", nullptr);
 }
 
+/// "Hidden" is the standard's key (XDG autostart); the settings of two desktops write keys of their own.
 bool isSwitchedOff(GKeyFile* entry) {
     for (const auto* key : {"X-GNOME-Autostart-enabled", "X-MATE-Autostart-enabled"})
         if (g_key_file_has_key(entry, group, key, nullptr) &&

@@ -54,6 +54,7 @@ bool PictureProcess::decode(const std::filesystem::path& program, const std::fil
         setStandardInputFile(nullDevice());
     m_whenDone = std::move(whenDone);
     setChildProcessModifier([descriptor = file.handle()] {
+        // The file itself and not its name: the program may open nothing.
         if (descriptor >= 0)
             ::dup2(descriptor, STDIN_FILENO);
         becomeOrdinaryProgram();

@@ -14,7 +14,8 @@
 namespace tavro {
 
 /// Pictures that have been decoded, found again as long as anybody has them; the last one is also kept for a
-/// moment. Main thread only.
+/// moment, since the covers of several screens and the preview ask for the same one after the other. Main
+/// thread only.
 class RecentPicture {
 public:
     /// Which picture it is: that of a file which has not changed since, within that size.

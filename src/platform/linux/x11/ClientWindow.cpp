@@ -30,6 +30,7 @@ ClientWindow ClientWindow::from(xcb_window_t id, const ClientProperties& propert
     ClientWindow window;
     window.id = id;
     window.application = applicationOf(id, properties.application);
+    // A window manager without workspaces says nothing.
     window.workspace = properties.workspace.value_or(allWorkspaces);
     window.isMinimised = contains(properties.state, atoms.netWmStateHidden);
     const bool isOurPopover = className(properties.application.wmClass) == "tavropro" &&
@@ -48,6 +49,8 @@ std::string className(const std::string& wmClass) {
     return end == std::string::npos ? wmClass : std::string(wmClass.c_str() + end + 1);
 }
 
+// The first two are what a program says of itself for the desktop; the class is the same for all its windows,
+// but two programs may share one; a leader (ICCCM) or a process groups the windows of one run only.
 std::string applicationOf(xcb_window_t window, const ApplicationHints& hints) {
     const std::array names{hints.gtkApplication, hints.desktopFile, className(hints.wmClass),
                            numbered("leader", hints.leader), numbered("pid", hints.pid)};

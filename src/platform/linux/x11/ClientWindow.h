@@ -27,6 +27,7 @@ struct ClientProperties {
 
 /// A managed window as it was when the list was read.
 struct ClientWindow {
+    /// EWMH, _NET_WM_DESKTOP.
     static constexpr std::uint32_t allWorkspaces = 0xFFFFFFFF;
     /// In the value of a mark, besides the place.
     static constexpr std::uint32_t concealedFlag = 0x80000000;

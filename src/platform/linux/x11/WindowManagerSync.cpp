@@ -15,6 +15,7 @@ WindowManagerSync::WindowManagerSync(XConnection& x)
           x.onPropertyChange(x.root(), x.atoms().netSupportingWmCheck, [this] { replaced(); }),
           x.onPropertyChange(x.root(), x.atoms().netSupported, [this] { lookWhetherItAnswers(); }),
       } {
+    // It is never shown: EWMH lets programs ask for the frame of a window before they show it.
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(x.raw(), XCB_COPY_FROM_PARENT, m_window, x.root(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
@@ -57,6 +58,7 @@ void WindowManagerSync::answered() {
     block();
 }
 
+// Each window manager sets _NET_SUPPORTING_WM_CHECK when it begins (EWMH).
 void WindowManagerSync::replaced() {
     m_asked = std::make_shared<bool>(true);
     lookWhetherItAnswers();

@@ -160,6 +160,7 @@ Observation XConnection::onPropertyChange(xcb_window_t window, xcb_atom_t proper
 
 Observation XConnection::onNewManager(xcb_atom_t selection, std::function<void()> handler) {
     return on(XEvents::clientMessage, [this, selection, handler = std::move(handler)](const auto& event) {
+        // ICCCM, "Manager selections": the second word names the selection.
         if (event.type == m_atoms.manager && event.data.data32[1] == selection)
             handler();
     });
@@ -185,6 +186,7 @@ bool XConnection::waitForEvents(std::chrono::milliseconds atMost) {
 }
 
 void XConnection::roundTrip() {
+    // The cheapest question: its answer comes after all that was requested before.
     const XReply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
@@ -194,6 +196,7 @@ bool XConnection::processEvents() {
     while (const auto event = nextEvent()) {
         anyCame = true;
         constexpr int sentByAClient = 0x80;
+        // Errors of requests that nobody checks come among the events.
         if (event->response_type == 0)
             report(reinterpret_cast<const xcb_generic_error_t&>(*event));
         m_requestBeforeEvent = event->full_sequence;
@@ -228,12 +231,14 @@ void XConnection::report(const xcb_generic_error_t& error) const {
 }
 
 xcb_get_property_cookie_t XConnection::request(xcb_window_t window, xcb_atom_t property) const {
+    // 64 KiB, enough for the longest list of windows; what is longer is cut.
     constexpr std::uint32_t atMostWords = 16384;
     return xcb_get_property(m_connection, false, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, atMostWords);
 }
 
 std::vector<std::uint32_t> XConnection::values(xcb_get_property_cookie_t cookie) const {
     const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
+    // What has another format than it should is a mistake of the other program's, and counts as absent.
     if (!reply || reply->format != 32)
         return {};
     std::vector<std::uint32_t> values(reply->value_len);
@@ -273,6 +278,7 @@ void XConnection::askWindowManager(xcb_window_t window, xcb_atom_t type,
     message.window = window;
     message.type = type;
     std::ranges::copy(data, message.data.data32);
+    // EWMH: to the root, with the masks that reach the one client that redirects its children.
     xcb_send_event(over ? over : m_connection, false, root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));
