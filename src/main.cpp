@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/CommandLine.h"
 #include "platform/linux/process/LinuxMachine.h"
 #include "platform/linux/process/SingleInstance.h"
 #include "platform/linux/process/StreamLog.h"
@@ -9,7 +10,9 @@
 #include <QApplication>
 #include <QPixmapCache>
 
+#include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
 #include <vector>
@@ -41,9 +44,19 @@ bool isFirst(tavro::SingleInstance& instance, int& status) {
     return true;
 }
 
+int say(const tavro::CommandLineAnswer& answer) {
+    if (answer.status == EXIT_SUCCESS)
+        std::puts(answer.text.c_str());
+    else
+        streamLog.diagnose(answer.text);
+    return answer.status;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    if (const auto answer = tavro::answer({argv + std::min(argc, 1), argv + argc}, TAVRO_VERSION))
+        return say(*answer);
     tavro::TerminationSignals signals; // before the toolkit starts its threads
     std::signal(SIGPIPE, SIG_IGN);     // a closed log is no reason to end
     // A whole screen's pixels go back to the system, instead of teaching the allocator to keep as much.
