@@ -5,11 +5,14 @@
 #include "app/CoreTavro.h"
 #include "app/HideApps.h"
 #include "app/Recovery.h"
+#include "audio/MicrophoneWatch.h"
+#include "audio/MuteMic.h"
 #include "audio/ToggleMicMute.h"
 #include "desktop/CustomWallpaper.h"
 #include "platform/applications/Workspace.h"
 #include "platform/menubar/StatusBar.h"
 #include "platform/process/Accessibility.h"
+#include "platform/process/Actions.h"
 #include "platform/process/Log.h"
 #include "platform/process/Machine.h"
 #include "platform/process/Process.h"
@@ -25,9 +28,23 @@
 namespace tavro {
 
 namespace {
+
 KeyboardShortcuts::Name muteShortcut() {
     return KeyboardShortcuts::Name(Constants::tavroMuteShortcut);
 }
+
+Observation observeToggles(std::function<void()> block) {
+    return Process::current().notificationCenter().addObserver(tavroToogleNotification, std::move(block));
+}
+
+/// On while some microphone is live.
+ActionState microphoneState() {
+    return {[] { return !MuteMic::isMuted(); }, [](bool isLive) { MuteMic::setMute(!isLive); },
+            [](const auto& changed) {
+                return Observation([watch = std::make_shared<MicrophoneWatch>(changed)] {});
+            }};
+}
+
 } // namespace
 
 AppDelegate::~AppDelegate() {
@@ -45,9 +62,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     createPopover();
     createStatusItem();
     createMenu();
-    m_observations.push_back(Process::current().notificationCenter().addObserver(tavroToogleNotification,
-                                                                                 [this] { changeIcon(); }));
+    m_observations.push_back(observeToggles([this] { changeIcon(); }));
     bindShortcuts();
+    offerActions();
     if (machine().systemVersion() >= SystemVersion{11, 0})
         machine().accessibility().isProcessTrusted(true);
     storeFirstDefaults();
@@ -89,6 +106,25 @@ void AppDelegate::bindShortcuts() {
                                  [this] { switchPresentationMode(); });
 }
 
+// Their names are written in desktop entries, shortcuts and scripts.
+void AppDelegate::offerActions() {
+    const auto setPresentationMode = [this](bool isOn) {
+        if (UserSettings::shared().tavroIsOn() != isOn)
+            switchPresentationMode();
+    };
+    machine().actions().offer({
+        {"toggle-presentation-mode", [this] { switchPresentationMode(); }, {}},
+        {"toggle-microphone", &toggleMicMute, {}},
+        {"preferences", [this] { openPreferenceWindow(); }, {}},
+        {"quit", [this] { quitTavro(); }, {}},
+        {"presentation-mode",
+         {},
+         ActionState{[] { return UserSettings::shared().tavroIsOn(); }, setPresentationMode,
+                     &observeToggles}},
+        {"microphone", {}, microphoneState()},
+    });
+}
+
 void AppDelegate::storeFirstDefaults() {
     auto& defaults = machine().userDefaults();
     if (!defaults.boolForKey(Constants::launchedKey)) {
@@ -103,6 +139,8 @@ void AppDelegate::storeFirstDefaults() {
 
 void AppDelegate::applicationDidReopen() {
     machine().application().activate(true);
+    if (!popover->isShown())
+        showPopover();
 }
 
 void AppDelegate::applicationWillResignActive() {
@@ -125,11 +163,16 @@ void AppDelegate::menuBarAction() {
 }
 
 void AppDelegate::togglePopover() {
+    if (popover->isShown())
+        popover->performClose();
+    else
+        showPopover();
+}
+
+void AppDelegate::showPopover() {
     const auto* button = statusBarItem ? statusBarItem->button() : nullptr;
     if (!button)
         return;
-    if (popover->isShown())
-        return popover->performClose();
     popover->show({{0, 0}, button->frame().size}, *button, RectEdge::minY);
     popover->makeKey();
 }

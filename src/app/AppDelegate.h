@@ -35,6 +35,8 @@ public:
     /// A click on the status item, by the event that is being handled: Option switches presentation mode;
     /// the right button or Control opens the menu; any other shows the popover, or closes it.
     void menuBarAction();
+    /// Shows the popover at the status item. Without a button nothing happens.
+    void showPopover();
     /// Shows the popover at the status item, or closes it. Without a button nothing happens.
     void togglePopover();
     void closePopover() override;
@@ -54,6 +56,7 @@ private:
     void createStatusItem();
     void createMenu();
     void bindShortcuts();
+    void offerActions();
     static void storeFirstDefaults();
     void changeIcon();
     void focusedAppDidChange();

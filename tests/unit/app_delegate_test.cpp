@@ -73,12 +73,57 @@ TEST_F(AppDelegateTest, ShortcutsWorkInAnyApplication) {
             mac.hotKeyCenter().type(toggle);
             EXPECT_EQ(launch.shownImage(), image);
         }
-        mac.application().reopen();
-        EXPECT_EQ(mac.workspace().frontmost(), ApplicationID::self);
+        EXPECT_FALSE(launch.delegate.popover->isShown());
+        for (int time = 0; time < 2; ++time) {
+            mac.application().reopen();
+            EXPECT_EQ(mac.workspace().frontmost(), ApplicationID::self);
+            EXPECT_TRUE(launch.delegate.popover->isShown());
+        }
     }
     mac.userDefaults().setObject("KeyboardShortcuts_tavroMuteShortcut", false); // the user has cleared it
     Launch launch(mac);
     EXPECT_EQ(mac.hotKeyCenter().registered(), std::vector{toggle});
+}
+
+TEST_F(AppDelegateTest, OtherProgramsDriveItByNameAndWatchWhatComesOfIt) {
+    Launch launch(mac);
+    auto& actions = mac.actions();
+    std::string seen;
+    std::vector<Observation> watches;
+    for (const std::string name : {"presentation-mode", "microphone"})
+        watches.push_back(
+            actions.watch(name, [&seen, name](bool isOn) { seen += name + (isOn ? "+" : "-"); }));
+    const auto microphone = mac.audioHardware().deviceWithUID("uid of Built-in Microphone");
+    const std::tuple<std::string, std::optional<bool>, std::string> cases[] = {
+        {"toggle-presentation-mode", {}, "presentation-mode+"},
+        {"presentation-mode", true, ""},
+        {"microphone", false, "microphone-"},
+        {"presentation-mode", {}, "presentation-mode-microphone+"},
+        {"toggle-microphone", {}, "microphone-"},
+        {"microphone", {}, "microphone+"},
+        {"preferences", {}, ""},
+    };
+    for (const auto& [name, value, expected] : cases) {
+        SCOPED_TRACE(name);
+        seen.clear();
+        EXPECT_TRUE(value ? actions.setState(name, *value) : actions.activate(name));
+        mac.mainQueue().runUntilIdle();
+        EXPECT_EQ(seen, expected);
+        EXPECT_EQ(actions.state("presentation-mode"), UserSettings::shared().tavroIsOn());
+        EXPECT_EQ(actions.state("microphone"), !mac.audioHardware().isMuted(microphone).value());
+    }
+    EXPECT_TRUE(launch.delegate.preferenceView);
+    seen.clear();
+    const auto second = mac.audioHardware().plugIn(SimulatedAudioHardware::microphone("Second"));
+    mac.audioHardware().unplug(microphone);
+    mac.mainQueue().runUntilIdle();
+    mac.audioHardware().otherProgramSetsMute(second, true);
+    mac.mainQueue().runUntilIdle();
+    EXPECT_EQ(seen, "microphone-");
+    EXPECT_FALSE(actions.activate("nonsense"));
+    EXPECT_TRUE(actions.activate("quit"));
+    mac.mainQueue().runUntilIdle();
+    EXPECT_EQ(mac.application().exitStatus(), 0);
 }
 
 TEST_F(AppDelegateTest, MenuIsAttachedOnlyWhileOpen) {

@@ -11,6 +11,7 @@ struct Bundle;
 
 class AppService;
 class Accessibility;
+class Actions;
 class Application;
 class AudioHardware;
 class ControlStrip;
@@ -42,6 +43,7 @@ public:
     virtual const Bundle& mainBundle() const = 0;
     virtual AppService& appService() = 0;
     virtual Accessibility& accessibility() = 0;
+    virtual Actions& actions() = 0;
     virtual Application& application() = 0;
     virtual AudioHardware& audioHardware() = 0;
     virtual ControlStrip& controlStrip() = 0;

@@ -81,7 +81,8 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                         while (m_notificationSilencing.finish());
                     })
     , m_statusBar(*m_x, m_mainQueue, log, m_application)
-    , m_controlStrip(m_statusBar.host()) {
+    , m_controlStrip(m_statusBar.host())
+    , m_actions([this] { m_application.reopen(); }, m_mainQueue, log) {
     m_x->start();
 }
 

@@ -13,6 +13,7 @@
 #include "platform/linux/menubar/TrayStatusBar.h"
 #include "platform/linux/notifications/BackgroundSilencing.h"
 #include "platform/linux/notifications/XBubbles.h"
+#include "platform/linux/process/BusActions.h"
 #include "platform/linux/process/IdleInhibition.h"
 #include "platform/linux/process/LinuxAccessibility.h"
 #include "platform/linux/process/LinuxApplication.h"
@@ -47,6 +48,7 @@ public:
     const Bundle& mainBundle() const override { return m_bundle; }
     AppService& appService() override { return m_loginItem; }
     Accessibility& accessibility() override { return m_accessibility; }
+    BusActions& actions() override { return m_actions; }
     LinuxApplication& application() override { return m_application; }
     AudioHardware& audioHardware() override { return m_audioHardware; }
     ControlStrip& controlStrip() override { return m_controlStrip; }
@@ -104,6 +106,7 @@ private:
     LinuxApplication m_application;
     TrayStatusBar m_statusBar;
     TrayControlStrip m_controlStrip;
+    BusActions m_actions;
 };
 
 } // namespace tavro

@@ -6,7 +6,6 @@
 namespace tavro {
 
 namespace {
-constexpr auto service = "com.vantrelo.TavroPRO";
 constexpr auto path = "/com/vantrelo/TavroPRO";
 constexpr int answerMilliseconds = 3000;
 } // namespace
@@ -14,10 +13,7 @@ constexpr int answerMilliseconds = 3000;
 SingleInstance::Claim SingleInstance::claim() {
     if (const auto owner = takeDisplay(); owner != XCB_NONE)
         return activate(owner);
-    auto bus = QDBusConnection::sessionBus();
-    // Before the name: a call may come as soon as that is ours.
-    bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
-    bus.registerService(service); // one of another display may have it, and keeps it
+    QDBusConnection::sessionBus().registerObject(path, this, QDBusConnection::ExportAllSlots);
     return Claim::first;
 }
 
@@ -58,14 +54,6 @@ SingleInstance::Claim SingleInstance::activate(xcb_window_t owner) const {
 void SingleInstance::Activate(const QVariantMap&) {
     if (m_activate)
         m_activate();
-}
-
-void SingleInstance::Open(const QStringList&, const QVariantMap& platformData) {
-    Activate(platformData);
-}
-
-void SingleInstance::ActivateAction(const QString&, const QVariantList&, const QVariantMap& platformData) {
-    Activate(platformData);
 }
 
 } // namespace tavro

@@ -3,16 +3,15 @@
 #include "platform/linux/x11/XConnection.h"
 
 #include <QObject>
-#include <QStringList>
 #include <QVariant>
 
 #include <functional>
 
 namespace tavro {
 
-/// One program for each display, whichever buses it is reached by: the first owns a selection of the X server
-/// and offers the interface `org.freedesktop.Application` (XDG desktop entries, D-Bus activation) on its
-/// session bus.
+/// One program for each display, whichever buses it is reached by: the first owns a selection of the X
+/// server, whose window names the connection to the bus on which those that come later can activate it. Who
+/// owns the program's name on the bus says nothing: one bus may have several displays.
 class SingleInstance final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -35,8 +34,6 @@ public:
 
 public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
-    void Open(const QStringList& locations, const QVariantMap& platformData);
-    void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
 
 private:
     xcb_window_t takeDisplay() const;

@@ -7,6 +7,7 @@ SimulatedMac::SimulatedMac(SystemVersion version)
     , m_log(m_journal)
     , m_appService(m_journal)
     , m_accessibility(m_journal)
+    , m_actions(m_mainQueue)
     , m_audioHardware(m_journal, m_mainQueue)
     , m_clock(m_journal, m_mainQueue)
     , m_controlStrip(m_journal)
@@ -49,6 +50,7 @@ std::optional<SystemServices> SimulatedMac::systemServices() {
 
 void SimulatedMac::endProcess() {
     m_application.endProcess();
+    m_actions.endProcess();
     m_statusBar.endProcess();
     m_workspace.endSelf();
     m_audioHardware.endProcess();

@@ -17,6 +17,7 @@
 #include "platform/simulated/notifications/SimulatedPreferences.h"
 #include "platform/simulated/process/Journal.h"
 #include "platform/simulated/process/SimulatedAccessibility.h"
+#include "platform/simulated/process/SimulatedActions.h"
 #include "platform/simulated/process/SimulatedApplication.h"
 #include "platform/simulated/process/SimulatedClock.h"
 #include "platform/simulated/process/SimulatedDisplaySleep.h"
@@ -49,6 +50,7 @@ public:
     const Bundle& mainBundle() const override { return bundle; }
     SimulatedAppService& appService() override { return m_appService; }
     SimulatedAccessibility& accessibility() override { return m_accessibility; }
+    SimulatedActions& actions() override { return m_actions; }
     SimulatedDisplaySleep& displaySleep() override { return m_displaySleep; }
     SimulatedApplication& application() override { return m_application; }
     SimulatedAudioHardware& audioHardware() override { return m_audioHardware; }
@@ -107,6 +109,7 @@ private:
     SimulatedMainQueue m_mainQueue;
     SimulatedAppService m_appService;
     SimulatedAccessibility m_accessibility;
+    SimulatedActions m_actions;
     SimulatedDisplaySleep m_displaySleep;
     SimulatedAudioHardware m_audioHardware;
     SimulatedClock m_clock;
