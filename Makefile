@@ -1,14 +1,28 @@
 # What a user and a developer call. Each target installs the Debian packages that it needs first.
 
 PRESET ?= dev
+PREFIX ?= /usr/local
 
-.PHONY: run test test-desktops soak check bench fuzz tidy format clean
+.PHONY: run install uninstall deb test test-desktops soak check bench fuzz tidy format clean
 
 run: ## Builds the program and starts it; without a display, takes a tour of it on a private desktop.
 	@tools/install-packages run $(if $(DISPLAY),,desktop)
 	@cmake --preset release --log-level=WARNING
 	@cmake --build --preset release
 	@$(if $(DISPLAY),build/release/tavropro,tools/desktop-session -- tools/tour build/tour)
+
+install: ## Builds and installs; PREFIX and DESTDIR as usual.
+	@tools/install-packages run
+	@cmake --preset install --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
+	@cmake --build --preset install
+	@cmake --install build/install
+
+uninstall: ## Removes what "make install" has put there, with the same DESTDIR.
+	@packaging/uninstall build/install/install_manifest.txt "$(DESTDIR)"
+
+deb: ## Builds the Debian package into build/deb.
+	@tools/install-packages run package
+	@packaging/make-deb build/deb
 
 test: ## Builds and runs every test; PRESET=asan for the sanitizers.
 	@tools/install-packages run desktop test
@@ -31,8 +45,9 @@ soak: ## Presents 2000 times while windows, devices and screens come and go.
 		tools/desktop-session -- build/$(PRESET)/soak_test
 
 check: ## What a maintainer runs before merging, besides the tests.
-	@tools/install-packages run desktop test
+	@tools/install-packages run desktop test package
 	@tools/check
+	@packaging/validate
 	@cmake --preset dev --log-level=WARNING
 	@cmake --build --preset dev
 	@tools/tidy build/dev --changed
