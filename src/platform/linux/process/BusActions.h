@@ -4,11 +4,13 @@
 
 #include <memory>
 
+// NOLINTBEGIN(bugprone-reserved-identifier): GLib's names
 struct _GAsyncResult;
 struct _GCancellable;
 struct _GDBusConnection;
 struct _GObject;
 struct _GSimpleActionGroup;
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace tavro {
 

@@ -33,7 +33,8 @@ public:
     void onActivate(std::function<void()> block) { m_activate = std::move(block); }
 
 public Q_SLOTS:
-    void Activate(const QVariantMap& platformData);
+    void
+    Activate(const QVariantMap& platformData); // NOLINT(readability-identifier-naming): the protocol's name
 
 private:
     xcb_window_t takeDisplay() const;
