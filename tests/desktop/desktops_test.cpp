@@ -258,6 +258,16 @@ protected:
         return found;
     }
 
+    /// Each with its name, workspace and states.
+    std::string describe(const std::vector<xcb_window_t>& windows) const {
+        std::string text;
+        for (const auto window : windows)
+            text += std::string(server.text(window, "WM_CLASS").c_str()) + " on " +
+                    testing::PrintToString(server.values(window, "_NET_WM_DESKTOP")) + " " +
+                    testing::PrintToString(server.values(window, "_NET_WM_STATE")) + "; ";
+        return text;
+    }
+
     // --- What is promised --------------------------------------------------------------------------
 
     /// Ten looks in a row, since what goes wrong may do so some time after the cause.
@@ -507,7 +517,8 @@ TEST_F(Desktops, Covers) {
         check(workspace, filesAreCoveredAfter({[this] { goTo(1); }, [this] { goTo(0); }}));
     EXPECT_TRUE(press(turnedOff));
     check("files back", filesShow());
-    check(order, server.eventually("the order", [this] { return visibleWindows() == stacking; }));
+    check(order, server.eventually("the order", [this] { return visibleWindows() == stacking; })
+                     << ": " << describe(server.applicationWindows()) << tavro->errors());
     stillPicture();
     picture("after");
 }
