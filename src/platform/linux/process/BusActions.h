@@ -18,7 +18,7 @@ class Log;
 class MainQueue;
 
 /// The program on the session bus, as `com.vantrelo.TavroPRO`: at /com/vantrelo/TavroPRO it offers
-/// org.freedesktop.Application (Desktop Entry Specification, D-Bus Activation) and its actions as
+/// org.freedesktop.Application (XDG desktop entries, D-Bus activation) and its actions as
 /// org.gtk.Actions. Nothing here waits for the bus. Where that is missing, or the name belongs to another
 /// program, the log says so once and all else goes on.
 ///
