@@ -82,17 +82,22 @@ Desktop::State Desktop::state() {
     return state;
 }
 
+std::vector<Rect> Desktop::publicAreas(const State& before) const {
+    auto areas = panelAreas();
+    const auto kept = m_server.text(before.active, "WM_CLASS");
+    for (const auto window : before.stacking)
+        if (isApplicationWindow(window) && m_server.text(window, "WM_CLASS") == kept)
+            areas.push_back(m_server.place(m_server.frame(window)));
+    return areas;
+}
+
 bool Desktop::isPresentable(const State& before) {
     const auto kept = m_server.text(before.active, "WM_CLASS");
-    auto hiding = panelAreas();
-    for (const auto window : before.stacking) {
-        if (!isApplicationWindow(window))
-            continue;
-        if (m_server.text(window, "WM_CLASS") == kept)
-            hiding.push_back(m_server.place(m_server.frame(window)));
-        else if (!m_server.isMinimised(window))
+    for (const auto window : before.stacking)
+        if (isApplicationWindow(window) && !m_server.isMinimised(window) &&
+            m_server.text(window, "WM_CLASS") != kept)
             return false;
-    }
+    const auto hiding = publicAreas(before);
     auto wanted = only(m_server.wallpaper(all()), m_server.screens());
     auto visible = only(m_server.screenshot(all()), m_server.screens());
     if (wanted.empty())
@@ -107,22 +112,32 @@ void Desktop::watchClients() const {
         m_server.watch(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
-bool Desktop::isChange(const xcb_generic_event_t& event) const {
-    if ((event.response_type & 0x7F) == m_damageEvent)
-        return true;
-    if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY)
-        return false;
-    const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
-    return std::ranges::any_of(watched, [&](const auto* name) { return m_server.atom(name) == atom; });
+void Desktop::note(const xcb_generic_event_t& event, const std::vector<Rect>& areas, Change& change) const {
+    if ((event.response_type & 0x7F) == m_damageEvent) {
+        change.any = Clock::now();
+        const auto& [x, y, width, height] = reinterpret_cast<const xcb_damage_notify_event_t&>(event).area;
+        const bool isInside = std::ranges::any_of(areas, [&](const Rect& area) {
+            return area.contains({x, y}) && area.contains({x + width - 1, y + height - 1});
+        });
+        if (!isInside)
+            change.outside = change.any;
+    } else if ((event.response_type & 0x7F) == XCB_PROPERTY_NOTIFY) {
+        const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
+        if (std::ranges::any_of(watched, [&](const auto* name) { return m_server.atom(name) == atom; }))
+            change.any = Clock::now();
+    }
 }
 
-Clock::time_point Desktop::settle(Clock::time_point since, const std::string& what,
-                                  const std::function<bool()>& condition) {
-    auto last = since, quietSince = Clock::now();
+Desktop::Change Desktop::settle(Clock::time_point since, const std::string& what,
+                                const std::function<bool()>& condition, const std::vector<Rect>& areas) {
+    Change last{since, since};
+    auto quietSince = Clock::now();
     while (true) {
+        const auto before = last.any;
         while (const auto event = owned(xcb_poll_for_event(m_server.raw())))
-            if (isChange(*event))
-                last = quietSince = Clock::now();
+            note(*event, areas, last);
+        if (last.any != before)
+            quietSince = last.any;
         if (xcb_connection_has_error(m_server.raw()))
             throw std::runtime_error("The X server has gone");
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(quietSince + quiet - Clock::now());
@@ -137,6 +152,11 @@ Clock::time_point Desktop::settle(Clock::time_point since, const std::string& wh
             throw std::runtime_error("The desktop has not come to the state that was wanted: " + what);
         quietSince = Clock::now();
     }
+}
+
+Clock::time_point Desktop::settle(Clock::time_point since, const std::string& what,
+                                  const std::function<bool()>& condition) {
+    return settle(since, what, condition, {}).any;
 }
 
 void Desktop::settle() {

@@ -29,8 +29,18 @@ public:
     /// and the panel nothing but the wallpaper can be seen, on any screen.
     bool isPresentable(const State& before);
 
+    /// Where, on each screen, a presentation shows what may be seen: the panel, and the windows of that
+    /// state's active application.
+    std::vector<Rect> publicAreas(const State& before) const;
+
+    /// The last change after some moment, which is that moment where there was none.
+    struct Change {
+        Clock::time_point any;
+        Clock::time_point outside; // a pixel's, outside the areas
+    };
     /// Waits until the condition holds and neither a pixel nor a window's state has changed for a moment.
-    /// Returns the last change after `since`, which is `since` itself if there was none.
+    Change settle(Clock::time_point since, const std::string& what, const std::function<bool()>& condition,
+                  const std::vector<Rect>& areas);
     Clock::time_point settle(Clock::time_point since, const std::string& what,
                              const std::function<bool()>& condition);
     void settle();
@@ -54,7 +64,7 @@ private:
     /// The picture, black outside these areas.
     Pixels only(const Pixels& picture, const std::vector<Rect>& areas) const;
     void watchClients() const;
-    bool isChange(const xcb_generic_event_t& event) const;
+    void note(const xcb_generic_event_t& event, const std::vector<Rect>& areas, Change& change) const;
 
     XClient m_server;
     Input m_input{m_server};

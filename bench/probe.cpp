@@ -1,13 +1,16 @@
 // Measures programs on the desktop that it runs in, and prints one line for each figure. See bench/run.
-//   bench-probe race PROGRAM SCRIPT PAIRS     race    PAIR  WHO  on|off  MILLISECONDS|failed
+//   bench-probe race PROGRAM SCRIPT,FLOOR ROUNDS
+//                                             race    ROUND WHO  on|covered|off  MILLISECONDS|failed
+//                                             (without a script where that is empty)
 //   bench-probe launch PROGRAM EMPTY PAIRS    launch  PAIR  WHO  registered|drawn  MILLISECONDS
 //   bench-probe memory PROGRAM EMPTY COUNT    memory  WHO  launched|presented  RSS|PSS  KILOBYTES
 //   bench-probe idle PROGRAM EMPTY SECONDS    idle    WHO  THREAD  SWITCHES
-// WHO is program, script or empty.
+// WHO is program, script, floor or empty.
 
 #include "Child.h"
 #include "Desktop.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -77,52 +80,71 @@ private:
 
 class Race {
 public:
-    Race(const std::string& program, std::string script)
+    Race(const std::string& program, const std::string& others)
         : m_program(m_desktop, program)
-        , m_script(std::move(script)) {
+        , m_script(others.substr(0, others.find(',')))
+        , m_floor({others.substr(others.find(',') + 1)}, sessionFile("floor")) {
         m_desktop.parkPointer();
         m_before = m_desktop.state();
+        m_public = m_desktop.publicAreas(m_before);
         if (m_before.active == XCB_NONE || !m_before.minimised.empty())
             throw std::runtime_error("No window is active, or not all windows are shown");
     }
 
-    void run(int pairs) {
-        for (int pair = 1; pair <= pairs; ++pair) {
-            if (pair % 2 == 0)
-                runScript(pair);
-            runProgram(pair);
-            if (pair % 2 != 0)
-                runScript(pair);
+    /// Each begins as often as the others.
+    void run(int rounds) {
+        std::vector<void (Race::*)(int)> runners{&Race::runProgram, &Race::runFloor};
+        if (!m_script.empty())
+            runners.push_back(&Race::runScript);
+        for (int round = 1; round <= rounds; ++round) {
+            for (const auto runner : runners)
+                (this->*runner)(round);
+            std::ranges::rotate(runners, runners.begin() + 1);
         }
     }
 
 private:
-    void runProgram(int pair) {
+    void runProgram(int round) {
         m_program.pointAtItem();
         for (const std::string direction : {"on", "off"})
-            report(pair, "program", direction, m_program.click());
+            report(round, "program", direction, m_program.click());
         m_desktop.parkPointer();
     }
 
-    void runScript(int pair) {
+    void runFloor(int round) {
+        m_program.halt();
+        for (const std::string direction : {"on", "off"}) {
+            const auto start = Clock::now();
+            m_floor.signal(direction == "on" ? SIGUSR1 : SIGUSR2);
+            report(round, "floor", direction, start);
+        }
+        m_program.resume();
+    }
+
+    void runScript(int round) {
         m_program.halt();
         for (const std::string direction : {"on", "off"}) {
             Child script({m_script, direction}, sessionFile("script"));
-            report(pair, "script", direction, script.start());
+            report(round, "script", direction, script.start());
             script.join();
         }
         m_program.resume();
     }
 
-    void report(int pair, const char* who, const std::string& direction, Clock::time_point start) {
-        std::printf("race\t%d\t%s\t%s\t", pair, who, direction.c_str());
+    void report(int round, const char* who, const std::string& direction, Clock::time_point start) {
+        const auto print = [&](const std::string& what, const std::string& figure) {
+            std::printf("race\t%d\t%s\t%s\t%s\n", round, who, what.c_str(), figure.c_str());
+        };
         auto what = who + (" " + direction);
         try {
-            const auto end = m_desktop.settle(start, what, [&] { return isReached(direction, what); });
-            std::printf("%.1f\n", since(start, end));
+            const auto change = m_desktop.settle(
+                start, what, [&] { return isReached(direction, what); }, m_public);
+            print(direction, std::to_string(since(start, change.any)));
+            if (direction == "on")
+                print("covered", std::to_string(since(start, change.outside)));
         } catch (const std::exception& error) {
-            std::printf("failed\n");
-            std::cerr << "pair " << pair << ": " << error.what() << '\n';
+            print(direction, "failed");
+            std::cerr << "round " << round << ": " << error.what() << '\n';
         }
         std::fflush(stdout);
     }
@@ -138,7 +160,9 @@ private:
     Desktop m_desktop;
     Program m_program;
     std::string m_script;
+    Child m_floor;
     Desktop::State m_before; // what has to come back, each time
+    std::vector<Rect> m_public;
 };
 
 /// When the panel last learned of a new item, in seconds of the system's clock.
