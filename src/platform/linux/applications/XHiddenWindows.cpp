@@ -21,8 +21,10 @@ HiddenWindows::Time now() {
 
 } // namespace
 
-XHiddenWindows::XHiddenWindows(XConnection& x, WindowManagerSync& windowManager, MainQueue& queue, Log& log)
+XHiddenWindows::XHiddenWindows(XConnection& x, DesktopSnapshots& snapshots, WindowManagerSync& windowManager,
+                               MainQueue& queue, Log& log)
     : m_x(x)
+    , m_snapshots(snapshots)
     , m_windowManager(windowManager)
     , m_queue(queue)
     , m_log(log)
@@ -55,17 +57,13 @@ XHiddenWindows::XHiddenWindows(XConnection& x, WindowManagerSync& windowManager,
       } {}
 
 std::shared_ptr<const ClientList> XHiddenWindows::readClients() {
-    if (!m_clients)
-        m_queue.async([weak = weak_from_this()] {
-            if (const auto self = weak.lock())
-                self->m_clients.reset();
-        });
-    m_clients = std::make_shared<const ClientList>(ClientList::read(m_x));
-    return m_clients;
+    const auto snapshot = m_snapshots.read();
+    return {snapshot, &snapshot->clients};
 }
 
 std::shared_ptr<const ClientList> XHiddenWindows::clients() {
-    return m_clients ? m_clients : readClients();
+    const auto snapshot = m_snapshots.current();
+    return {snapshot, &snapshot->clients};
 }
 
 void XHiddenWindows::hide(const std::string& application) {
@@ -155,7 +153,7 @@ void XHiddenWindows::bringBackInPlace() {
     bool haveReturned = m_model.haveReturned(*readClients());
     for (const auto way : HiddenWindows::waysInPlace) {
         if (!haveReturned)
-            m_model.bringBackInPlace(way, *m_clients);
+            m_model.bringBackInPlace(way, *clients());
         send();
         for (const auto end = now() + m_model.settlingTime(); !haveReturned && now() < end; send()) {
             m_x.waitForEvents(margin);

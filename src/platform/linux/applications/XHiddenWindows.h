@@ -2,6 +2,7 @@
 
 #include "platform/linux/applications/HiddenWindows.h"
 #include "platform/linux/process/OncePerTurn.h"
+#include "platform/linux/windows/DesktopSnapshot.h"
 #include "platform/linux/x11/WindowManagerSync.h"
 
 #include <array>
@@ -18,7 +19,8 @@ class MainQueue;
 /// for.
 class XHiddenWindows : public std::enable_shared_from_this<XHiddenWindows> {
 public:
-    XHiddenWindows(XConnection& x, WindowManagerSync& windowManager, MainQueue& queue, Log& log);
+    XHiddenWindows(XConnection& x, DesktopSnapshots& snapshots, WindowManagerSync& windowManager,
+                   MainQueue& queue, Log& log);
 
     /// Reads the windows anew; the list holds for the rest of this turn of the main queue.
     std::shared_ptr<const ClientList> readClients();
@@ -56,12 +58,12 @@ private:
     void select(xcb_window_t window, std::uint32_t events);
 
     XConnection& m_x;
+    DesktopSnapshots& m_snapshots;
     WindowManagerSync& m_windowManager;
     MainQueue& m_queue;
     Log& m_log;
     HiddenWindows m_model;
     int m_outstanding = 0; // looks that wait for the window manager
-    std::shared_ptr<const ClientList> m_clients;
     OncePerTurn m_restoring, m_lookingAtFront, m_followingStates;
     std::set<xcb_window_t> m_changedStates;
     std::array<Observation, 5> m_events;

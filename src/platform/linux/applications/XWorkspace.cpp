@@ -15,12 +15,13 @@
 
 namespace tavro {
 
-XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, Desktop& desktop, MainQueue& queue, Log& log)
+XWorkspace::XWorkspace(XConnection& x, DesktopSnapshots& snapshots, const QtScreens& screens,
+                       Desktop& desktop, MainQueue& queue, Log& log)
     : m_x(x)
     , m_screens(screens)
     , m_desktop(desktop)
     , m_windowManager(x)
-    , m_hidden(std::make_shared<XHiddenWindows>(x, m_windowManager, queue, log))
+    , m_hidden(std::make_shared<XHiddenWindows>(x, snapshots, m_windowManager, queue, log))
     , m_followingActive(queue, [this] { activeWindowChanged(); })
     , m_activations(
           x.onPropertyChange(x.root(), x.atoms().netActiveWindow, [this] { m_followingActive.schedule(); })) {
@@ -30,7 +31,7 @@ XWorkspace::XWorkspace(XConnection& x, const QtScreens& screens, Desktop& deskto
 XWorkspace::~XWorkspace() = default;
 
 std::vector<std::shared_ptr<RunningApplication>> XWorkspace::runningApplications() const {
-    const auto clients = m_hidden->readClients();
+    const auto clients = m_hidden->clients();
     std::set<std::string> seen;
     std::vector<std::shared_ptr<RunningApplication>> applications;
     for (const auto& window : clients->windows)
@@ -41,11 +42,12 @@ std::vector<std::shared_ptr<RunningApplication>> XWorkspace::runningApplications
 }
 
 std::shared_ptr<RunningApplication> XWorkspace::frontmostApplication() const {
-    const auto clients = m_hidden->readClients();
+    const auto clients = m_hidden->clients();
     const auto active = m_hidden->front(clients->active);
+    const auto* known = clients->find(active);
     // When a window of ours has gone, it takes a moment until the one below is active.
     const bool hasOwnGone = active == XCB_NONE && m_ownIsActive;
-    const bool isPassing = active != XCB_NONE && !standsInFront(active);
+    const bool isPassing = active != XCB_NONE && !standsInFront(active, known && known->isPanel);
     const auto* front = clients->find(hasOwnGone || isPassing ? m_front : active);
     if (!front && hasOwnGone)
         front = clients->uppermost();
@@ -97,7 +99,8 @@ void XWorkspace::activeWindowChanged() {
     if (active == XCB_NONE)
         return;
     m_ownIsActive = QWidget::find(active) != nullptr;
-    if (!standsInFront(active))
+    const auto types = m_x.values(m_x.request(active, m_x.atoms().netWmWindowType));
+    if (!standsInFront(active, std::ranges::count(types, m_x.atoms().netWmWindowTypeDock) > 0))
         return;
     const auto application = applicationOf(m_x, active);
     m_front = active;
@@ -106,11 +109,9 @@ void XWorkspace::activeWindowChanged() {
 }
 
 /// Our popover and panels take the focus without being what the user works in.
-bool XWorkspace::standsInFront(xcb_window_t window) const {
-    if (const auto* own = QWidget::find(window))
-        return own->windowType() != Qt::Tool;
-    const auto types = m_x.values(m_x.request(window, m_x.atoms().netWmWindowType));
-    return std::ranges::find(types, m_x.atoms().netWmWindowTypeDock) == types.end();
+bool XWorkspace::standsInFront(xcb_window_t window, bool isPanel) {
+    const auto* own = QWidget::find(window);
+    return own ? own->windowType() != Qt::Tool : !isPanel;
 }
 
 } // namespace tavro

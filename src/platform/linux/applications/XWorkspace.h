@@ -13,7 +13,8 @@ class QtScreens;
 /// Client windows grouped by application, as EWMH describes them.
 class XWorkspace final : public Workspace {
 public:
-    XWorkspace(XConnection& x, const QtScreens& screens, Desktop& desktop, MainQueue& queue, Log& log);
+    XWorkspace(XConnection& x, DesktopSnapshots& snapshots, const QtScreens& screens, Desktop& desktop,
+               MainQueue& queue, Log& log);
     ~XWorkspace() override;
 
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() const override;
@@ -30,7 +31,7 @@ public:
 
 private:
     void activeWindowChanged();
-    bool standsInFront(xcb_window_t window) const;
+    static bool standsInFront(xcb_window_t window, bool isPanel);
 
     XConnection& m_x;
     const QtScreens& m_screens;

@@ -61,11 +61,12 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_loginItem(AutostartEntry::standardFile(), runningProgram())
     , m_images(helper("tavropro-picture"), log)
     , m_screens(*m_x)
+    , m_snapshots(*m_x, m_mainQueue)
     , m_urlSession(makeURLSession(log))
-    , m_wallpaper(*m_x, m_screens, helper("tavropro-picture"), &backgroundsOfDesktop)
+    , m_wallpaper(*m_x, m_snapshots, m_screens, helper("tavropro-picture"), &backgroundsOfDesktop)
     , m_windowList(*m_x, m_wallpaper)
-    , m_windowServer(*m_x, m_wallpaper, std::move(views), log)
-    , m_workspace(*m_x, m_screens, *m_desktop, m_mainQueue, log)
+    , m_windowServer(*m_x, m_snapshots, m_wallpaper, std::move(views), log)
+    , m_workspace(*m_x, m_snapshots, m_screens, *m_desktop, m_mainQueue, log)
     , m_application(signals,
                     [this] {
                         // What the audience sees comes first, then what may take its time.

@@ -98,6 +98,7 @@ private:
     QtImages m_images;
     QtOpenPanels m_openPanels;
     QtScreens m_screens;
+    DesktopSnapshots m_snapshots;
     const std::unique_ptr<URLSession> m_urlSession;
     DesktopWallpaper m_wallpaper;
     XWindowList m_windowList;

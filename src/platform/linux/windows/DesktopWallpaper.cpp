@@ -12,9 +12,10 @@ namespace tavro {
 
 // What it takes to look waits until what the audience sees, at the launch or at a presentation's begin, is
 // there.
-DesktopWallpaper::DesktopWallpaper(XConnection& x, const QtScreens& screens, std::filesystem::path painter,
-                                   Question question)
+DesktopWallpaper::DesktopWallpaper(XConnection& x, DesktopSnapshots& snapshots, const QtScreens& screens,
+                                   std::filesystem::path painter, Question question)
     : m_x(x)
+    , m_snapshots(snapshots)
     , m_screens(screens)
     , m_painter(std::move(painter))
     , m_question(std::move(question))
@@ -26,19 +27,6 @@ DesktopWallpaper::DesktopWallpaper(XConnection& x, const QtScreens& screens, std
     m_soon.callOnTimeout([this] { renew(); });
     onScreenChange(m_context, [this] { renewSoon(); });
     renewSoon();
-}
-
-// The number stays on the root window when the desktop that made the pixmap has died, and some desktops leave
-// one of a single screen.
-std::optional<DesktopWallpaper::Pixmap> DesktopWallpaper::pixmap() const {
-    const auto number = m_x.value(m_x.request(m_x.root(), m_x.atoms().xrootpmapId)).value_or(XCB_NONE);
-    const auto ofPixmap = xcb_get_geometry(m_x.raw(), number),
-               ofRoot = xcb_get_geometry(m_x.raw(), m_x.root());
-    const XReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(m_x.raw(), ofPixmap, nullptr)),
-        needed(xcb_get_geometry_reply(m_x.raw(), ofRoot, nullptr));
-    if (!size || !needed)
-        return std::nullopt;
-    return Pixmap{number, size->depth, size->width >= needed->width && size->height >= needed->height};
 }
 
 std::optional<Image> DesktopWallpaper::ownPicture(const QRect& pixels) const {

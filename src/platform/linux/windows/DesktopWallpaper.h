@@ -4,6 +4,7 @@
 #include "platform/linux/desktops/DesktopBackground.h"
 #include "platform/linux/process/Background.h"
 #include "platform/linux/storage/RecentPicture.h"
+#include "platform/linux/windows/DesktopSnapshot.h"
 #include "platform/linux/x11/XConnection.h"
 #include "platform/process/ObserverList.h"
 #include "platform/storage/Image.h"
@@ -29,18 +30,10 @@ public:
     /// One background for each screen. Runs on that thread.
     using Question = std::function<Backgrounds(const std::vector<DesktopScreen>&)>;
 
-    DesktopWallpaper(XConnection& x, const QtScreens& screens, std::filesystem::path painter,
-                     Question question);
+    DesktopWallpaper(XConnection& x, DesktopSnapshots& snapshots, const QtScreens& screens,
+                     std::filesystem::path painter, Question question);
 
-    /// The server's picture, which desktops leave under `_XROOTPMAP_ID`.
-    struct Pixmap {
-        xcb_pixmap_t number;
-        std::uint8_t depth;
-        /// As large as the root window.
-        bool isWhole;
-    };
-
-    std::optional<Pixmap> pixmap() const;
+    std::optional<RootPixmap> pixmap() const { return m_snapshots.current()->wallpaper; }
     bool hasOwnPictures() const { return !m_pictures.empty(); }
     /// The part of our own that shows these pixels of the root window, not copied.
     std::optional<Image> ownPicture(const QRect& pixels) const;
@@ -76,6 +69,7 @@ private:
     void finish(const Source& source, const std::optional<Image>& image);
 
     XConnection& m_x;
+    DesktopSnapshots& m_snapshots;
     const QtScreens& m_screens;
     const std::filesystem::path m_painter;
     const Question m_question;

@@ -150,10 +150,14 @@ Screen QtScreens::describe(const QScreen& screen) const {
 
 DisplayID QtScreens::identifier(const QScreen& screen) const {
     const auto name = screen.name().toUtf8();
+    if (const auto known = m_identifiers.find(name); known != m_identifiers.end())
+        return known->second;
     const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         m_x.raw(), xcb_intern_atom(m_x.raw(), false, static_cast<std::uint16_t>(name.size()), name.data()),
         nullptr));
-    return DisplayID(reply ? reply->atom : 0);
+    if (!reply)
+        return DisplayID(0);
+    return m_identifiers.emplace(name, DisplayID(reply->atom)).first->second;
 }
 
 } // namespace tavro

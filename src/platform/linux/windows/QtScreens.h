@@ -3,7 +3,10 @@
 #include "platform/windows/Screens.h"
 #include "toolkit/Coordinates.h"
 
+#include <QByteArray>
 #include <QRect>
+
+#include <map>
 
 class QScreen;
 
@@ -39,6 +42,7 @@ private:
     DisplayID identifier(const QScreen& screen) const;
 
     XConnection& m_x;
+    mutable std::map<QByteArray, DisplayID> m_identifiers; // those that the server has told
 };
 
 } // namespace tavro

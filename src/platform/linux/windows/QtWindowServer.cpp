@@ -6,10 +6,11 @@
 
 namespace tavro {
 
-QtWindowServer::QtWindowServer(XConnection& x, DesktopWallpaper& wallpaper, Views views, Log& log)
+QtWindowServer::QtWindowServer(XConnection& x, DesktopSnapshots& snapshots, DesktopWallpaper& wallpaper,
+                               Views views, Log& log)
     : m_x(x)
     , m_wallpaper(wallpaper)
-    , m_covers(x, log)
+    , m_covers(x, snapshots, log)
     , m_views(std::move(views)) {}
 
 std::shared_ptr<OverlayWindow> QtWindowServer::createOverlayWindow(const WindowSettings& settings) {

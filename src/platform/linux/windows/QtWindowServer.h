@@ -11,7 +11,8 @@ class DesktopWallpaper;
 /// Windows of the toolkit, and below and above them all our own.
 class QtWindowServer final : public WindowServer {
 public:
-    QtWindowServer(XConnection& x, DesktopWallpaper& wallpaper, Views views, Log& log);
+    QtWindowServer(XConnection& x, DesktopSnapshots& snapshots, DesktopWallpaper& wallpaper, Views views,
+                   Log& log);
 
     std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) override;
     std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) override;

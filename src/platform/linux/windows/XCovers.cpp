@@ -23,8 +23,9 @@ std::string describe(const CoverPane& pane, const char* way) {
 
 } // namespace
 
-XCovers::XCovers(XConnection& x, Log& log)
+XCovers::XCovers(XConnection& x, DesktopSnapshots& snapshots, Log& log)
     : m_x(x)
+    , m_snapshots(snapshots)
     , m_log(log)
     , m_events{
           x.onPropertyChange(x.root(), x.atoms().netClientListStacking, [this] { desktopChanged(); }),
@@ -38,7 +39,7 @@ XCovers::XCovers(XConnection& x, Log& log)
 void XCovers::show(xcb_window_t number, const QRect& place, const Backdrop::Settings& settings,
                    std::shared_ptr<const XPixmap> picture) {
     if (m_covers.empty())
-        readDesktopWindows();
+        follow(m_snapshots.current()->desktopWindows);
     auto& cover = m_covers[number];
     cover.place = place;
     cover.settings = settings;
@@ -68,43 +69,32 @@ void XCovers::remove(xcb_window_t number) {
 void XCovers::desktopChanged() {
     if (m_covers.empty())
         return;
-    const auto before = m_desktopWindows;
-    readDesktopWindows();
-    if (m_desktopWindows != before)
-        for (auto& [number, cover] : m_covers)
-            placePanes(number, cover);
+    auto now = readDesktopWindows();
+    if (now == m_desktopWindows)
+        return;
+    follow(std::move(now));
+    for (auto& [number, cover] : m_covers)
+        placePanes(number, cover);
 }
 
 // Three round trips, however many windows there are.
-void XCovers::readDesktopWindows() {
-    struct Cookies {
-        xcb_window_t window;
-        xcb_get_geometry_cookie_t geometry;
-        xcb_translate_coordinates_cookie_t corner;
-    };
+std::vector<DesktopWindow> XCovers::readDesktopWindows() const {
     auto windows = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
     std::erase_if(windows, [this](auto window) { return isOurs(window); });
     std::vector<xcb_get_property_cookie_t> types;
     for (const auto window : windows)
         types.push_back(m_x.request(window, m_x.atoms().netWmWindowType));
-    std::vector<Cookies> requests;
-    for (std::size_t i = 0; i < windows.size(); ++i) {
-        if (std::ranges::count(m_x.values(types[i]), m_x.atoms().netWmWindowTypeDesktop) == 0)
-            continue;
-        select(m_x, windows[i], XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-        requests.push_back({windows[i], xcb_get_geometry(m_x.raw(), windows[i]),
-                            xcb_translate_coordinates(m_x.raw(), windows[i], m_x.root(), 0, 0)});
-    }
-    m_desktopWindows.clear();
-    for (const auto& request : requests) {
-        const XReply<xcb_get_geometry_reply_t> size(
-            xcb_get_geometry_reply(m_x.raw(), request.geometry, nullptr));
-        const XReply<xcb_translate_coordinates_reply_t> corner(
-            xcb_translate_coordinates_reply(m_x.raw(), request.corner, nullptr));
-        if (size && corner)
-            m_desktopWindows.push_back(
-                {request.window, size->depth, {corner->dst_x, corner->dst_y, size->width, size->height}});
-    }
+    std::vector<xcb_window_t> desktopWindows;
+    for (std::size_t i = 0; i < windows.size(); ++i)
+        if (std::ranges::count(m_x.values(types[i]), m_x.atoms().netWmWindowTypeDesktop) > 0)
+            desktopWindows.push_back(windows[i]);
+    return DesktopSnapshot::placesOf(m_x, desktopWindows);
+}
+
+void XCovers::follow(std::vector<DesktopWindow> desktopWindows) {
+    m_desktopWindows = std::move(desktopWindows);
+    for (const auto& window : m_desktopWindows)
+        select(m_x, window.id, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
 }
 
 void XCovers::placePanes(xcb_window_t number, Cover& cover) {

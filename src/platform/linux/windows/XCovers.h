@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/windows/Backdrop.h"
-#include "platform/linux/windows/CoverPanes.h"
+#include "platform/linux/windows/DesktopSnapshot.h"
 #include "platform/linux/windows/XPixmap.h"
 #include "platform/linux/x11/XConnection.h"
 
@@ -26,7 +26,7 @@ public:
     /// The level of desktop icons.
     static constexpr int iconLevel = -2147483603;
 
-    XCovers(XConnection& x, Log& log);
+    XCovers(XConnection& x, DesktopSnapshots& snapshots, Log& log);
 
     /// The place is in pixels of the root window, and the picture as large. The first window that a cover is
     /// made of has the cover's number.
@@ -49,7 +49,8 @@ private:
         bool hasUsedNumber = false;
     };
 
-    void readDesktopWindows();
+    std::vector<DesktopWindow> readDesktopWindows() const;
+    void follow(std::vector<DesktopWindow> desktopWindows);
     void desktopChanged();
     void placePanes(xcb_window_t number, Cover& cover);
     std::unique_ptr<PaintedWindow> makeWindow(xcb_window_t number, const CoverPane& pane,
@@ -58,6 +59,7 @@ private:
     bool isOurs(xcb_window_t window) const;
 
     XConnection& m_x;
+    DesktopSnapshots& m_snapshots;
     Log& m_log;
     std::map<xcb_window_t, Cover> m_covers;
     std::vector<DesktopWindow> m_desktopWindows;

@@ -50,15 +50,8 @@ void XOverlayWindow::setContentView(std::shared_ptr<const View> view) {
     render();
 }
 
-// Covers come after what else is asked of the server in this turn: the other windows hide meanwhile.
 void XOverlayWindow::orderFront() {
-    if (m_stage != Stage::made)
-        return;
-    m_stage = Stage::due;
-    if (isCover())
-        QMetaObject::invokeMethod(
-            &m_turn, [this] { show(); }, Qt::QueuedConnection);
-    else
+    if (m_stage == Stage::made)
         show();
 }
 

@@ -7,7 +7,6 @@
 #include "toolkit/Views.h"
 
 #include <QImage>
-#include <QObject>
 
 #include <memory>
 #include <set>
@@ -43,7 +42,7 @@ public:
     void close() override;
 
 private:
-    enum class Stage { made, due, shown, closed };
+    enum class Stage { made, shown, closed };
 
     void show();
     void showAbove();
@@ -71,7 +70,6 @@ private:
     std::unique_ptr<PaintedWindow> m_above; // of one that is no cover
     bool m_isTranslucent = false;
     Observation m_wallpaperChanges;
-    QObject m_turn; // of what is done in the next one
 };
 
 } // namespace tavro

@@ -37,6 +37,8 @@ ClientWindow ClientWindow::from(xcb_window_t id, const ClientProperties& propert
                               contains(properties.state, atoms.netWmStateSkipTaskbar);
     window.isApplicationWindow =
         !isTransient && !isOurPopover && !isPartOfTheDesktop(properties.types, atoms);
+    window.isDesktop = contains(properties.types, atoms.netWmWindowTypeDesktop);
+    window.isPanel = contains(properties.types, atoms.netWmWindowTypeDock);
     if (properties.mark) {
         window.hiddenMark = *properties.mark & ~concealedFlag;
         window.isConcealed = (*properties.mark & concealedFlag) != 0;

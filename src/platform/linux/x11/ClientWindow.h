@@ -42,6 +42,10 @@ struct ClientWindow {
     bool isMinimised = false;
     /// An application window of its own: no desktop, panel, notification, transient or popover of ours.
     bool isApplicationWindow = false;
+    /// It holds the desktop's icons (EWMH, type DESKTOP).
+    bool isDesktop = false;
+    /// A panel (EWMH, type DOCK).
+    bool isPanel = false;
     /// Our mark on a window that we have hidden: where it stood in the stacking order.
     std::optional<std::uint32_t> hiddenMark;
     /// Hidden without being minimised, by the mark.
