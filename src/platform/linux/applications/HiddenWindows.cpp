@@ -53,9 +53,7 @@ void HiddenWindows::minimise(const ClientWindow& window, std::uint32_t moment) {
 
 // It stays where it is, on whichever workspace, and nobody moves it or takes its focus for that.
 void HiddenWindows::conceal(const ClientWindow& window, std::uint32_t moment) {
-    auto& entry = follow(window, moment, Stage::hidden);
-    entry.requests = 0;
-    entry.isConcealed = true;
+    follow(window, moment, Stage::hidden).isConcealed = true;
     send(What::mark, window.id, place(window.id) | ClientWindow::concealedFlag);
     send(What::conceal, window.id);
 }
@@ -122,12 +120,15 @@ void HiddenWindows::putInOrder(const std::multimap<std::uint32_t, const ClientWi
 }
 
 void HiddenWindows::bringBack(const ClientWindow& window, std::uint32_t moment) {
-    const auto* known = find(window.id);
-    if (known ? known->isConcealed : window.isConcealed) {
+    auto* known = find(window.id);
+    const bool isConcealed = known ? known->isConcealed : window.isConcealed;
+    if (isConcealed && !(known && known->mayObeyLate())) {
         reveal(window);
         return send(What::raise, window.id);
     }
-    if (!window.isMinimised && known && known->requests == 0)
+    if (isConcealed)
+        obeyedLate(window.id, *known);
+    else if (!window.isMinimised && known && known->requests == 0)
         return release(window.id); // the user has brought it back
     const bool mayBeMinimised = window.isMinimised || known;
     follow(window, moment, Stage::returning).requests = 1;
@@ -175,10 +176,21 @@ bool HiddenWindows::activateWhatWasNotRaised(const ClientList& list) {
     return first != order.end();
 }
 
+/// It is asked no more for what its window manager has done by now, or is about to do.
+void HiddenWindows::obeyedLate(xcb_window_t window, Entry& entry) {
+    entry.isConcealed = false;
+    entry.requests = 0;
+    send(What::mark, window, place(window));
+    send(What::reveal, window);
+}
+
 /// What it is asked for again, if at all.
 std::optional<HiddenWindows::What> HiddenWindows::lookAt(const ClientWindow& window, Entry& entry) {
     const bool isToBeHidden = entry.stage == Stage::hidden;
-    if (!window.isMinimised && !isToBeHidden)
+    if (entry.mayObeyLate()) {
+        if (window.isMinimised)
+            obeyedLate(window.id, entry);
+    } else if (!window.isMinimised && !isToBeHidden)
         release(window.id);
     else if (window.isMinimised && entry.stage != Stage::returning)
         entry.requests = 0;
@@ -288,8 +300,11 @@ void HiddenWindows::activeIs(xcb_window_t window, Time now) {
 }
 
 void HiddenWindows::stateIs(xcb_window_t window, bool isMinimised) {
-    const auto* entry = find(window);
-    if (entry && entry->stage != Stage::due && entry->requests == 0 && !entry->isConcealed && !isMinimised)
+    auto* entry = find(window);
+    if (entry && entry->mayObeyLate() && isMinimised)
+        obeyedLate(window, *entry);
+    else if (entry && entry->stage != Stage::due && entry->requests == 0 && !entry->isConcealed &&
+             !isMinimised)
         release(window); // the user has brought it back
 }
 

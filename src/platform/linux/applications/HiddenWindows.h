@@ -112,6 +112,9 @@ private:
         bool isToComeBack() const { return stage == Stage::waiting || stage == Stage::returning; }
         /// Requests to bring it back were in vain; the next one may not be.
         bool isGivenUp() const { return stage == Stage::returning && requests == 0; }
+        /// Concealed after requests that seemed to be in vain: some window managers report a state, or take
+        /// it, some time after the next request is answered.
+        bool mayObeyLate() const { return isConcealed && requests > 0; }
         bool isHidden() const { return stage == Stage::hidden || stage == Stage::waiting || isGivenUp(); }
     };
 
@@ -125,6 +128,7 @@ private:
     void minimise(const ClientWindow& window, std::uint32_t moment);
     void conceal(const ClientWindow& window, std::uint32_t moment);
     void reveal(const ClientWindow& window);
+    void obeyedLate(xcb_window_t window, Entry& entry);
     void putInOrder(const std::multimap<std::uint32_t, const ClientWindow*>& byPlace, const ClientList& list);
     void bringBack(const ClientWindow& window, std::uint32_t moment);
     void activate(xcb_window_t window);
