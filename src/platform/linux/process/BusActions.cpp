@@ -5,7 +5,10 @@
 
 #include <gio/gio.h>
 
+#include <chrono>
+#include <future>
 #include <string_view>
+#include <thread>
 
 namespace tavro {
 
@@ -27,7 +30,9 @@ struct Free {
     void operator()(GError* error) const { g_error_free(error); }
     void operator()(GDBusNodeInfo* info) const { g_dbus_node_info_unref(info); }
     void operator()(GVariant* value) const { g_variant_unref(value); }
+    void operator()(GDBusConnection* connection) const { g_object_unref(connection); }
 };
+using Connection = std::unique_ptr<GDBusConnection, Free>;
 using Error = std::unique_ptr<GError, Free>;
 
 /// A call of org.freedesktop.Application, for which the object stands that is passed along.
@@ -124,6 +129,21 @@ BusActions::~BusActions() {
     g_dbus_connection_call(m_bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                            "org.freedesktop.DBus", "ReleaseName", g_variant_new("(s)", name), nullptr,
                            G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
+}
+
+// From a thread, as GLib's own way of waiting knows no deadline.
+void BusActions::finish() {
+    constexpr std::chrono::milliseconds patience(200);
+    if (!m_bus)
+        return;
+    std::promise<void> promise;
+    const auto sent = promise.get_future();
+    std::thread([bus = Connection(G_DBUS_CONNECTION(g_object_ref(m_bus.get()))),
+                 promise = std::move(promise)]() mutable {
+        g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
+        promise.set_value();
+    }).detach();
+    sent.wait_for(patience);
 }
 
 void BusActions::offer(std::vector<Action> actions) {

@@ -33,6 +33,9 @@ public:
     ~BusActions() override;
 
     void offer(std::vector<Action> actions) override;
+    /// Sends what was answered: GLib does so from a thread of its own, which the end of the program would
+    /// overtake, and who asked for that end would see a failure. A bus that does not read is not waited for.
+    void finish();
 
 private:
     struct Offered;

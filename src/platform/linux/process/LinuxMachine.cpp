@@ -80,6 +80,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                         do
                             m_userDefaults.synchronize();
                         while (m_notificationSilencing.finish());
+                        m_actions.finish();
                     })
     , m_statusBar(*m_x, m_mainQueue, log, m_application)
     , m_controlStrip(m_statusBar.host())
