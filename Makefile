@@ -30,7 +30,7 @@ test: ## Builds and runs every test; PRESET=asan for the sanitizers.
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET)
 
-test-desktops: ## One scenario on each of nine desktops; writes the table of README.md.
+test-desktops: ## Two scenarios on each of nine desktops; writes the table of README.md.
 	@tools/install-packages run desktop test desktops
 	@cmake --preset $(PRESET) --log-level=WARNING
 	@cmake --build --preset $(PRESET)

@@ -8,6 +8,22 @@
         <translation>Präsentationsmodus</translation>
     </message>
     <message>
+        <source>Presentation mode is on</source>
+        <translation>Präsentationsmodus ist an</translation>
+    </message>
+    <message>
+        <source>Presentation mode is off</source>
+        <translation>Präsentationsmodus ist aus</translation>
+    </message>
+    <message>
+        <source>Click here and press the keys</source>
+        <translation>Hier klicken und die Tasten drücken</translation>
+    </message>
+    <message>
+        <source>Click: options; middle click: presentation mode</source>
+        <translation>Klick: Optionen; Mittelklick: Präsentationsmodus</translation>
+    </message>
+    <message>
         <source>Hide desktop icons</source>
         <translation>Schreibtischsymbole ausblenden</translation>
     </message>

@@ -13,8 +13,8 @@ public:
     virtual ~RecorderField() = default;
 
     virtual std::string text() const = 0;
-    /// The clear button is there exactly while there is a text.
-    virtual void setText(const std::string& text) = 0;
+    /// The clear button is there exactly while there is a text, which is read out by its names.
+    virtual void setText(const std::string& text, const std::string& names) = 0;
     virtual void setPlaceholder(const std::string& text) = 0;
     /// As if the clear button had been clicked; nothing where there is none.
     virtual void clickClearButton() = 0;

@@ -19,15 +19,15 @@ namespace {
 struct Modifier {
     std::uint32_t carbon;
     unsigned flag;
-    const char* symbol;
+    const char *symbol, *name;
 };
 
 /// In the order in which they are shown.
 constexpr Modifier modifierTable[] = {
-    {controlKey, EventModifierFlags::control, "⌃"},
-    {optionKey, EventModifierFlags::option, "⌥"},
-    {shiftKey, EventModifierFlags::shift, "⇧"},
-    {cmdKey, EventModifierFlags::command, "⌘"},
+    {controlKey, EventModifierFlags::control, "⌃", "Ctrl"},
+    {optionKey, EventModifierFlags::option, "⌥", "Alt"},
+    {shiftKey, EventModifierFlags::shift, "⇧", "Shift"},
+    {cmdKey, EventModifierFlags::command, "⌘", "Super"},
 };
 
 unsigned flagsOf(std::int64_t carbonModifiers) {
@@ -61,6 +61,19 @@ const char* specialText(std::int64_t keyCode) {
     };
     const auto entry = texts.find(Key{keyCode});
     return entry == texts.end() ? nullptr : entry->second;
+}
+
+// Of those that have a symbol, and no letters on it.
+const char* specialName(std::int64_t keyCode) {
+    static const std::unordered_map<Key, const char*> names{
+        {Key::return_, "Return"},   {Key::delete_, "Backspace"},  {Key::deleteForward, "Delete"},
+        {Key::end, "End"},          {Key::escape, "Escape"},      {Key::help, "Help"},
+        {Key::home, "Home"},        {Key::space, "Space"},        {Key::tab, "Tab"},
+        {Key::pageUp, "Page Up"},   {Key::pageDown, "Page Down"}, {Key::upArrow, "Up"},
+        {Key::rightArrow, "Right"}, {Key::downArrow, "Down"},     {Key::leftArrow, "Left"},
+    };
+    const auto entry = names.find(Key{keyCode});
+    return entry == names.end() ? nullptr : entry->second;
 }
 
 bool isPressedBy(const MenuItem& item, const Shortcut& shortcut) {
@@ -99,6 +112,17 @@ std::string Shortcut::description() const {
     for (const auto& modifier : modifierTable)
         if (m_carbonModifiers & modifier.carbon)
             text += modifier.symbol;
+    const auto key = keyText();
+    return text + (key ? upperCase(*key) : "\uFFFD");
+}
+
+std::string Shortcut::names() const {
+    std::string text;
+    for (const auto& modifier : modifierTable)
+        if (m_carbonModifiers & modifier.carbon)
+            text += std::string(modifier.name) + '+';
+    if (const auto* name = specialName(m_carbonKeyCode))
+        return text + name;
     const auto key = keyText();
     return text + (key ? upperCase(*key) : "\uFFFD");
 }

@@ -33,6 +33,8 @@ public:
     std::optional<std::string> keyText() const;
     /// The signs of the modifiers, then the key in upper case.
     std::string description() const;
+    /// The same as keyboards and desktops name the keys: "Ctrl+Super+P".
+    std::string names() const;
     /// The first item of the menu and its submenus, from the top, that is pressed by this combination, or
     /// null.
     const MenuItem* menuItemWithMatchingShortcut(const Menu& menu) const;

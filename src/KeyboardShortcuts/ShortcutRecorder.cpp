@@ -68,7 +68,7 @@ void ShortcutRecorder::setShortcutName(const Name& name) {
 
 void ShortcutRecorder::showStoredText() {
     const auto shortcut = getShortcut(m_shortcutName);
-    m_field.setText(shortcut ? shortcut->description() : "");
+    m_field.setText(shortcut ? shortcut->description() : "", shortcut ? shortcut->names() : "");
 }
 
 // While a combination is recorded none may act, or pressing the present one again would switch the mode.

@@ -62,7 +62,11 @@ void AppDelegate::applicationDidFinishLaunching() {
     createPopover();
     createStatusItem();
     createMenu();
-    m_observations.push_back(observeToggles([this] { changeIcon(); }));
+    m_observations.push_back(observeToggles([this] {
+        changeIcon();
+        machine().accessibility().announce(UserSettings::shared().tavroIsOn() ? "Presentation mode is on"
+                                                                              : "Presentation mode is off");
+    }));
     bindShortcuts();
     offerActions();
     if (machine().systemVersion() >= SystemVersion{11, 0})

@@ -2,6 +2,7 @@
 
 #include "audio/AlertMuteView.h"
 #include "audio/MuteMic.h"
+#include "platform/process/Accessibility.h"
 #include "platform/process/Machine.h"
 #include "platform/process/MainQueue.h"
 #include "platform/process/Process.h"
@@ -15,6 +16,7 @@ void toggleMicMute() {
         return;
     const bool mute = !MuteMic::isMuted();
     alert.alertWindow.emplace(mute);
+    machine().accessibility().announce(alert.alertWindow->body().text);
     MuteMic::setMute(mute);
     machine().mainQueue().asyncAfter(shownTime, [] { AlertMuteView::shared().closeAlert(); });
 }

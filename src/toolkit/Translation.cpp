@@ -1,5 +1,6 @@
 #include "toolkit/Translation.h"
 
+#include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -15,17 +16,23 @@ bool install(QCoreApplication& application, const QString& file, const QString& 
 
 } // namespace
 
-// The toolkit's own texts are in the same language as the product's, and never in one alone.
 void installTranslations(QCoreApplication& application) {
     for (auto language : QLocale::system().uiLanguages()) {
         language.replace('-', '_');
-        if (language.startsWith("en")) // in which the texts are written
+        // In English the texts are written.
+        if (language.startsWith("en") || installTranslation(application, language))
             return;
-        if (!install(application, "tavropro_" + language, ":/translations"))
-            continue;
-        install(application, "qtbase_" + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-        return;
     }
+}
+
+// The toolkit's own texts are in the same language as the product's, and never in one alone. Its direction
+// comes with them, but they may not be installed.
+bool installTranslation(QCoreApplication& application, const QString& language) {
+    if (!install(application, "tavropro_" + language, ":/translations"))
+        return false;
+    install(application, "qtbase_" + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    QGuiApplication::setLayoutDirection(QLocale(language).textDirection());
+    return true;
 }
 
 QString translated(const std::string& text) {

@@ -38,6 +38,7 @@ void ToogleButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(palette().color(QPalette::WindowText));
+    painter.setLayoutDirection(layoutDirection()); // which painters of images do not know
     paint(painter, QRectF(rect()).adjusted(margin, margin, -margin, -margin));
     if (!hasFocus() || !m_showsFocus)
         return;
@@ -67,6 +68,10 @@ QColor ToogleButton::focusColor() const {
 
 QSize ToogleButton::withMargin(QSizeF content) {
     return content.toSize() + QSize(2 * margin, 2 * margin);
+}
+
+QRectF ToogleButton::mirrored(const QRectF& place) const {
+    return isRightToLeft() ? place.translated(width() - place.left() - place.right(), 0) : place;
 }
 
 void ToogleButton::paintLabel(QPainter& painter, const QRectF& area) const {

@@ -29,6 +29,8 @@ protected:
     /// Paints the content into its area.
     virtual void paint(QPainter& painter, const QRectF& area) = 0;
     static QSize withMargin(QSizeF content);
+    /// A place in the button, at the other end where the language is written from right to left.
+    QRectF mirrored(const QRectF& place) const;
     /// The text, smaller where it would be too wide.
     void paintLabel(QPainter& painter, const QRectF& area) const;
     /// Of the ring that shows the keyboard's focus.

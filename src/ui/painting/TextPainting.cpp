@@ -12,7 +12,9 @@ void paintFittedText(QPainter& painter, const QRectF& area, int alignment, const
     const auto isTooLarge = [&] {
         const QFontMetricsF metrics(font, painter.device());
         const auto needed = metrics.boundingRect(area, flags, text);
-        const bool isOneLine = needed.height() < 2 * metrics.lineSpacing();
+        // Not by the font's line spacing: another font may stand in for the letters that it lacks.
+        const bool isOneLine =
+            needed.height() <= metrics.boundingRect(area, Qt::TextSingleLine, text).height();
         return needed.width() > area.width() || (!isOneLine && needed.height() > area.height());
     };
     for (int size = QFontInfo(font).pixelSize(); size > 1 && isTooLarge();)

@@ -6,6 +6,7 @@
 #include "ui/popover/InAppAlertButton.h"
 #include "ui/popover/SimpleToogleButton.h"
 
+#include <QApplication>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -87,6 +88,7 @@ void ContentWidget::refresh() {
 
 // No button has the focus before somebody moves it there.
 void ContentWidget::showEvent(QShowEvent* event) {
+    setAccessibleName(QApplication::applicationDisplayName()); // which is said when the popover opens
     setFocus();
     QWidget::showEvent(event);
 }

@@ -66,8 +66,12 @@ QSize CustomToogleButton::sizeHint() const {
 }
 
 void CustomToogleButton::paint(QPainter& painter, const QRectF& area) {
-    paintLabel(painter, {area.topLeft(), QSizeF(CustomToogleStyle::labelWidth, area.height())});
+    paintLabel(painter, mirrored({area.topLeft(), QSizeF(CustomToogleStyle::labelWidth, area.height())}));
     const auto [width, height] = m_style.track();
+    if (isRightToLeft()) {
+        painter.translate(this->width(), 0);
+        painter.scale(-1, 1);
+    }
     paintSwitch(painter, {area.right() - width, area.center().y() - height / 2, width, height});
 }
 
@@ -87,10 +91,16 @@ void CustomToogleButton::paintSwitch(QPainter& painter, const QRectF& track) con
     fillTrack(toolkitColor(CustomToogleStyle::offColor), 1 - knob);
     fillTrack(toolkitGradient(m_style.linearColors, track), knob);
     painter.setOpacity(1);
+    // Or a light gradient would not be seen on a light window, nor the knob on it.
+    constexpr double half = 0.5;
+    painter.setPen(QColor(0, 0, 0, 128));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(track.adjusted(half, half, -half, -half), radius - half, radius - half);
     painter.setBrush(Qt::white);
     const auto size = m_style.size;
-    painter.drawEllipse(
-        QRectF(track.left() + knob * (track.width() - size), track.center().y() - size / 2, size, size));
+    const QRectF place(track.left() + knob * (track.width() - size), track.center().y() - size / 2, size,
+                       size);
+    painter.drawEllipse(place.adjusted(half, half, -half, -half));
 }
 
 } // namespace tavro

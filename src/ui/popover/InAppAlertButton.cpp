@@ -21,12 +21,12 @@ QSize InAppAlertButton::sizeHint() const {
 
 void InAppAlertButton::paint(QPainter& painter, const QRectF&) {
     painter.fillRect(rect(), toolkitColor(InAppAlert::backgroundColor));
-    painter.setPen(Qt::white);
+    painter.setPen(focusColor());
     paintLabel(painter, QRectF(rect()).adjusted(aside, above, -aside, -above));
 }
 
 QColor InAppAlertButton::focusColor() const {
-    return Qt::white;
+    return legibleOn(toolkitColor(InAppAlert::backgroundColor));
 }
 
 } // namespace tavro

@@ -18,12 +18,12 @@ QSize SimpleToogleButton::sizeHint() const {
 
 void SimpleToogleButton::paint(QPainter& painter, const QRectF& area) {
     const double left = area.center().x() - SimpleToogleStyle::width / 2;
-    paintLabel(painter, {left, area.top(), SimpleToogleStyle::labelWidth, area.height()});
+    paintLabel(painter, mirrored({left, area.top(), SimpleToogleStyle::labelWidth, area.height()}));
     if (!isChecked())
         return;
     const auto [width, height] = SimpleToogleStyle::checkSize;
-    const QRectF place(left + SimpleToogleStyle::width - width, area.center().y() - height / 2, width,
-                       height);
+    const auto place =
+        mirrored({left + SimpleToogleStyle::width - width, area.center().y() - height / 2, width, height});
     painter.drawPixmap(place.toRect(), tinted(NamedImage{SimpleToogleStyle::checkName}, place.toRect().size(),
                                               palette().color(QPalette::WindowText), devicePixelRatio()));
 }

@@ -22,6 +22,7 @@ public:
 private:
     bool hitButton(const QPoint&) const override { return false; }
     void paint(QPainter&, const QRectF&) override {}
+    void nameKeys();
 
     RecorderCocoa* m_field;
 };

@@ -1,13 +1,13 @@
 #include "ui/preferences/RecorderCocoa.h"
 
 #include "toolkit/Coordinates.h"
+#include "toolkit/OutlinedStyle.h"
 #include "toolkit/Translation.h"
 
 #include <QApplication>
 #include <QFocusEvent>
 #include <QMessageBox>
 #include <QMouseEvent>
-#include <QProxyStyle>
 #include <QScreen>
 #include <QToolButton>
 #include <QWindow>
@@ -19,10 +19,10 @@ namespace tavro {
 namespace {
 
 /// The application's style without a text cursor.
-class NoCaret final : public QProxyStyle {
+class NoCaret final : public OutlinedStyle {
 public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
-        return metric == PM_TextCursorWidth ? 0 : QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_TextCursorWidth ? 0 : OutlinedStyle::pixelMetric(metric, option, widget);
     }
 };
 
@@ -92,7 +92,8 @@ void RecorderCocoa::mouseDoubleClickEvent(QMouseEvent* event) {
     event->accept();
 }
 
-void RecorderCocoa::setText(const std::string& text) {
+void RecorderCocoa::setText(const std::string& text, const std::string& names) {
+    m_names = QString::fromStdString(names);
     QLineEdit::setText(QString::fromStdString(text));
     updateGeometry();
 }

@@ -23,6 +23,8 @@ public:
                            QWidget* parent = nullptr);
 
     const KeyboardShortcuts::Name& shortcutName() const { return m_recorder.shortcutName(); }
+    /// Of the keys of the combination that is shown; empty where none is.
+    QString keyNames() const { return QLineEdit::text().isEmpty() ? QString() : m_names; }
     void setShortcutName(const KeyboardShortcuts::Name& name) { m_recorder.setShortcutName(name); }
 
     QSize sizeHint() const override;
@@ -40,7 +42,7 @@ protected:
 
 private:
     std::string text() const override { return QLineEdit::text().toStdString(); }
-    void setText(const std::string& text) override;
+    void setText(const std::string& text, const std::string& names) override;
     void setPlaceholder(const std::string& text) override;
     void clickClearButton() override;
     void focus() override;
@@ -49,6 +51,7 @@ private:
     void beep() override;
     void showWarning(const std::string& message, const std::string& information) override;
 
+    QString m_names; // before the recorder, which sets them
     KeyboardShortcuts::ShortcutRecorder m_recorder;
     std::optional<KeyboardHold> m_keyboard; // while it has the focus
 };

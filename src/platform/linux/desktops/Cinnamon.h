@@ -11,6 +11,7 @@ public:
     explicit Cinnamon(const GSettings& settings)
         : m_settings(settings) {}
     std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
+    std::vector<DesktopShortcut> shortcuts() override;
 
 private:
     const GSettings& m_settings;

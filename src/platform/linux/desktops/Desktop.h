@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/desktops/DesktopBackground.h"
+#include "platform/linux/desktops/DesktopLook.h"
 #include "platform/linux/desktops/DesktopShortcut.h"
 
 #include <optional>
@@ -19,6 +20,10 @@ public:
     }
     /// The combinations that it uses itself. Those that cannot be read are left out.
     virtual std::vector<DesktopShortcut> shortcuts() { return {}; }
+    /// Besides what it tells all programs through XSETTINGS. None where it does not answer in time.
+    virtual std::optional<DesktopLook> look() { return std::nullopt; }
+    /// The file in the user's configuration folder in which that stands; empty where there is none.
+    virtual QString fileOfLook() const { return {}; }
 };
 
 } // namespace tavro

@@ -1,51 +1,62 @@
 #include "platform/linux/desktops/DesktopAppearance.h"
 
+#include "platform/linux/desktops/SettingsText.h"
 #include "platform/linux/x11/XConnection.h"
 #include "platform/linux/x11/XSettings.h"
+#include "toolkit/OutlinedStyle.h"
 
 #include <QApplication>
-#include <QFont>
+#include <QFileInfo>
 #include <QPalette>
+#include <QStandardPaths>
+#include <QStyle>
 
+#include <chrono>
 #include <utility>
 
 namespace tavro {
 
 namespace {
 
-bool isDark(const QColor& window) {
-    constexpr int middle = 128;
-    return window.lightness() < middle;
-}
-
-QPalette darkPalette() {
-    const QColor disabled("#8c8c8c");
-    QPalette palette(QColor("#404040"), QColor("#2e2e2e"));
-    for (const auto& [role, color] : {std::pair(QPalette::Base, "#232323"),
-                                      {QPalette::AlternateBase, "#292929"},
-                                      {QPalette::Highlight, "#3584e4"},
-                                      {QPalette::Link, "#78aeed"},
-                                      {QPalette::LinkVisited, "#b9a2e8"},
-                                      {QPalette::ToolTipBase, "#1b1b1b"},
-                                      {QPalette::PlaceholderText, "#9a9a9a"},
-                                      {QPalette::WindowText, "#eeeeee"},
-                                      {QPalette::ButtonText, "#eeeeee"},
-                                      {QPalette::Text, "#eeeeee"},
-                                      {QPalette::ToolTipText, "#eeeeee"}})
-        palette.setColor(role, QColor(color));
-    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-        palette.setColor(QPalette::Disabled, role, disabled);
-    return palette;
+bool isPaletteDark() {
+    return isDarkColor(QApplication::palette().color(QPalette::Window).rgb());
 }
 
 } // namespace
 
-DesktopAppearance::DesktopAppearance(XConnection& x)
+DesktopAppearance::DesktopAppearance(XConnection& x, Question question, const QString& file)
     : m_x(x)
     , m_selection(x.atom("_XSETTINGS_S" + std::to_string(x.screenNumber())))
-    , m_property(x.atom("_XSETTINGS_SETTINGS")) {
+    , m_property(x.atom("_XSETTINGS_SETTINGS"))
+    , m_question(std::move(question))
+    , m_file(file.isEmpty()
+                 ? file
+                 : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + '/' + file)
+    , m_scheme([this] { show(); }) {
+    QApplication::setStyle(new OutlinedStyle); // the application's from here on
+    show();
     m_newSettings = m_x.onNewManager(m_selection, [this] { findSettings(); });
     findSettings();
+    if (m_file.isEmpty())
+        return;
+    constexpr std::chrono::milliseconds untilWritten{100};
+    m_soon.setSingleShot(true);
+    m_soon.setInterval(untilWritten);
+    QObject::connect(&m_soon, &QTimer::timeout, &m_soon, [this] { ask(); });
+    ask();
+}
+
+// A file that has been replaced is another one, for which a watcher that has seen the former does not look,
+// and of which it may not hear while somebody has the former open: the folder tells.
+void DesktopAppearance::ask() {
+    m_watcher.emplace();
+    for (const auto change : {&QFileSystemWatcher::fileChanged, &QFileSystemWatcher::directoryChanged})
+        QObject::connect(&*m_watcher, change, &m_soon, qOverload<>(&QTimer::start));
+    m_watcher->addPaths({m_file, QFileInfo(m_file).path()});
+    m_background.run(m_question, [this](const std::optional<DesktopLook>& look) {
+        if (look && std::exchange(m_own, *look) != *look)
+            apply();
+    });
 }
 
 void DesktopAppearance::findSettings() {
@@ -56,22 +67,31 @@ void DesktopAppearance::findSettings() {
     m_owner = reply->owner;
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_x.raw(), m_owner, XCB_CW_EVENT_MASK, &mask);
-    m_changes = m_x.onPropertyChange(m_owner, m_property, [this] { apply(); });
+    m_changes = m_x.onPropertyChange(m_owner, m_property, [this] { readSettings(); });
+    readSettings();
+}
+
+void DesktopAppearance::readSettings() {
+    m_settings = textsOfXSettings(m_x.text(m_x.request(m_owner, m_property)));
     apply();
 }
 
 void DesktopAppearance::apply() {
-    auto texts = textsOfXSettings(m_x.text(m_x.request(m_owner, m_property)));
-    if (const auto font = fontOf(texts["Gtk/FontName"]); font && *font != QApplication::font())
+    const auto font = m_own.font ? m_own.font : fontOf(m_settings["Gtk/FontName"]);
+    if (font && *font != QApplication::font())
         QApplication::setFont(*font);
-    // As the names of dark themes go: "Greybird-dark", "Adwaita-dark", "Yaru-purple-dark",
-    // "Mint-Y-Dark-Aqua".
-    const bool isThemeDark =
-        QString::fromStdString(texts["Net/ThemeName"]).contains("dark", Qt::CaseInsensitive);
-    if (isThemeDark == m_isDark || (isThemeDark && isDark(QApplication::palette().color(QPalette::Window))))
+    show();
+}
+
+void DesktopAppearance::show() {
+    const auto look = lookOf(m_settings["Net/ThemeName"], m_own.isDark || m_scheme.prefersDark());
+    if (look == m_look || (look == Look{true, false} && isPaletteDark()))
         return; // a plugin of the toolkit may have seen to it
-    m_isDark = isThemeDark;
-    QApplication::setPalette(isThemeDark ? darkPalette() : QPalette());
+    m_look = look;
+    const auto palette = paletteOf(look);
+    QApplication::setPalette(palette);
+    if (!look.isDark && isPaletteDark()) // the toolkit's own, as it was at the start
+        QApplication::setPalette(palette.resolve(QApplication::style()->standardPalette()));
 }
 
 std::optional<QFont> DesktopAppearance::fontOf(const std::string& description) {

@@ -16,8 +16,9 @@ namespace {
 std::optional<std::uint32_t> modifierNamed(const QString& name) {
     constexpr std::pair<const char*, std::uint32_t> names[] = {
         {"primary", controlKey}, {"control", controlKey}, {"ctrl", controlKey}, {"ctl", controlKey},
-        {"alt", optionKey},      {"mod1", optionKey},     {"super", cmdKey},    {"mod4", cmdKey},
-        {"shift", shiftKey},     {"shft", shiftKey},
+        {"c", controlKey},       {"alt", optionKey},      {"mod1", optionKey},  {"a", optionKey},
+        {"super", cmdKey},       {"mod4", cmdKey},        {"w", cmdKey},        {"shift", shiftKey},
+        {"shft", shiftKey},      {"s", shiftKey},
     };
     for (const auto& [known, modifier] : names)
         if (name.compare(QLatin1String(known), Qt::CaseInsensitive) == 0)
@@ -91,6 +92,19 @@ std::vector<DesktopShortcut> parseAccelerators(const std::map<QString, QVariantM
                 if (const auto shortcut = parseAccelerator(text))
                     shortcuts.push_back(*shortcut);
     return shortcuts;
+}
+
+std::optional<DesktopShortcut> parseJoinedKeys(const QString& text, QChar separator) {
+    DesktopShortcut shortcut;
+    auto names = text.split(separator);
+    shortcut.symbol = symbolNamed(names.takeLast());
+    for (const auto& name : names) {
+        const auto modifier = modifierNamed(name);
+        if (!modifier)
+            return std::nullopt;
+        shortcut.modifiers |= *modifier;
+    }
+    return shortcut.symbol == XKB_KEY_NoSymbol ? std::nullopt : std::optional(shortcut);
 }
 
 std::optional<DesktopShortcut> parseKeySequence(const QString& text) {

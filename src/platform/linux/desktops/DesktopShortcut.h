@@ -25,6 +25,9 @@ std::optional<DesktopShortcut> parseAccelerator(const QString& text);
 /// Those of every text, and every list of texts, among settings by schema and key.
 std::vector<DesktopShortcut> parseAccelerators(const std::map<QString, QVariantMap>& settings);
 
+/// In the writing of openbox, "C-A-Delete", and of LXQt and i3, "Control+Mod1+Delete".
+std::optional<DesktopShortcut> parseJoinedKeys(const QString& text, QChar separator);
+
 /// In the writing of KDE: "Ctrl+Alt+Del".
 std::optional<DesktopShortcut> parseKeySequence(const QString& text);
 

@@ -1,6 +1,7 @@
 #include "platform/linux/desktops/Gnome.h"
 
 #include "platform/linux/desktops/GnomeBackground.h"
+#include "platform/linux/desktops/GnomeBindings.h"
 
 namespace tavro {
 
@@ -27,18 +28,26 @@ std::optional<DesktopBackground> Gnome::background(const DesktopScreen& screen) 
     return background;
 }
 
+// Its themes are no longer named for that.
+std::optional<DesktopLook> Gnome::look() {
+    const auto scheme = m_settings.get(interface, "color-scheme");
+    if (!scheme)
+        return std::nullopt;
+    return DesktopLook{scheme->toString() == "prefer-dark", std::nullopt};
+}
+
 std::vector<DesktopShortcut> Gnome::shortcuts() {
     const auto deadline = m_settings.deadline();
-    auto all =
-        m_settings.list({"org.gnome.desktop.wm.keybindings", "org.gnome.shell.keybindings",
-                         "org.gnome.mutter.keybindings", "org.gnome.mutter.wayland.keybindings", mediaKeys},
-                        deadline);
+    auto all = m_settings.list({"org.gnome.desktop.wm.keybindings", "org.gnome.shell.keybindings",
+                                "org.gnome.mutter.keybindings", "org.gnome.mutter.wayland.keybindings",
+                                "org.gnome.metacity.keybindings", "org.gnome.gnome-flashback.keybindings",
+                                mediaKeys},
+                               deadline);
     // What the user has added: a list of paths, each with a binding.
     QStringList added;
     for (const auto& path : all[mediaKeys]["custom-keybindings"].toStringList())
         added += QString(customKeybinding) + ':' + path;
-    for (const auto& [schema, settings] : m_settings.list(added, deadline))
-        all[schema] = {{"binding", settings["binding"]}};
+    all.merge(bindingsAt(m_settings, added, deadline));
     return parseAccelerators(all);
 }
 

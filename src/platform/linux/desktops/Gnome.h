@@ -12,6 +12,8 @@ public:
         : m_settings(settings) {}
     std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
     std::vector<DesktopShortcut> shortcuts() override;
+    std::optional<DesktopLook> look() override;
+    QString fileOfLook() const override { return "dconf/user"; }
 
 private:
     const GSettings& m_settings;

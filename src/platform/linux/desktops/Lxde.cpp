@@ -1,5 +1,6 @@
 #include "platform/linux/desktops/Lxde.h"
 
+#include "platform/linux/desktops/Openbox.h"
 #include "platform/linux/desktops/SettingsText.h"
 
 namespace tavro {
@@ -16,6 +17,10 @@ std::optional<DesktopBackground> Lxde::background(const DesktopScreen& screen) {
             return parsePcmanfmBackground(parseSettingsText(text), screen.workspace);
     }
     return std::nullopt;
+}
+
+std::vector<DesktopShortcut> Lxde::shortcuts() {
+    return openboxShortcuts({"lxde-rc.xml", "LXDE/rc.xml", "rc.xml"});
 }
 
 DesktopBackground parsePcmanfmBackground(const SettingsText& settings, int workspace) {

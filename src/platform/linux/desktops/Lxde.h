@@ -12,6 +12,7 @@ DesktopBackground parsePcmanfmBackground(const SettingsText& settings, int works
 class Lxde final : public Desktop {
 public:
     std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
+    std::vector<DesktopShortcut> shortcuts() override;
 };
 
 } // namespace tavro

@@ -1,10 +1,12 @@
 #include "platform/linux/desktops/Lxqt.h"
 
+#include "platform/linux/desktops/Openbox.h"
 #include "platform/linux/desktops/SettingsText.h"
 
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QUrl>
 
 namespace tavro {
 
@@ -36,6 +38,29 @@ std::optional<DesktopBackground> Lxqt::background(const DesktopScreen&) {
         background.style.scaler = BackgroundStyle::Scaler::toolkitRoundingUp;
     background.style.colors[0] = parseColor(settings.value("BgColor").toString());
     return background;
+}
+
+std::optional<DesktopLook> Lxqt::look() {
+    const auto settings = parseSettingsText(textOfConfiguration("lxqt/lxqt.conf"));
+    const auto window = valueOf(settings, "[Palette]", "window_color");
+    return DesktopLook{!window.isEmpty() && isDarkColor(parseColor(window)),
+                       parseFont(valueOf(settings, "[Qt]", "font").remove('"'))};
+}
+
+// Its own stand in headers: "[Control%2BAlt%2BT.1]". The window manager's come on top.
+std::vector<DesktopShortcut> Lxqt::shortcuts() {
+    const auto manager =
+        valueOf(parseSettingsText(textOfConfiguration("lxqt/session.conf")), "[General]", "window_manager");
+    auto shortcuts = manager.isEmpty() || manager.contains("openbox") ? openboxShortcuts({"rc.xml"})
+                                                                      : std::vector<DesktopShortcut>();
+    const auto own = parseSettingsText(textOfConfiguration("lxqt/globalkeyshortcuts.conf"));
+    for (const auto& [header, values] : own) {
+        const auto keys = QUrl::fromPercentEncoding(header.mid(1).section('.', 0, -2).toUtf8());
+        const bool isOn = valueOf(own, header, "Enabled") != "false";
+        if (const auto shortcut = isOn ? parseJoinedKeys(keys, '+') : std::nullopt)
+            shortcuts.push_back(*shortcut);
+    }
+    return shortcuts;
 }
 
 } // namespace tavro

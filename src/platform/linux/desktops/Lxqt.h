@@ -8,6 +8,9 @@ namespace tavro {
 class Lxqt final : public Desktop {
 public:
     std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
+    std::vector<DesktopShortcut> shortcuts() override;
+    std::optional<DesktopLook> look() override;
+    QString fileOfLook() const override { return "lxqt/lxqt.conf"; }
 };
 
 } // namespace tavro

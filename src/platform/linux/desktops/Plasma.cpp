@@ -138,6 +138,19 @@ QString preferredPicture(const QStringList& names, QSize size) {
     return best;
 }
 
+// What no one has chosen is the look's.
+std::optional<DesktopLook> Plasma::look() {
+    DesktopLook look;
+    for (const auto* file : {"kdedefaults/kdeglobals", "kdeglobals"}) {
+        const auto globals = parseSettingsText(textOfConfiguration(file));
+        if (const auto window = valueOf(globals, "[Colors:Window]", "BackgroundNormal"); !window.isEmpty())
+            look.isDark = isDarkColor(parseColor(window));
+        if (const auto font = parseFont(valueOf(globals, "[General]", "font")))
+            look.font = font;
+    }
+    return look;
+}
+
 std::vector<DesktopShortcut> Plasma::shortcuts() {
     return parsePlasmaShortcuts(textOfConfiguration("kglobalshortcutsrc"));
 }

@@ -26,6 +26,8 @@ class Plasma final : public Desktop {
 public:
     std::optional<DesktopBackground> background(const DesktopScreen& screen) override;
     std::vector<DesktopShortcut> shortcuts() override;
+    std::optional<DesktopLook> look() override;
+    QString fileOfLook() const override { return "kdeglobals"; }
 };
 
 } // namespace tavro

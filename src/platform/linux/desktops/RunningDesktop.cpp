@@ -2,6 +2,7 @@
 
 #include "platform/linux/desktops/Cinnamon.h"
 #include "platform/linux/desktops/Gnome.h"
+#include "platform/linux/desktops/I3.h"
 #include "platform/linux/desktops/Lxde.h"
 #include "platform/linux/desktops/Lxqt.h"
 #include "platform/linux/desktops/Mate.h"
@@ -32,8 +33,9 @@ constexpr struct {
     const char* name;
     std::unique_ptr<Desktop> (*make)(BoundedBus&, const GSettings&);
 } desktops[] = {
-    {"XFCE", &make<Xfce>},           {"GNOME", &make<Gnome>}, {"Budgie", &make<Gnome>}, {"MATE", &make<Mate>},
-    {"X-Cinnamon", &make<Cinnamon>}, {"KDE", &make<Plasma>},  {"LXDE", &make<Lxde>},    {"LXQt", &make<Lxqt>},
+    {"XFCE", &make<Xfce>}, {"GNOME", &make<Gnome>},         {"Budgie", &make<Gnome>},
+    {"MATE", &make<Mate>}, {"X-Cinnamon", &make<Cinnamon>}, {"KDE", &make<Plasma>},
+    {"LXDE", &make<Lxde>}, {"LXQt", &make<Lxqt>},           {"i3", &make<I3>},
 };
 
 } // namespace

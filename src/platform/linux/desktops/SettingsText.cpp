@@ -58,4 +58,17 @@ std::uint32_t parseColor(const QString& text) {
     return color.isValid() ? color.rgb() & withoutAlpha : 0;
 }
 
+bool isDarkColor(std::uint32_t color) {
+    constexpr int middle = 128;
+    return qGray(color) < middle;
+}
+
+std::optional<QFont> parseFont(const QString& text) {
+    QFont font;
+    constexpr double greatest = 100;
+    const bool isFont = text.contains(',') && font.fromString(text);
+    return isFont && font.pointSizeF() > 0 && font.pointSizeF() <= greatest ? std::optional(font)
+                                                                            : std::nullopt;
+}
+
 } // namespace tavro

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFont>
 #include <QString>
 
 #include <cstdint>
@@ -28,6 +29,12 @@ std::optional<std::filesystem::path> localFile(const QString& location);
 
 /// 0xRRGGBB, of "#rrggbb", "#rrrrggggbbbb", "rgb(1,2,3)", "1,2,3" or a name; black for what is none.
 std::uint32_t parseColor(const QString& text);
+
+/// Whether one writes in white on it.
+bool isDarkColor(std::uint32_t color);
+
+/// Of the toolkit's own writing: "Sans,11,-1,5,50,0,0,0,0,0". None for what is not.
+std::optional<QFont> parseFont(const QString& text);
 
 /// What stands at the place in the second list that the word has in the first.
 template <class Value>

@@ -7,7 +7,7 @@ namespace tavro {
 EmbeddedTrayIcon::EmbeddedTrayIcon(const Identity& identity, std::function<void(Click)> clicked)
     : m_clicked(std::move(clicked))
     , m_icon(std::make_unique<QSystemTrayIcon>()) {
-    m_icon->setToolTip(identity.title);
+    m_icon->setToolTip(identity.hint.isEmpty() ? identity.title : identity.title + '\n' + identity.hint);
     QObject::connect(m_icon.get(), &QSystemTrayIcon::activated, m_icon.get(),
                      [this](auto reason) { activated(reason); });
 }

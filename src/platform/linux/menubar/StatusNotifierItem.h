@@ -70,9 +70,11 @@ public:
     QString title() const { return m_identity.title; }
     QString status() const { return "Active"; }
     int windowId() const { return 0; }
+    /// None: of a symbolic icon's name, Xfce's panel keeps the colour that it had when the theme changed,
+    /// MATE, KDE and LXQt draw it dark on dark panels, and Cinnamon draws nothing.
     QString iconName() const { return {}; }
     TrayPixmaps iconPixmap() const { return m_pixmaps; }
-    TrayToolTip toolTip() const { return {{}, {}, m_identity.title, {}}; }
+    TrayToolTip toolTip() const { return {{}, {}, m_identity.title, m_identity.hint}; }
     /// Or panels would open the menu on a left click, in place of `Activate`.
     bool itemIsMenu() const { return false; }
     QDBusObjectPath menu() const;

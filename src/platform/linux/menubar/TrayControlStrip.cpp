@@ -17,16 +17,21 @@ namespace {
 
 constexpr Color systemBezelColor{0.39, 0.39, 0.39, 1};
 
+QColor bezel(const TouchBarButton& button) {
+    return toolkitColor(button.bezelColor.value_or(systemBezelColor));
+}
+
 void paintLabel(const TouchBarButton& button, QPainter& painter, const QRect& area) {
+    const auto color = legibleOn(bezel(button));
     if (button.image) {
-        toolkitIcon(*button.image).paint(&painter, area);
+        painter.drawPixmap(area, tinted(*button.image, area.size(), color, 1));
         return;
     }
     auto font = painter.font();
     font.setPixelSize(area.height() / 2);
     font.setBold(true);
     painter.setFont(font);
-    painter.setPen(Qt::white);
+    painter.setPen(color);
     painter.drawText(area, Qt::AlignCenter, QString::fromStdString(button.title));
 }
 
@@ -36,7 +41,7 @@ QPixmap picture(const TouchBarButton& button, int size) {
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(toolkitColor(button.bezelColor.value_or(systemBezelColor)));
+    painter.setBrush(bezel(button));
     const double radius = size * 0.22;
     painter.drawRoundedRect(QRectF(pixmap.rect()), radius, radius);
     const int margin = size / 8;
@@ -106,7 +111,7 @@ void TrayControlStrip::update(Entry& entry) {
 void TrayControlStrip::show(Entry& entry, const TouchBarButton& button) {
     const auto label = entry.item->customizationLabel();
     const auto id = QCoreApplication::applicationName() + '-' + QString::fromStdString(label).toLower();
-    entry.icon = m_host.makeIcon({id, translated(label)}, [item = entry.item](auto) { touch(*item); });
+    entry.icon = m_host.makeIcon({id, translated(label), {}}, [item = entry.item](auto) { touch(*item); });
     entry.icon->setIcon(iconOf(button));
     entry.icon->show();
 }

@@ -19,9 +19,10 @@ public:
     /// That panels ask for, in pixels; others are scaled from the next one.
     static constexpr int sizes[] = {16, 22, 24, 32, 48, 64};
 
-    /// What panels know an item by, and keep the user's choices under, and its name for people.
+    /// What panels know an item by, and keep the user's choices under, and its name for people, and what it
+    /// is good for.
     struct Identity {
-        QString id, title;
+        QString id, title, hint;
     };
 
     virtual ~TrayIcon() = default;

@@ -6,6 +6,7 @@
 #include "platform/linux/windows/Panels.h"
 #include "platform/linux/windows/QtScreens.h"
 #include "toolkit/Icons.h"
+#include "toolkit/Translation.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -39,7 +40,8 @@ TrayStatusItem::TrayStatusItem(XConnection& x, EventSource& events)
 TrayStatusItem::~TrayStatusItem() = default;
 
 void TrayStatusItem::show(TrayHost& host) {
-    m_icon = host.makeIcon({QCoreApplication::applicationName(), QGuiApplication::applicationDisplayName()},
+    m_icon = host.makeIcon({QCoreApplication::applicationName(), QGuiApplication::applicationDisplayName(),
+                            translated("Click: options; middle click: presentation mode")},
                            [this](auto click) { pressed(click); });
     m_icon->setIcon(icon());
     if (m_hostMenu)

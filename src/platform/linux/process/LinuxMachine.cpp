@@ -31,6 +31,14 @@ std::vector<DesktopShortcut> shortcutsOfDesktop() {
     return runningDesktop(bus, settings)->shortcuts();
 }
 
+/// Nothing waits for it, and nobody asks again.
+std::optional<DesktopLook> lookOfDesktop() {
+    constexpr std::chrono::seconds longest{3};
+    BoundedBus bus;
+    const GSettings settings(longest);
+    return runningDesktop(bus, settings)->look();
+}
+
 DesktopWallpaper::Backgrounds backgroundsOfDesktop(const std::vector<DesktopScreen>& screens) {
     BoundedBus bus;
     const GSettings settings;
@@ -50,7 +58,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_bundle{"com.vantrelo.TavroPRO", {{"CFBundleShortVersionString", TAVRO_VERSION}}}
     , m_audioHardware(m_mainQueue, log)
     , m_desktop(runningDesktop(m_bus, m_settings))
-    , m_appearance(*m_x)
+    , m_appearance(*m_x, &lookOfDesktop, m_desktop->fileOfLook())
     , m_keyboard(*m_x, m_mainQueue)
     , m_eventMonitors(m_keyboard)
     , m_hotKeyCenter(*m_x, m_keyboard, &shortcutsOfDesktop, m_mainQueue, log)

@@ -3,9 +3,12 @@
 #include "platform/process/Accessibility.h"
 #include "platform/simulated/process/Journal.h"
 
+#include <string>
+#include <vector>
+
 namespace tavro {
 
-/// The user's permission, which a test gives and takes.
+/// The user's permission, which a test gives and takes, and what was said.
 class SimulatedAccessibility final : public Accessibility {
 public:
     explicit SimulatedAccessibility(Journal& journal)
@@ -16,7 +19,10 @@ public:
         return isTrusted;
     }
 
+    void announce(const std::string& text) override { announced.push_back(text); }
+
     bool isTrusted = true;
+    std::vector<std::string> announced;
 
 private:
     Journal& m_journal;
