@@ -77,13 +77,7 @@ TEST_F(AudioHardwareContract, UnknownObjectsAndPropertiesHaveTheirOwnErrors) {
     const auto microphone = addInput().id, speaker = addOutput().id;
     constexpr auto noObject = kAudioHardwareBadObjectError, noProperty = kAudioHardwareUnknownPropertyError,
                    badSize = kAudioHardwareBadPropertySizeError;
-    const struct {
-        const char* what;
-        AudioObjectID object;
-        Address address;
-        std::uint32_t size;
-        OSStatus expected;
-    } cases[] = {
+    const std::tuple<const char*, AudioObjectID, Address, std::uint32_t, OSStatus> cases[] = {
         {"no object", 0, name, 8, noObject},
         {"a device that never was", 0xfffffff0, name, 8, noObject},
         {"a device's property of the system", kAudioObjectSystemObject, name, 8, noProperty},

@@ -79,7 +79,7 @@ TEST_F(Announcements, StatesOfThePreferences) {
     auto& recorder = find<Recorder>(window);
     expect({QAccessible::Focus, "Toggle TavroPRO"}, [&] { recorder.setFocus(Qt::TabFocusReason); });
     expect({QAccessible::DescriptionChanged, "Toggle TavroPRO"}, [&] { recorder.click(); });
-    expect({QAccessible::TextInserted, "Toggle TavroPRO"}, [&] {
+    expect({QAccessible::TextInserted, "Toggle TavroPRO F5"}, [&] {
         mac.eventMonitors().send(Event{EventType::keyDown, 0, std::uint16_t{96}, SpecialKey(0xF708)});
     });
 }

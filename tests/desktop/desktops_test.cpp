@@ -1,9 +1,10 @@
 #include "support/desktop/DesktopTest.h"
+#include "support/desktop/Matrix.h"
+#include "support/desktop/Pictures.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 #include <unistd.h>
 
 // One scenario for every desktop of tools/desktop-session, of which each check is a cell of the table in
@@ -29,39 +30,13 @@ const Desktop& desktop() {
         {"flashback", "metacity"}, {"cinnamon", nullptr}, {"kde", "kwin"},
         {"lxde", "openbox"},       {"lxqt", "openbox"},   {"i3", "i3", false},
     };
-    static const auto& found =
-        *std::ranges::find(all, std::string(std::getenv("TAVRO_DESKTOP")), &Desktop::name);
+    static const auto& found = *std::ranges::find(all, Matrix::desktop(), &Desktop::name);
     return found;
-}
-
-std::string resultFile(const std::string& ending) {
-    return std::string(std::getenv("TAVRO_RESULTS")) + "/" + desktop().name + ending;
-}
-
-void note(const std::string& check, const std::string& outcome) {
-    std::ofstream(resultFile(".result"), std::ios::app) << check << '\t' << outcome << '\n';
-}
-
-void check(const std::string& name, const testing::AssertionResult& result, const std::string& yes = "yes") {
-    note(name, result ? yes : "no");
-    EXPECT_TRUE(result) << name;
-}
-
-/// Whether they are further apart than that, in one of their colours.
-bool differ(std::uint32_t one, std::uint32_t other, int most) {
-    for (const int shift : {0, 8, 16})
-        if (std::abs(static_cast<int>(one >> shift & 255) - static_cast<int>(other >> shift & 255)) > most)
-            return true;
-    return false;
-}
-
-void picture(const std::string& name) {
-    EXPECT_TRUE(
-        Session::run("import -window root -depth 8 -quality 10 '" + resultFile("-" + name + ".png") + "'"));
 }
 
 /// What is the same for all tests: how the desktop looks by itself, and the applications on it.
 struct Scene {
+    Matrix matrix{""};
     Pixels wallpapers, files;
     /// The pixels of files.
     std::vector<std::size_t> drawn;
@@ -99,11 +74,9 @@ protected:
     // --- The scene ---------------------------------------------------------------------------------
 
     void arrange() {
-        std::filesystem::create_directories(std::getenv("TAVRO_RESULTS"));
-        std::filesystem::remove(resultFile(".result"));
         scene = std::make_unique<Scene>();
-        scene->wallpapers = stillPicture();
-        picture("wallpapers");
+        scene->wallpapers = stillPicture(server);
+        scene->matrix.picture("wallpapers");
         if (desktop().hasFiles)
             putFiles();
         scene->slides = open("Slides", "slides", "1040x680+560+150");
@@ -124,7 +97,7 @@ protected:
              {"Budget.ods", "Ideas.txt", "Invoice.pdf", "Quarterly report.odt", "Talk.odp"})
             write(folder + name, name);
         ASSERT_TRUE(server.eventually("files on the desktop", [&] {
-            scene->files = stillPicture();
+            scene->files = stillPicture(server);
             scene->drawn = differences(scene->files, scene->wallpapers);
             return scene->drawn.size() > 5000;
         }));
@@ -155,7 +128,7 @@ protected:
             EXPECT_TRUE(comesToTheFront(window)) << server.text(window, "WM_CLASS");
         stacking = visibleWindows();
         places = placesOf(stacking);
-        looks = stillPicture();
+        looks = stillPicture(server);
     }
 
     /// Asks again now and then: window managers lose a request while they are at the one before.
@@ -172,29 +145,10 @@ protected:
 
     // --- What the server knows ---------------------------------------------------------------------
 
-    Rect wholeArea() const {
-        Rect area;
-        for (const auto& screen : server.screens())
-            area = {0, 0, std::max(area.width, screen.x + screen.width),
-                    std::max(area.height, screen.y + screen.height)};
-        return area;
-    }
-    /// When three in a row are the same.
-    Pixels stillPicture() {
-        Pixels shown;
-        int same = 0;
-        EXPECT_TRUE(server.eventually("a moment without any drawing", [&] {
-            auto next = server.screenshot(wholeArea());
-            same = next == shown ? same + 1 : 0;
-            shown = std::move(next);
-            return same == 3;
-        }));
-        return shown;
-    }
     /// Where the pixels differ, on the screens but not on panels and windows, nor in their shadows.
     std::vector<std::size_t> differences(const Pixels& one, const Pixels& other) const {
         constexpr int shadow = 64;
-        const auto area = wholeArea();
+        const auto area = wholeArea(server);
         const auto screens = server.screens();
         std::vector<Rect> covered{panel()};
         for (const auto window : server.applicationWindows())
@@ -231,7 +185,7 @@ protected:
     }
     /// Most of it looks as it did before: it may also be made invisible in its place.
     bool isInSight(xcb_window_t window) const {
-        const auto whole = wholeArea();
+        const auto whole = wholeArea(server);
         const auto now = server.screenshot(whole);
         const auto place = server.place(window);
         int same = 0;
@@ -279,7 +233,7 @@ protected:
         });
     }
     std::size_t fileOfPixelsShown() const {
-        const auto shown = server.screenshot(wholeArea());
+        const auto shown = server.screenshot(wholeArea(server));
         return static_cast<std::size_t>(
             std::ranges::count_if(scene->drawn, [&](auto i) { return shown[i] == scene->files[i]; }));
     }
@@ -303,7 +257,7 @@ protected:
     testing::AssertionResult showsWallpapersAlone() {
         std::size_t different = 0;
         auto result = server.eventually("the bare wallpapers", [&] {
-            different = differences(server.screenshot(wholeArea()), scene->wallpapers).size();
+            different = differences(server.screenshot(wholeArea(server)), scene->wallpapers).size();
             return different == 0;
         });
         return result << "; pixels that differ: " << different;
@@ -369,25 +323,12 @@ protected:
         return Session::run("notify-send --expire-time=60000 'Anna - Chat' 'Message " +
                             std::to_string(++count) + "'");
     }
-    /// Where the screens no longer are as in the picture: in that area, or outside of it.
-    Rect changed(const Pixels& before, const Rect& area, bool inside) const {
-        const auto whole = wholeArea();
-        const auto now = server.screenshot(whole);
-        int left = whole.width, top = whole.height, right = -1, bottom = -1;
-        for (std::size_t i = 0; i < now.size(); ++i)
-            if (const Point point{static_cast<int>(i) % whole.width, static_cast<int>(i) / whole.width};
-                now[i] != before[i] && area.contains(point) == inside) {
-                left = std::min(left, point.x), right = std::max(right, point.x);
-                top = std::min(top, point.y), bottom = std::max(bottom, point.y);
-            }
-        return {left, top, std::max(0, right + 1 - left), std::max(0, bottom + 1 - top)};
-    }
     /// Panels may count what they were sent.
-    Rect bubbleSince(const Pixels& before) const { return changed(before, panel(), false); }
+    Rect bubbleSince(const Pixels& before) const { return changed(server, before, panel(), false); }
     /// After how many answers of the server a bubble is there. It is gone afterwards.
     testing::AssertionResult showsNotification(int& questions) {
         constexpr int smallest = 100;
-        const auto before = stillPicture();
+        const auto before = stillPicture(server);
         EXPECT_TRUE(notify());
         const auto shows = server.eventually("a bubble", [&] {
             ++questions;
@@ -399,7 +340,7 @@ protected:
     }
     /// Looks for three times as long as one took to show: at the pixels, which are what an audience sees.
     testing::AssertionResult showsNoNotification(int questions) {
-        const auto before = stillPicture();
+        const auto before = stillPicture(server);
         EXPECT_TRUE(notify());
         for (int look = 0; look < 3 * questions + 30; ++look) {
             EXPECT_TRUE(answersNotifications());
@@ -451,23 +392,24 @@ TEST_F(Desktops, Tray) {
         return result << ", panel " << testing::PrintToString(strip) << ", popover "
                       << testing::PrintToString(place);
     };
-    const auto bare = stillPicture();
+    const auto bare = stillPicture(server);
     tavro = std::make_unique<TavroProcess>(TavroProcess::Launch{home, {}, {}});
-    check("popover beside the panel at launch", isBeside("at launch"));
-    check("popover has the keyboard at launch", server.eventually("the keyboard", [this] {
+    scene->matrix.check("popover beside the panel at launch", isBeside("at launch"));
+    scene->matrix.check("popover has the keyboard at launch", server.eventually("the keyboard", [this] {
         return popover(*tavro) != XCB_NONE && isActive(popover(*tavro));
     }));
     ASSERT_TRUE(closes());
     // Away from taskbars and the clock.
     const Rect end{strip.x + strip.width / 4 * 3, strip.y, strip.width / 4, strip.height};
     Rect item;
-    check("item in the tray", server.eventually("something new in the panel's right end",
-                                                [&] {
-                                                    constexpr int smallest = 10;
-                                                    item = changed(bare, end, true);
-                                                    return item.width >= smallest && item.height >= smallest;
-                                                })
-                                  << ": " << testing::PrintToString(item));
+    scene->matrix.check("item in the tray", server.eventually("something new in the panel's right end",
+                                                              [&] {
+                                                                  constexpr int smallest = 10;
+                                                                  item = changed(server, bare, end, true);
+                                                                  return item.width >= smallest &&
+                                                                         item.height >= smallest;
+                                                              })
+                                                << ": " << testing::PrintToString(item));
     // Panels lose clicks until they have asked an item for its menu.
     int looks = 0;
     EXPECT_TRUE(server.eventually("the popover", [&] {
@@ -479,7 +421,7 @@ TEST_F(Desktops, Tray) {
         }
         return popover(*tavro) != XCB_NONE;
     })) << testing::PrintToString(item);
-    check("popover beside the panel after a click", isBeside("after a click"));
+    scene->matrix.check("popover beside the panel after a click", isBeside("after a click"));
     EXPECT_TRUE(closes());
 }
 
@@ -490,70 +432,73 @@ TEST_F(Desktops, Covers) {
                       shown = "files covered after \"show desktop\"",
                       workspace = "files covered after another workspace";
     const Point bareSpot{400, 700};
-    picture("before");
+    scene->matrix.picture("before");
     start();
-    check("the shortcut", press(turnedOn));
-    check("wallpapers alone", showsWallpapersAlone(),
-          desktop().rounding ? "yes, to " + std::to_string(desktop().rounding) + " of 255" : "yes");
-    picture("presenting");
+    scene->matrix.check("the shortcut", press(turnedOn));
+    scene->matrix.check("wallpapers alone", showsWallpapersAlone(),
+                        desktop().rounding ? "yes, to " + std::to_string(desktop().rounding) + " of 255"
+                                           : "yes");
+    scene->matrix.picture("presenting");
     if (!desktop().hasFiles) {
         for (const std::string& each :
              {std::string("files covered"), click, menu, shown, workspace, std::string("files back"), order})
-            note(each, "no files");
+            scene->matrix.note(each, "no files");
         return;
     }
-    check("files covered", filesAreCovered());
+    scene->matrix.check("files covered", filesAreCovered());
     input.click(bareSpot, Input::Button::left);
-    check(click, filesAreCovered());
-    picture("click");
+    scene->matrix.check(click, filesAreCovered());
+    scene->matrix.picture("click");
     input.click(bareSpot, Input::Button::right);
     EXPECT_TRUE(server.eventually("a menu", [this] { return !server.menus().empty(); }));
     EXPECT_TRUE(closeMenu());
-    check(menu, filesAreCovered());
-    check(shown, filesAreCoveredAfter({[this] { showDesktop(true); }, [this] { showDesktop(false); }}));
+    scene->matrix.check(menu, filesAreCovered());
+    scene->matrix.check(
+        shown, filesAreCoveredAfter({[this] { showDesktop(true); }, [this] { showDesktop(false); }}));
     if (server.values(server.root(), "_NET_NUMBER_OF_DESKTOPS") == std::vector{1u})
-        note(workspace, "one workspace");
+        scene->matrix.note(workspace, "one workspace");
     else
-        check(workspace, filesAreCoveredAfter({[this] { goTo(1); }, [this] { goTo(0); }}));
+        scene->matrix.check(workspace, filesAreCoveredAfter({[this] { goTo(1); }, [this] { goTo(0); }}));
     EXPECT_TRUE(press(turnedOff));
-    check("files back", filesShow());
-    check(order, server.eventually("the order", [this] { return visibleWindows() == stacking; })
-                     << ": " << describe(server.applicationWindows()) << tavro->errors());
-    stillPicture();
-    picture("after");
+    scene->matrix.check("files back", filesShow());
+    scene->matrix.check(order, server.eventually("the order", [this] { return visibleWindows() == stacking; })
+                                   << ": " << describe(server.applicationWindows()) << tavro->errors());
+    stillPicture(server);
+    scene->matrix.picture("after");
 }
 
 TEST_F(Desktops, Windows) {
     const std::string minimised = "a window that the user had minimised stays so",
                       palette = "a palette is hidden and comes back";
     present();
-    check("others hidden", othersAreHidden());
-    check("front window stays", steadily("the front window", [this] {
-              return isActive(scene->chat) &&
-                     (!hidesOthersByMinimising() || server.place(scene->chat) == places.back());
-          }));
+    scene->matrix.check("others hidden", othersAreHidden());
+    scene->matrix.check("front window stays", steadily("the front window", [this] {
+                            return isActive(scene->chat) &&
+                                   (!hidesOthersByMinimising() || server.place(scene->chat) == places.back());
+                        }));
     const auto wasHidden =
         server.eventually("the palette out of sight", [this] { return !isInSight(scene->palette); });
     EXPECT_TRUE(press(turnedOff));
-    check("all back in their order, with the focus", everythingIsBack());
-    check(palette, wasHidden ? server.eventually("the palette", [this] { return isInSight(scene->palette); })
-                             : wasHidden);
+    scene->matrix.check("all back in their order, with the focus", everythingIsBack());
+    scene->matrix.check(
+        palette, wasHidden ? server.eventually("the palette", [this] { return isInSight(scene->palette); })
+                           : wasHidden);
     if (hidesOthersByMinimising())
-        check(minimised, steadily("the mail hidden", [this] { return isHidden(scene->mail); }));
+        scene->matrix.check(minimised, steadily("the mail hidden", [this] { return isHidden(scene->mail); }));
     else
-        note(minimised, "no minimising");
+        scene->matrix.note(minimised, "no minimising");
 }
 
 TEST_F(Desktops, Notifications) {
     int questions = 0;
-    check("a notification shows before", showsNotification(questions));
+    scene->matrix.check("a notification shows before", showsNotification(questions));
     present();
     EXPECT_TRUE(othersAreHidden());
     EXPECT_TRUE(showsWallpapersAlone()); // which may come some time after the covers
-    check("no notification while presenting", showsNoNotification(questions));
+    scene->matrix.check("no notification while presenting", showsNoNotification(questions));
     EXPECT_TRUE(press(turnedOff));
     closeNotifications();
-    check("a notification shows again afterwards", showsNotification(questions));
+    scene->matrix.check("a notification shows again afterwards", showsNotification(questions));
 }
 
 TEST_F(Desktops, Killed) {
@@ -562,14 +507,14 @@ TEST_F(Desktops, Killed) {
     tavro->signal(SIGKILL);
     EXPECT_EQ(tavro->end(), "killed by signal 9");
     start();
-    check("windows back after a crash", everythingIsBack());
+    scene->matrix.check("windows back after a crash", everythingIsBack());
     if (desktop().hasFiles)
-        check("files back after a crash", filesShow());
+        scene->matrix.check("files back after a crash", filesShow());
     else
-        note("files back after a crash", "no files");
+        scene->matrix.note("files back after a crash", "no files");
     int questions = 0;
     closeNotifications();
-    check("notifications back after a crash", showsNotification(questions));
+    scene->matrix.check("notifications back after a crash", showsNotification(questions));
 }
 
 // The last one: files may find another place after it.
@@ -578,8 +523,8 @@ TEST_F(Desktops, WindowManagerRestarts) {
                       others = "others hidden after the window manager's restart";
     const auto* manager = desktop().windowManager;
     if (!manager) {
-        note(files, "one with the shell");
-        note(others, "one with the shell");
+        scene->matrix.note(files, "one with the shell");
+        scene->matrix.note(others, "one with the shell");
         return;
     }
     present();
@@ -594,8 +539,8 @@ TEST_F(Desktops, WindowManagerRestarts) {
                std::ranges::count(server.clients(), scene->chat) == 1;
     }));
     if (desktop().hasFiles)
-        check(files, showsWallpapersAlone());
+        scene->matrix.check(files, showsWallpapersAlone());
     else
-        note(files, "no files");
-    check(others, othersAreHidden());
+        scene->matrix.note(files, "no files");
+    scene->matrix.check(others, othersAreHidden());
 }

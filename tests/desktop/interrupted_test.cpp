@@ -194,11 +194,7 @@ INSTANTIATE_TEST_SUITE_P(Interrupted, Interrupted,
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST_P(Interrupted, TheNextSwitchOrLaunchRestoresEverything) {
-    const struct {
-        const char* what;
-        bool turnsOn;
-        std::function<bool()> isReached;
-    } steps[] = {
+    const std::tuple<const char*, bool, std::function<bool()>> steps[] = {
         {"on begins", true, [&] { return hasLine(turnedOn); }},
         {"silence is asked for", true, [&] { return hasLine("ENABLE"); }},
         {"a window is hidden", true, [&] { return server.isMinimised(others.front()); }},

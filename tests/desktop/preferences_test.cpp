@@ -1,4 +1,4 @@
-#include "support/desktop/DesktopTest.h"
+#include "support/desktop/PreferencesTest.h"
 
 #include <algorithm>
 #include <csignal>
@@ -6,10 +6,8 @@
 namespace fs = std::filesystem;
 
 /// The preferences window: its recorders, and the file chooser of its button "Select...".
-class Preferences : public DesktopTest {
+class Preferences : public PreferencesTest {
 protected:
-    using Key = Input::Key;
-
     void SetUp() override {
         DesktopTest::SetUp();
         ASSERT_TRUE(Session::run("convert -size 300x200 xc:#20A040 '" + picture.string() + "'"));
@@ -29,18 +27,6 @@ protected:
         return tavro;
     }
 
-    /// The window besides, a file chooser or an alert.
-    xcb_window_t chooser(const TavroProcess& tavro) const {
-        auto others = windows(tavro);
-        std::erase(others, preferences);
-        return others.size() == 1 ? others.front() : xcb_window_t{XCB_NONE};
-    }
-
-    void clickInPreferences(Point point) {
-        const auto corner = server.place(preferences);
-        input.click({corner.x + point.x, corner.y + point.y}, Input::Button::left);
-    }
-
     /// By a click in the field; returns when the program has dealt with that.
     void startRecording(Point place = recorder) {
         const auto corner = server.place(preferences);
@@ -52,15 +38,6 @@ protected:
             server.eventually("the field recording", [&] { return server.screenshot(field) != before; }));
         waitForTray(false);
         EXPECT_FALSE(server.grabKeyboard()) << "which it has for itself";
-    }
-
-    testing::AssertionResult keyboardBecomesFree() {
-        return server.eventually("the keyboard free", [this] {
-            const bool isFree = server.grabKeyboard();
-            if (isFree)
-                server.ungrabKeyboard();
-            return isFree;
-        });
     }
 
     testing::AssertionResult stores(const std::string& record) {
@@ -105,11 +82,9 @@ protected:
 
     const fs::path picture = config.path() / "mine.png", text = config.path() / "text.png",
                    photograph = config.path() / "large.jpg";
-    xcb_window_t preferences = XCB_NONE;
     static constexpr std::uint32_t green = 0x20A040;
     // In the window, without the preview and with it.
-    static constexpr Point recorder{215, 157}, clearButton{283, 157};
-    static constexpr Point selectButton{207, 251}, removeButton{258, 339}, inPreview{260, 300};
+    static constexpr Point clearButton{283, 157}, removeButton{258, 339}, inPreview{260, 300};
 };
 
 TEST_F(Preferences, AChosenPictureIsShownUntilItIsRemoved) {

@@ -150,9 +150,9 @@ TEST_F(ProcessTest, SpeaksTheLanguageOfTheSession) {
         ask "$item" /MenuBar com.canonical.dbusmenu.GetLayout int32:0 int32:-1 array:string: | grep -q )";
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"", "de_DE.UTF-8", "Einstellungen"},
-        {"fr:de", "fr_FR.UTF-8", "Einstellungen"},
+        {"nl:de", "nl_NL.UTF-8", "Einstellungen"},
         {"en:de", "de_DE.UTF-8", "Preferences"}, // the texts are English without a translation
-        {"fr", "C.UTF-8", "Preferences"},
+        {"nl", "C.UTF-8", "Preferences"},
     };
     for (const auto& [language, locale, menuItem] : cases) {
         SCOPED_TRACE(std::string(language) + " " + locale);

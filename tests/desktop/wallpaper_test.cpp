@@ -1,3 +1,4 @@
+#include "platform/linux/process/QtMainQueue.h"
 #include "platform/linux/windows/DesktopWallpaper.h"
 
 #include "platform/linux/windows/QtScreens.h"
@@ -38,9 +39,11 @@ protected:
     static constexpr QRect first{0, 0, 1920, 1080}, second{1920, 0, 1440, 900};
     StreamLog log;
     std::unique_ptr<XConnection> x = XConnection::open(log);
+    QtMainQueue queue;
+    DesktopSnapshots snapshots{*x, queue};
     QtScreens screens{*x};
     std::atomic<int> questions = 0;
-    DesktopWallpaper wallpaper{*x, screens, TAVRO_PICTURE_BINARY, [this](const auto& known) {
+    DesktopWallpaper wallpaper{*x, snapshots, screens, TAVRO_PICTURE_BINARY, [this](const auto& known) {
                                    ++questions;
                                    EXPECT_EQ(known.size(), 2u);
                                    EXPECT_EQ(known.back().pixels, second);

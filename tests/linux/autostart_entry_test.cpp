@@ -39,11 +39,7 @@ TEST_F(AutostartEntryTest, RegisteringTwiceIsTheSameAsOnce) {
 
 TEST_F(AutostartEntryTest, StatusIsReadFromTheFile) {
     const std::string start = "[Desktop Entry]\nType=Application\nName=TavroPRO\nExec=tavropro\n";
-    const struct {
-        const char* what;
-        std::string text;
-        Status status;
-    } cases[] = {
+    const std::tuple<const char*, std::string, Status> cases[] = {
         {"plain", start, Status::enabled},
         {"hidden", start + "Hidden=true\n", Status::requiresApproval},
         {"hidden, with blanks", start + "Hidden = true \n", Status::requiresApproval},

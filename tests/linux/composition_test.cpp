@@ -23,12 +23,7 @@ using Shading = BackgroundStyle::Shading;
 TEST(Composition, PlacesAPictureLikeEachDesktop) {
     const QSize screen(1920, 1080), big(2500, 1700), small(333, 217);
     const QRect area({}, screen), all(-1920, 0, 3360, 1080);
-    const struct {
-        Scaling scaling;
-        Scaler scaler;
-        QSize picture;
-        QRect area, place;
-    } cases[] = {
+    const std::tuple<Scaling, Scaler, QSize, QRect, QRect> cases[] = {
         {Scaling::centered, Scaler::toolkit, small, area, {793, 431, 333, 217}},
         {Scaling::centered, Scaler::toolkit, big, area, {-290, -310, 2500, 1700}},
         {Scaling::tiled, Scaler::toolkit, small, all, {-1920, 0, 333, 217}},

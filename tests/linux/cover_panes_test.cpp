@@ -11,11 +11,7 @@ const DesktopWindow root{rootWindow, 24, all};
 
 TEST(CoverPanesTest, HideTheIconsOfEveryDesktopWindow) {
     const CoverPane bare{rootWindow, 24, right, {}};
-    const struct {
-        const char* what;
-        std::vector<DesktopWindow> desktopWindows;
-        std::vector<CoverPane> expected; // of a cover of the right screen
-    } cases[] = {
+    const std::tuple<const char*, std::vector<DesktopWindow>, std::vector<CoverPane>> cases[] = {
         {"none", {}, {bare}},
         {"one for all screens", {{icons, 24, all}}, {{icons, 24, right, {}}}},
         {"one for each screen",

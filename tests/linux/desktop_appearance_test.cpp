@@ -1,7 +1,12 @@
 #include "platform/linux/desktops/DesktopAppearance.h"
 #include "platform/linux/x11/XSettings.h"
 
+#include "support/servers/BusStandIn.h"
+#include "support/servers/PrivateBus.h"
+
+#include <QCoreApplication>
 #include <QFont>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -61,6 +66,51 @@ TEST(DesktopAppearance, ParsesFontNames) {
     }
     for (const auto* description : {"", "10", "Sans", "Sans 0", "Sans -3", "Sans 1e9", "Sans nan"})
         EXPECT_FALSE(DesktopAppearance::fontOf(description)) << description;
+}
+
+TEST(DesktopAppearance, TakesItsLookFromThemesByTheirNames) {
+    const struct {
+        const char* theme;
+        Look look;
+    } cases[] = {
+        {"Greybird", {false, false}},        {"Greybird-dark", {true, false}},
+        {"Yaru-purple-dark", {true, false}}, {"Mint-Y-Dark-Aqua", {true, false}},
+        {"HighContrast", {false, true}},     {"HighContrastInverse", {true, true}},
+        {"ContrastHigh", {false, true}},     {"ContrastHighInverse", {true, true}},
+    };
+    for (const auto& [theme, look] : cases) {
+        EXPECT_EQ(lookOf(theme, false), look) << theme;
+        EXPECT_EQ(lookOf(theme, true), (Look{true, look.hasHighContrast})) << theme;
+    }
+}
+
+TEST(DesktopAppearance, FollowsThePortalFromItsStartOn) {
+    providePrivateBus();
+    int count = 0;
+    QCoreApplication application(count, nullptr);
+    const QString settings = "org.freedesktop.portal.Settings", space = "org.freedesktop.appearance";
+    ColorScheme* now = nullptr;
+    std::vector<bool> told;
+    ColorScheme scheme([&] { told.push_back(now->prefersDark()); });
+    now = &scheme;
+    EXPECT_FALSE(scheme.prefersDark());
+    BusStandIn portal({});
+    portal.methods[settings + ".Read " + space + " color-scheme"] = [](auto&) {
+        return QVariantList{busVariant(busVariant(1u))};
+    };
+    QDBusConnection("stand-in").registerService("org.freedesktop.portal.Desktop");
+    const auto changes = [&](const QString& inSpace, uint value) {
+        auto change =
+            QDBusMessage::createSignal("/org/freedesktop/portal/desktop", settings, "SettingChanged");
+        change << inSpace << "color-scheme" << busVariant(value);
+        QDBusConnection("stand-in").send(change);
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told == std::vector{true}; }, 30'000));
+    changes("org.example", 0);
+    changes(space, 1);
+    changes(space, 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !scheme.prefersDark(); }, 30'000));
+    EXPECT_EQ(told, (std::vector{true, false}));
 }
 
 } // namespace

@@ -42,6 +42,17 @@ constexpr auto schemas = R"(<schemalist>
   <key name="name" type="s"><default>'F5'</default></key></schema>
 <schema id="org.mate.Marco.global-keybindings" path="/org/mate/marco/global-keybindings/">
   <key name="panel-run-dialog" type="s"><default>'&lt;Alt&gt;F2'</default></key></schema>
+<schema id="org.mate.control-center.keybinding">
+  <key name="binding" type="s"><default>''</default></key>
+  <key name="name" type="s"><default>'F5'</default></key></schema>
+<schema id="org.cinnamon.desktop.keybindings" path="/org/cinnamon/desktop/keybindings/">
+  <key name="custom-list" type="as"><default>['F6']</default></key>
+  <key name="looking-glass-keybinding" type="as"><default>['&lt;Super&gt;l']</default></key></schema>
+<schema id="org.cinnamon.desktop.keybindings.media-keys" path="/org/cinnamon/desktop/keybindings/media-keys/">
+  <key name="home" type="as"><default>['&lt;Super&gt;e', 'XF86Explorer']</default></key></schema>
+<schema id="org.cinnamon.desktop.keybindings.custom-keybinding">
+  <key name="binding" type="as"><default>['&lt;Ctrl&gt;F7']</default></key>
+  <key name="name" type="s"><default>'F5'</default></key></schema>
 <schema id="org.mate.background" path="/org/mate/background/">
   <key name="picture-options" type="s"><default>'wallpaper'</default></key>
   <key name="picture-filename" type="s"><default>'/pictures/ÄÖ.png'</default></key></schema>
@@ -53,6 +64,10 @@ const auto keysOfPlasma = "[kwin]\n_k_friendly_name=Meta+Z\nWindow Close=Alt+F4,
                           "Overview=Meta+Shift+M\\tMeta+\\,,Meta+W,Overview\nEdit Tiles=none,Meta+T,Toggle\n"
                           "Sequence=Ctrl+X\\, Ctrl+C,,\nLog Out=Ctrl+Alt+Del\\tF12\\tMeta+PgUp\nbroken\n"
                           "[services][org.kde.dolphin.desktop]\n_launch=Meta+E\n"s;
+const auto keysOfOpenbox =
+    "<openbox_config xmlns='http://openbox.org/3.4/rc'><keyboard><keybind key='C-A-Shift-Delete'/>"
+    "<keybind key='W-e C-e'><keybind key='F1'/></keybind><keybind key='H-a'/></keyboard>"
+    "<mouse><mousebind button='A-Left'/></mouse></openbox_config>"s;
 const auto containmentsOfPlasma =
     "[Containments][1]\nactivityId=other\nformfactor=0\nlastScreen=1\nwallpaperplugin=org.kde.color\n"
     "[Containments][2]\nformfactor=2\nlastScreen=1\n"
@@ -81,6 +96,14 @@ std::string describe(const std::optional<DesktopBackground>& background) {
          << shadings[static_cast<int>(style.shading)];
     if (style.shading != BackgroundStyle::Shading::solid)
         text << " to " << style.colors[1];
+    return text.str();
+}
+
+std::string describe(const std::optional<DesktopLook>& look) {
+    std::ostringstream text;
+    text << (!look ? "unknown" : look->isDark ? "dark" : "light");
+    if (look && look->font)
+        text << ' ' << look->font->family().toStdString() << ' ' << look->font->pointSizeF();
     return text.str();
 }
 
@@ -155,18 +178,31 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
         std::map<fs::path, std::string> files;
         std::string background;
         std::set<std::string> shortcuts;
+        std::string look{};
     } cases[] = {
         {"XFCE",
          {},
          "/pictures/x.png fitted (GdkPixbuf) of the workspace on 80ff to the right to ff0000",
          {"⌃⌥Delete", "⌘e", "⇧⌘space", "⌘grave", "XF86AudioMute", "⌥F4"}},
-        {"ubuntu:GNOME", {}, "/pictures/by day.png fitted (texture) on 0 downwards to 0", {"⌘s", "⌃⌥x"}},
+        {"ubuntu:GNOME",
+         {},
+         "/pictures/by day.png fitted (texture) on 0 downwards to 0",
+         {"⌘s", "⌃⌥x"},
+         "light"},
         {"Budgie:KDE",
          {{"glib-2.0/settings/keyfile", darkWithoutKeys}, {"kglobalshortcutsrc", keysOfPlasma}},
          "nothing zoomed (texture) on 23c88 downwards to ff0010",
-         {}},
+         {},
+         "dark"},
         {"mate", {}, "/pictures/ÄÖ.png tiled on 0", {"⌥F2"}},
-        {"X-Cinnamon", {}, "/pictures/c.png stretched over all screens on 0", {}},
+        {"mate",
+         {{"glib-2.0/settings/keyfile", "[org/mate/desktop/keybindings/custom9]\nbinding='<Mod4>9'\n"}},
+         "/pictures/ÄÖ.png tiled on 0",
+         {"⌥F2", "⌘9"}},
+        {"X-Cinnamon",
+         {},
+         "/pictures/c.png stretched over all screens on 0",
+         {"⌘l", "⌘e", "XF86Explorer", "⌃F7"}},
         {"KDE:GNOME",
          {{"kglobalshortcutsrc", keysOfPlasma},
           {"kactivitymanagerdrc", "[main]\ncurrentActivity=this\n"},
@@ -180,9 +216,12 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
          (images / "1680x1050.png").string() + " centered (Quick) on a0b0c",
          {}},
         {"KDE",
-         {{"kdedefaults/package", "own\n"}, {"kdeglobals", "[Colors:Window]\nBackgroundNormal=42,46,50\n"}},
+         {{"kdedefaults/package", "own\n"},
+          {"kdedefaults/kdeglobals", "[General]\nfont=Serif,9,-1,5,50,0,0,0,0,0\n"},
+          {"kdeglobals", "[Colors:Window]\nBackgroundNormal=42,46,50\n"}},
          images.string() + "_dark/1x1.jpg zoomed (Quick) on 0",
-         {}},
+         {},
+         "dark Serif 9"},
         {"KDE", {{plasma, colorOfPlasma}}, "nothing zoomed (Quick) on 1d99f3", {}},
         {"KDE", {{plasma, colorOfPlasma + general + "Color=1,2,3"}}, "nothing zoomed (Quick) on 10203", {}},
         {"KDE",
@@ -204,6 +243,10 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
          "nothing fitted (GdkPixbuf) on 0",
          {}},
         {"LXDE", {}, "unknown", {}},
+        {"LXDE",
+         {{"openbox/lxde-rc.xml", keysOfOpenbox}, {"openbox/rc.xml", "<keybind key='F9'/>"}},
+         "unknown",
+         {"⌃⌥⇧Delete", "⌘e"}},
         {"LXQt",
          {{lxqt, "[Desktop]\nWallpaper=/pictures/\\xc4.png\nWallpaperMode=zoom\nPerScreenWallpaper=true"}},
          "/pictures/Ä.png zoomed (up) on 0",
@@ -215,15 +258,33 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
          "/a/b.png tiled (up) over all screens on 0",
          {}},
         {"LXQt",
-         {{lxqt, "[Desktop]\nWallpaper=relative.png\nBgColor=#00ff00"}},
+         {{lxqt, "[Desktop]\nWallpaper=relative.png\nBgColor=#00ff00"},
+          {"lxqt/globalkeyshortcuts.conf",
+           "[Control%2BAlt%2BT.24]\nEnabled=true\n[F8.2]\nEnabled=false\n[XF86AudioMute.3]\npath=/a.b/c\n"},
+          {"openbox/rc.xml", keysOfOpenbox},
+          {"lxqt/lxqt.conf",
+           "[Qt]\nfont=\"Sans,11.5,-1,5,50,0,0,0,0,0\"\n[Palette]\nwindow_color=#232323\n"}},
          "nothing stretched over all screens on ff00",
+         {"⌃⌥t", "XF86AudioMute", "⌃⌥⇧Delete", "⌘e"},
+         "dark Sans 11.5"},
+        {"LXQt",
+         {{lxqt, "[Desktop]"},
+          {"lxqt/session.conf", "[General]\nwindow_manager=xfwm4\n"},
+          {"openbox/rc.xml", keysOfOpenbox}},
+         "nothing stretched over all screens on 0",
          {}},
+        {"i3",
+         {{"i3/config", "set $m Mod4\nset  $my Mod1+Shift\n  bindsym --release $m+d exec x\n"
+                        "bindsym $my+Return exec y\nbindsym\n# bindsym F1 a\nbindcode 38 b\n"
+                        "mode \"resize\" {\n bindsym F2 c\n}\nbindsym Ctrl+F3 d\n"}},
+         "unknown",
+         {"⌘d", "⌥⇧Return", "⌃F3"}},
         {"Something:Else", {{"kglobalshortcutsrc", keysOfPlasma}}, "unknown", {}},
     };
     constexpr std::chrono::seconds bound{30}; // which no machine is busy enough to miss
     BoundedBus bus(QDBusConnection::sessionBus(), bound);
     const GSettings settings(bound);
-    for (const auto& [names, files, background, shortcuts] : cases) {
+    for (const auto& [names, files, background, shortcuts, look] : cases) {
         SCOPED_TRACE(names);
         const TemporaryFolder configuration;
         for (const auto& [file, text] : files) {
@@ -235,6 +296,9 @@ TEST(RunningDesktop, IsAskedInItsOwnWay) {
         const auto desktop = runningDesktop(bus, settings);
         EXPECT_EQ(describe(desktop->background({"HDMI-1", 1, 2, {1920, 0, 1440, 900}})), background);
         EXPECT_EQ(named(desktop->shortcuts()), shortcuts);
+        if (!look.empty()) {
+            EXPECT_EQ(describe(desktop->look()), look);
+        }
     }
     qunsetenv("GSETTINGS_SCHEMA_DIR");
     qunsetenv("XDG_DATA_DIRS");

@@ -57,11 +57,7 @@ TEST_F(FetchURLSessionTest, OnlyCompleteDocumentsFromTrustedServersArrive) {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);
-    const struct {
-        const char* what;
-        std::string url;
-        Document document;
-    } cases[] = {
+    const std::tuple<const char*, std::string, Document> cases[] = {
         {"a document", local(trusted, "/document"), R"({"version": "9"})"},
         {"any bytes", local(trusted, "/bytes"), bytes},
         {"none", local(trusted, "/empty"), ""},

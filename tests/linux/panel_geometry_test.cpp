@@ -23,12 +23,7 @@ std::vector<ScreenWithPanels> screensWith(const QRect& panel) {
 }
 
 TEST(PanelGeometry, PopupsOpenBesideThePanelAndStayOnItsScreen) {
-    const struct {
-        const char* where;
-        QRect panel;
-        QPoint point;
-        QRect expected;
-    } cases[] = {
+    const std::tuple<const char*, QRect, QPoint, QRect> cases[] = {
         {"top", {0, 0, 1920, 29}, {1000, 14}, {830, 29, 340, 400}},
         {"top, at its end", {0, 0, 1920, 29}, {1908, 14}, {1580, 29, 340, 400}},
         {"top, at its beginning", {0, 0, 1920, 29}, {5, 14}, {0, 29, 340, 400}},
@@ -46,11 +41,7 @@ TEST(PanelGeometry, PopupsOpenBesideThePanelAndStayOnItsScreen) {
 
 TEST(PanelGeometry, TheTrayIsUnderThePointerOrAtTheEndOfAPanel) {
     const QPoint elsewhere{900, 500};
-    const struct {
-        const char* what;
-        std::vector<ScreenWithPanels> screens;
-        QPoint pointer, expected;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<ScreenWithPanels>, QPoint, QPoint> cases[] = {
         {"under the pointer", screensWith({0, 0, 1920, 29}), {1300, 10}, {1300, 10}},
         {"top", screensWith({0, 0, 1920, 29}), elsewhere, {1905, 14}},
         {"left", screensWith({0, 0, 29, 1080}), elsewhere, {14, 1065}},
@@ -79,11 +70,7 @@ TEST(PanelGeometry, PanelsAreTheStripsOutsideTheWorkArea) {
 }
 
 TEST(PanelGeometry, PixelsBecomePointsOfTheScreen) {
-    const struct {
-        QRect pixels, screen;
-        double scale;
-        QRect expected;
-    } cases[] = {
+    const std::tuple<QRect, QRect, double, QRect> cases[] = {
         {{0, 0, 1920, 29}, first, 1, {0, 0, 1920, 29}},
         {{0, 0, 1920, 29}, second, 1, {}},
         {{0, 0, 1920, 58}, {0, 0, 960, 540}, 2, {0, 0, 960, 29}},

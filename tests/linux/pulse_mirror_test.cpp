@@ -141,11 +141,7 @@ TEST_F(PulseMirrorTest, ShowsNothingUntilTheListingIsComplete) {
 }
 
 TEST_F(PulseMirrorTest, FollowsTheServerAndReportsEachChangeOnce) {
-    const struct {
-        const char* what;
-        std::vector<Step> steps;
-        const char *shown, *changes;
-    } history[] = {
+    const std::tuple<const char*, std::vector<Step>, const char*, const char*> history[] = {
         {"connected", {connected}, "2speaker 3mic ", "dev# dOut dIn  "},
         {"nothing", {}, "2speaker 3mic ", ""},
         {"no change", {changed(source, 1)}, "2speaker 3mic ", ""},
@@ -188,11 +184,7 @@ TEST_F(PulseMirrorTest, FollowsTheServerAndReportsEachChangeOnce) {
 
 // Each case begins while the three questions of the connection wait for their answers.
 TEST_F(PulseMirrorTest, LateAnswersChangeNothing) {
-    const struct {
-        const char* what;
-        std::vector<Step> steps;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<Step>, const char*> cases[] = {
         {"of the connection before", {late(connected), [&] { devices.pop_back(); }}, "2speaker 3mic "},
         {"after the server has gone", {late(disconnected)}, ""},
         {"a list without the removal", {removed(source, 7)}, "2speaker 3mic "},

@@ -294,10 +294,7 @@ TEST_F(QtImagesTest, TheDecoderIsConfinedWhenItAnswers) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     EXPECT_NE(std::string(std::istreambuf_iterator<char>(status), {}).find("\nSeccomp:\t2\n"),
               std::string::npos);
-    const struct {
-        __rlimit_resource resource;
-        rlim_t most;
-    } bounds[] = {
+    const std::tuple<__rlimit_resource, rlim_t> bounds[] = {
 #ifndef __SANITIZE_ADDRESS__
         {RLIMIT_AS, rlim_t{4} << 30},
 #endif

@@ -70,11 +70,7 @@ protected:
 
 // One object for all: who owns the name next is another server.
 TEST_F(Silencing, SwitchesTheServerThatRuns) {
-    const struct {
-        const char *name, *service;
-        QString get, set;
-        QVariant off, on;
-    } onTheBus[] = {
+    const std::tuple<const char*, const char*, QString, QString, QVariant, QVariant> onTheBus[] = {
         {"Xfce Notify Daemon", "org.xfce.Xfconf", "org.xfce.Xfconf.GetProperty xfce4-notifyd /do-not-disturb",
          "org.xfce.Xfconf.SetProperty xfce4-notifyd /do-not-disturb", busVariant(false), busVariant(true)},
         {"dunst", "", properties + ".Get org.dunstproject.cmd0 paused",

@@ -26,8 +26,8 @@ TEST(StatusNotifierItemTest, RegistersAgainAFewTimesAfterTheWatcherDropsIt) {
             ++registrations[name];
             return QVariantList();
         };
-        auto item = std::make_unique<StatusNotifierItem>(QDBusConnection::sessionBus(), name,
-                                                         TrayIcon::Identity{"id", "title"}, nullptr, [] {});
+        auto item = std::make_unique<StatusNotifierItem>(
+            QDBusConnection::sessionBus(), name, TrayIcon::Identity{"id", "title", "hint"}, nullptr, [] {});
         item->show();
         EXPECT_TRUE(QTest::qWaitFor([&] { return registrations[name] == 1; }, 30'000));
         return item;

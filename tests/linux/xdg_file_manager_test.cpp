@@ -33,11 +33,7 @@ protected:
 };
 
 TEST_F(XdgFileManagerTest, TheDocumentsFolderComesFromUserDirsAndIsMade) {
-    const struct {
-        const char* what;
-        const char* text;
-        fs::path folder;
-    } cases[] = {
+    const std::tuple<const char*, const char*, fs::path> cases[] = {
         {"below the home folder", "XDG_DOCUMENTS_DIR=\"$HOME/My papers/here\"\n", home / "My papers/here"},
         {"elsewhere", "# mine\nXDG_DESKTOP_DIR=\"$HOME/D\"\nXDG_DOCUMENTS_DIR=\"/tmp\"\n", "/tmp"},
         {"not named", "XDG_DESKTOP_DIR=\"$HOME/D\"\n", home / "Documents"},

@@ -53,7 +53,7 @@ protected:
 TEST_F(AccessibilityTest, ThePopoverIsAnnouncedAndOperable) {
     publishNewVersion();
     const auto widget = popover();
-    Said expected{{Role::CheckBox, ContentView::headerTitle}};
+    Said expected{{Role::Client, "TavroPRO"}, {Role::CheckBox, ContentView::headerTitle}};
     for (const auto& option : UserSettings::shared().options())
         expected.emplace_back(Role::CheckBox, option.name);
     expected.emplace_back(Role::Button, "🎉 New version is available. Click to update");
@@ -81,8 +81,8 @@ TEST_F(AccessibilityTest, ThePreferencesAreAnnouncedAndOperable) {
         {Role::Button, "Toggle TavroPRO"},
         {Role::EditableText, "Toggle TavroPRO"},
         {Role::StaticText, "Mute Mic:"},
-        {Role::Button, "Mute Mic:"},
-        {Role::EditableText, "Mute Mic:"},
+        {Role::Button, "Mute Mic: Shift+Super+M"},
+        {Role::EditableText, "Mute Mic: Shift+Super+M"},
         {Role::Button, "Clear"},
         {Role::StaticText, "Wallpaper"},
         {Role::Graphic, "Wallpaper"},
@@ -91,7 +91,7 @@ TEST_F(AccessibilityTest, ThePreferencesAreAnnouncedAndOperable) {
     };
     EXPECT_EQ(said(window), expected);
     EXPECT_TRUE(find(window, Role::RadioButton, "General").state().checked);
-    const auto& field = find(window, Role::EditableText, "Mute Mic:");
+    const auto& field = find(window, Role::EditableText, "Mute Mic: Shift+Super+M");
     EXPECT_EQ(field.text(QAccessible::Value), "⇧⌘M");
     EXPECT_EQ(field.text(QAccessible::Description), "Record Shortcut");
 

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTranslator>
 
 namespace tavro {
@@ -26,6 +27,7 @@ QStringList textsIn(const QWidget& widget) {
         else if (const auto* field = qobject_cast<const QLineEdit*>(child))
             texts << field->placeholderText();
     }
+    texts.replaceInStrings(QRegularExpression(" ?Shift\\+Super\\+M$"), "");
     texts.removeAll(QString());
     texts.removeAll("General");
     return texts;

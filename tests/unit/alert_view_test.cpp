@@ -62,6 +62,7 @@ TEST_F(AlertViewTest, ShowsTheNewStateForOneSecondAndIgnoresPressesMeanwhile) {
         for (const auto mute : before)
             plugInMicrophone("Microphone", mute);
         EXPECT_EQ(MuteMic::isMuted(), !isMuted);
+        mac.accessibility().announced.clear();
         toggleMicMute();
         const std::weak_ptr<Window> window = alert()->window;
         mac.mainQueue().advance(999ms);
@@ -70,6 +71,7 @@ TEST_F(AlertViewTest, ShowsTheNewStateForOneSecondAndIgnoresPressesMeanwhile) {
         EXPECT_EQ(mac.journal().lines(), Lines{});
         EXPECT_EQ(shown(), content(isMuted));
         EXPECT_EQ(MuteMic::isMuted(), before.empty() || isMuted);
+        EXPECT_EQ(mac.accessibility().announced, Lines{isMuted ? "Mic Muted" : "Mic Unmuted"});
         mac.mainQueue().advance(1ms);
         EXPECT_FALSE(alert());
         EXPECT_TRUE(window.expired());

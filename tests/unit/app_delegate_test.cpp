@@ -178,6 +178,7 @@ TEST_F(AppDelegateTest, TerminationTurnsPresentationModeOffOnce) {
     mac.journal().clear();
     mac.application().terminate();
     mac.application().terminate();
+    EXPECT_EQ(mac.accessibility().announced, (Lines{"Presentation mode is on", "Presentation mode is off"}));
     EXPECT_EQ(mac.journal().lines("log.print Turn"), Lines{"log.print Turn Off --------------"});
     EXPECT_EQ(mac.journal().lines("window.close").size(), 2u);
     EXPECT_EQ(mac.application().exitStatus(), 0);

@@ -14,7 +14,10 @@ using namespace EventModifierFlags;
 class Field final : public RecorderField {
 public:
     std::string text() const override { return m_text; }
-    void setText(const std::string& text) override { m_text = text; }
+    void setText(const std::string& text, const std::string& shown) override {
+        m_text = text;
+        names = shown;
+    }
     void setPlaceholder(const std::string& text) override { placeholder = text; }
     void clickClearButton() override {
         if (!std::exchange(m_text, "").empty())
@@ -41,7 +44,7 @@ public:
     }
 
     ShortcutRecorder* recorder = nullptr;
-    std::string placeholder;
+    std::string placeholder, names;
     bool hasFocus = false;
     int beeps = 0;
     Lines warnings;
@@ -98,21 +101,26 @@ protected:
 };
 
 TEST_F(ShortcutRecorderTest, RecordsValidShortcuts) {
-    const std::tuple<std::uint16_t, unsigned, SpecialKey, const char*> cases[] = {
-        {35, command | shift, SpecialKey::none, "⇧⌘P"}, {0, shift | capsLock, SpecialKey::none, "⇧A"},
-        {96, function, SpecialKey::f1, "F5"},           {90, 0, SpecialKey::f35, "F20"},
-        {53, command, SpecialKey::none, "⌘⎋"},          {48, control, SpecialKey::tab, "⌃⇥"},
-        {51, option, SpecialKey::delete_, "⌥⌫"},        {123, shift | numericPad, SpecialKey::none, "⇧←"},
+    const std::tuple<std::uint16_t, unsigned, SpecialKey, const char*, const char*> cases[] = {
+        {35, command | shift, SpecialKey::none, "⇧⌘P", "Shift+Super+P"},
+        {0, shift | capsLock, SpecialKey::none, "⇧A", "Shift+A"},
+        {96, function, SpecialKey::f1, "F5", "F5"},
+        {90, 0, SpecialKey::f35, "F20", "F20"},
+        {53, command, SpecialKey::none, "⌘⎋", "Super+Escape"},
+        {48, control, SpecialKey::tab, "⌃⇥", "Ctrl+Tab"},
+        {51, option, SpecialKey::delete_, "⌥⌫", "Alt+Backspace"},
+        {123, shift | numericPad, SpecialKey::none, "⇧←", "Shift+Left"},
     };
     EXPECT_FALSE(isRecording());
     EXPECT_EQ(field.text(), "⇧⌘M");
-    for (const auto& [keyCode, modifiers, specialKey, text] : cases) {
+    for (const auto& [keyCode, modifiers, specialKey, text, names] : cases) {
         SCOPED_TRACE(text);
         field.focus();
         EXPECT_TRUE(isRecording());
         EXPECT_FALSE(type(keyCode, modifiers, specialKey));
         EXPECT_FALSE(isRecording());
         EXPECT_EQ(field.text(), text);
+        EXPECT_EQ(field.names, names);
         EXPECT_EQ(getShortcut(name)->description(), text);
         EXPECT_EQ(changes.back(), text);
     }

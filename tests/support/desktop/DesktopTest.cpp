@@ -75,8 +75,10 @@ xcb_window_t DesktopTest::popover(const TavroProcess& tavro) const {
 }
 
 testing::AssertionResult DesktopTest::showsPopover(const TavroProcess& tavro) {
-    return server.eventually("the popover with the focus",
-                             [&] { return popover(tavro) != XCB_NONE && server.active() == popover(tavro); });
+    return server.eventually("the popover with the focus", [&] {
+        const auto window = popover(tavro);
+        return window != XCB_NONE && server.active() == window && server.focus() == window;
+    });
 }
 
 testing::AssertionResult DesktopTest::showsNoPopover(const TavroProcess& tavro, xcb_window_t front) {

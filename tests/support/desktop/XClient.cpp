@@ -10,7 +10,8 @@
 
 /// The answer to a request.
 #define REPLY(request, ...)                                                                                  \
-    owned(xcb_##request##_reply(m_connection, xcb_##request(m_connection, __VA_ARGS__), nullptr))
+    owned(xcb_##request##_reply(m_connection, xcb_##request(m_connection __VA_OPT__(, ) __VA_ARGS__),        \
+                                nullptr))
 
 std::ostream& operator<<(std::ostream& stream, const Rect& rect) {
     return stream << rect.width << 'x' << rect.height << '+' << rect.x << '+' << rect.y;
@@ -109,6 +110,11 @@ Rect XClient::place(xcb_window_t window) const {
     if (!size || !corner)
         return {};
     return {corner->dst_x, corner->dst_y, size->width, size->height};
+}
+
+xcb_window_t XClient::focus() const {
+    const auto reply = REPLY(get_input_focus);
+    return reply ? reply->focus : xcb_window_t{XCB_NONE};
 }
 
 Pixels XClient::wallpaper(const Rect& area) const {

@@ -60,7 +60,12 @@ public:
     std::vector<xcb_window_t> clients() const { return values(root(), "_NET_CLIENT_LIST_STACKING"); }
     /// Those of them that are applications', not of the desktop or a panel.
     std::vector<xcb_window_t> applicationWindows() const;
-    xcb_window_t active() const { return values(root(), "_NET_ACTIVE_WINDOW").at(0); }
+    xcb_window_t active() const {
+        const auto active = values(root(), "_NET_ACTIVE_WINDOW");
+        return active.empty() ? xcb_window_t{XCB_NONE} : active.front();
+    }
+    /// Which window gets the keys: it may come some time after the window manager calls the window active.
+    xcb_window_t focus() const;
     std::uint32_t workspace() const { return values(root(), "_NET_CURRENT_DESKTOP").at(0); }
     std::vector<xcb_window_t> children(xcb_window_t window) const;
     /// All windows below the root window, managed or not.

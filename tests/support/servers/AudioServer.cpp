@@ -18,18 +18,8 @@ namespace {
 
 constexpr auto piece = "sound";
 
-/// The session's server, also where a test has changed the environment.
-const std::string sessionServer = [] {
-    const char* value = std::getenv("PULSE_SERVER");
-    return std::string(value ? value : "");
-}();
-
-std::string pactlCommand(const std::string& arguments) {
-    return "pactl --server='" + sessionServer + "' " + arguments;
-}
-
 void pactl(const std::string& arguments) {
-    if (!Session::run(pactlCommand(arguments)))
+    if (!Session::run("pactl " + arguments))
         throw std::runtime_error("pactl " + arguments);
 }
 
@@ -59,7 +49,7 @@ AudioServer::~AudioServer() {
 std::map<std::string, bool> AudioServer::muteFlags() {
     std::map<std::string, bool> flags;
     for (const std::string kind : {"sinks", "sources"}) {
-        const auto answer = outputOf(pactlCommand("-f json list " + kind));
+        const auto answer = outputOf("pactl -f json list " + kind);
         for (const QJsonValue device : QJsonDocument::fromJson(QByteArray::fromStdString(answer)).array())
             if (device["properties"]["device.class"].toString() != "monitor")
                 flags[device["name"].toString().toStdString()] = device["mute"].toBool();
@@ -100,17 +90,12 @@ void AudioServer::plugInNullSink(const std::string& name, const std::string& des
 }
 
 bool AudioServer::isPipeWire() {
-    static const bool isIt = Session::run(pactlCommand("info | grep -q PipeWire"));
+    static const bool isIt = Session::run("pactl info | grep -q PipeWire");
     return isIt;
 }
 
-void AudioServer::listen(int port) {
-    plugIn("port " + std::to_string(port),
-           "module-native-protocol-tcp listen=127.0.0.1 auth-anonymous=1 port=" + std::to_string(port));
-}
-
 void AudioServer::plugIn(const std::string& name, const std::string& module) {
-    const auto number = outputOf(pactlCommand("load-module " + module));
+    const auto number = outputOf("pactl load-module " + module);
     if (number.empty())
         throw std::runtime_error("the server did not take " + name);
     m_modules[name] = number;
@@ -131,7 +116,7 @@ void AudioServer::end() {
 
 void AudioServer::start() {
     Session::start(piece);
-    const auto answers = [] { return Session::run(pactlCommand("info >/dev/null 2>&1")); };
+    const auto answers = [] { return Session::run("pactl info >/dev/null 2>&1"); };
     if (!waitUntil(answers, [] {})) // each look is a question, which takes its time
         throw std::runtime_error("the audio server does not answer");
     m_hasEnded = false;

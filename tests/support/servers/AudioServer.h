@@ -23,8 +23,6 @@ public:
     void plugInMicrophone(const std::string& name, const std::string& description = "USB");
     void plugInSpeaker(const std::string& name, const std::string& description = "USB");
     void unplug(const std::string& name);
-    /// Takes connections by TCP as well.
-    void listen(int port);
 
     /// Ends it, and returns when it is gone.
     void end();

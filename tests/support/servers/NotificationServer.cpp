@@ -65,14 +65,22 @@ NotificationServer::~NotificationServer() {
     Session::run("gsettings reset org.mate.NotificationDaemon do-not-disturb");
 }
 
-bool NotificationServer::showsANotification() {
+testing::AssertionResult NotificationServer::showsANotification() {
+    sendOne();
+    const auto shows = m_server.eventually("a notification", [this] { return showsAny(); });
+    closeAll();
+    return shows;
+}
+
+bool NotificationServer::keepsANotificationBack() {
+    sendOne();
+    return !showsAny();
+}
+
+void NotificationServer::sendOne() {
     EXPECT_FALSE(showsAny());
     EXPECT_TRUE(Session::run("notify-send --expire-time=60000 'Anna - Chat' 'Where are you?'"));
     settle();
-    const bool shows = showsAny();
-    if (shows)
-        closeAll();
-    return shows;
 }
 
 bool NotificationServer::showsAny() const {

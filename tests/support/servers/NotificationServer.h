@@ -30,8 +30,11 @@ public:
     /// Ends it. The next one finds its setting as it was at first.
     ~NotificationServer();
 
-    /// Whether a notification that some program sends now appears on the screen. It is gone afterwards.
-    bool showsANotification();
+    /// What some program sends now appears on the screen, some time after the server has taken it. It is gone
+    /// afterwards.
+    testing::AssertionResult showsANotification();
+    /// What some program sends now is not there when the server has answered what was asked of it later.
+    bool keepsANotificationBack();
     /// Notifications that it shows now, also such as it had kept back before.
     bool showsAny() const;
     void closeAll();
@@ -42,6 +45,7 @@ public:
     void thaw() { m_process->signal(SIGCONT); }
 
 private:
+    void sendOne();
     /// Until the server has done what it was asked to.
     void settle() const;
 
