@@ -130,7 +130,7 @@ TEST_F(AudioHardwareContract, AListIsCutToTheSizeGiven) {
     addInput("Room Microphone");
     const auto all = ids();
     EXPECT_EQ(sizeOf(kAudioObjectSystemObject, deviceList), 4 * all.size());
-    for (const std::uint32_t size : {4, 400}) {
+    for (const std::uint32_t size : {4u, 400u}) {
         AudioPropertyValue value;
         EXPECT_EQ(hardware().getPropertyData(kAudioObjectSystemObject, deviceList, size, value), noErr);
         EXPECT_EQ(value, AudioPropertyValue(size == 4 ? Words{all.front()} : all));
@@ -142,7 +142,7 @@ TEST_F(AudioHardwareContract, MutingTakesEffectSoonAfterTheCall) {
     for (const auto& [device, address] : {std::pair(microphone, inputMute), {speaker, outputMute}})
         for (const std::uint32_t mute : {1u, 1u, 0u, 0u}) {
             EXPECT_EQ(hardware().setPropertyData(device.id, address, 4, mute), noErr);
-            EXPECT_TRUE(waitUntil([&] { return word(device.id, address) == mute; }));
+            EXPECT_TRUE(waitUntil([&, id = device.id, &mutes = address] { return word(id, mutes) == mute; }));
             EXPECT_EQ(testMachine->isMutedOnServer(device.uid), mute == 1);
         }
     EXPECT_FALSE(testMachine->isMutedOnServer(other.uid));

@@ -103,7 +103,7 @@ protected:
         }));
     }
     xcb_window_t open(const std::string& name, const std::string& kind, const std::string& geometry) {
-        const std::vector<std::string> command{std::getenv("TAVRO_SAMPLE_WINDOW"),
+        const std::vector<std::string> command{Session::variable("TAVRO_SAMPLE_WINDOW"),
                                                "--class",
                                                name,
                                                "--title",
@@ -191,7 +191,9 @@ protected:
         int same = 0;
         for (int y = place.y; y < place.y + place.height; ++y)
             for (int x = place.x; x < place.x + place.width; ++x)
-                if (const auto i = static_cast<std::size_t>(y * whole.width + x); whole.contains({x, y}))
+                if (const auto i = static_cast<std::size_t>(y) * static_cast<std::size_t>(whole.width) +
+                                   static_cast<std::size_t>(x);
+                    whole.contains({x, y}))
                     same += now[i] == looks[i];
         return !isHidden(window) && same > place.width * place.height / 2;
     }
@@ -207,6 +209,7 @@ protected:
     }
     std::vector<Rect> placesOf(const std::vector<xcb_window_t>& windows) const {
         std::vector<Rect> found;
+        found.reserve(windows.size());
         for (const auto window : windows)
             found.push_back(server.place(window));
         return found;
@@ -216,7 +219,7 @@ protected:
     std::string describe(const std::vector<xcb_window_t>& windows) const {
         std::string text;
         for (const auto window : windows)
-            text += std::string(server.text(window, "WM_CLASS").c_str()) + " on " +
+            text += server.text(window, "WM_NAME") + " on " +
                     testing::PrintToString(server.values(window, "_NET_WM_DESKTOP")) + " " +
                     testing::PrintToString(server.values(window, "_NET_WM_STATE")) + "; ";
         return text;

@@ -26,7 +26,7 @@ const QString properties = "org.freedesktop.DBus.Properties";
 struct NotificationServer : BusStandIn {
     NotificationServer(const char* name, const char* vendor, const QStringList& services = {})
         : BusStandIn(services + QStringList{notifications}) {
-        const QVariantList answer{name, vendor, "1", "1.2"};
+        QVariantList answer{name, vendor, "1", "1.2"};
         methods[notifications + ".GetServerInformation"] = [=](auto&) { return answer; };
     }
 };

@@ -46,7 +46,7 @@ TEST_F(XdgFileManagerTest, TheDocumentsFolderComesFromUserDirsAndIsMade) {
         EXPECT_EQ(files.existingDocumentsFolder(), documents);
         EXPECT_TRUE(fs::is_directory(documents));
     }
-    std::ofstream(home / "a file");
+    std::ofstream(home / "a file") << "text";
     for (const auto* folder : {"/proc/none", "$HOME/a file"}) {
         std::ofstream(home / "config" / "user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"" << folder << "\"\n";
         EXPECT_EQ(files.existingDocumentsFolder(), std::nullopt);

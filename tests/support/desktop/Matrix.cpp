@@ -2,26 +2,25 @@
 
 #include "Session.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 namespace {
 
 std::string resultFile(const std::string& ending) {
-    return std::string(std::getenv("TAVRO_RESULTS")) + '/' + Matrix::desktop() + ending;
+    return Session::variable("TAVRO_RESULTS") + '/' + Matrix::desktop() + ending;
 }
 
 } // namespace
 
 Matrix::Matrix(const std::string& scenario)
     : m_file(resultFile(scenario + ".result")) {
-    std::filesystem::create_directories(std::getenv("TAVRO_RESULTS"));
+    std::filesystem::create_directories(Session::variable("TAVRO_RESULTS"));
     std::filesystem::remove(m_file);
 }
 
 std::string Matrix::desktop() {
-    return std::getenv("TAVRO_DESKTOP");
+    return Session::variable("TAVRO_DESKTOP");
 }
 
 void Matrix::note(const std::string& check, const std::string& outcome) const {

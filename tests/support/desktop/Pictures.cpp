@@ -34,12 +34,13 @@ Rect changed(const XClient& server, const Pixels& before, const Rect& area, bool
     const auto whole = wholeArea(server);
     const auto now = server.screenshot(whole);
     int left = whole.width, top = whole.height, right = -1, bottom = -1;
-    for (std::size_t i = 0; i < now.size(); ++i)
-        if (const Point point{static_cast<int>(i) % whole.width, static_cast<int>(i) / whole.width};
-            now[i] != before[i] && area.contains(point) == inside) {
-            left = std::min(left, point.x), right = std::max(right, point.x);
-            top = std::min(top, point.y), bottom = std::max(bottom, point.y);
-        }
+    std::size_t i = 0;
+    for (int y = 0; y < whole.height; ++y)
+        for (int x = 0; x < whole.width; ++x, ++i)
+            if (now[i] != before[i] && area.contains({x, y}) == inside) {
+                left = std::min(left, x), right = std::max(right, x);
+                top = std::min(top, y), bottom = std::max(bottom, y);
+            }
     return {left, top, std::max(0, right + 1 - left), std::max(0, bottom + 1 - top)};
 }
 

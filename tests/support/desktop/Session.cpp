@@ -7,14 +7,18 @@
 namespace {
 
 std::string folder() {
-    const char* value = std::getenv("TAVRO_SESSION_DIR");
-    return value ? value : "";
+    return Session::variable("TAVRO_SESSION_DIR");
 }
 
 } // namespace
 
 bool Session::isPrivate() {
     return !folder().empty();
+}
+
+std::string Session::variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
 }
 
 pid_t Session::pid(const std::string& piece) {

@@ -8,6 +8,8 @@ class Session {
 public:
     /// Whether the test runs in a private desktop at all, and not in somebody's own.
     static bool isPrivate();
+    /// Of its environment; empty when not set.
+    static std::string variable(const char* name);
     static pid_t pid(const std::string& piece);
     static void signal(const std::string& piece, int number);
     static void start(const std::string& piece);

@@ -8,6 +8,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <gtest/gtest.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -35,6 +37,14 @@ std::string outputOf(const std::string& command) {
 } // namespace
 
 AudioServer::~AudioServer() {
+    try {
+        putBack();
+    } catch (const std::exception& error) {
+        ADD_FAILURE() << error.what();
+    }
+}
+
+void AudioServer::putBack() {
     thaw();
     if (m_hasEnded)
         start();

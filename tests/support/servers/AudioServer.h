@@ -32,6 +32,7 @@ public:
     void thaw();
 
 private:
+    void putBack();
     static std::string kindOf(const std::string& device);
     static bool isPipeWire();
     void plugInNullSink(const std::string& name, const std::string& description,
