@@ -56,8 +56,8 @@ protected:
     testing::AssertionResult closeMenu();
     /// Until the tray shows the item, with the microphone's button or without, and takes clicks on it.
     void waitForTray(bool hasButton);
-    /// The pointer away from everything that would change its looks under it.
-    void parkPointer() { input.moveTo({960, 1060}); }
+    /// The pointer away from everything that would change its looks under it: panels, too, have tool tips.
+    void parkPointer() { input.moveTo({960, 1030}); }
 
     /// Those of the program that the window manager manages.
     std::vector<xcb_window_t> windows(const TavroProcess& tavro) const;
