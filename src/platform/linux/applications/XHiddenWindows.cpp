@@ -31,6 +31,7 @@ XHiddenWindows::XHiddenWindows(XConnection& x, DesktopSnapshots& snapshots, Wind
     , m_restoring(queue, [this] { restore(); })
     , m_lookingAtFront(queue, [this] { lookAtFront(); })
     , m_followingStates(queue, [this] { followStates(); })
+    , m_askingWhenCarriedOut(queue, [this] { askWhenCarriedOut(); })
     , m_events{
           x.on(XEvents::destroyNotify,
                [this](const auto& event) {
@@ -52,7 +53,7 @@ XHiddenWindows::XHiddenWindows(XConnection& x, DesktopSnapshots& snapshots, Wind
                              }),
           windowManager.onReplacement([this] {
               m_model.windowManagerChanged();
-              lookWhenCarriedOut();
+              m_askingWhenCarriedOut.schedule();
           }),
       } {}
 
@@ -82,11 +83,12 @@ void XHiddenWindows::stopHiding() {
 }
 
 void XHiddenWindows::restore() {
-    m_model.restore(*readClients());
+    m_model.restore(*clients());
     if (!send())
         return;
     followSettling();
-    lookWhenCarriedOut(); // also at those of which nothing was asked: a process before may have done so
+    m_askingWhenCarriedOut
+        .schedule(); // also at those of which nothing was asked: a process before may have done so
 }
 
 void XHiddenWindows::bringToFront(xcb_window_t window) {
@@ -120,7 +122,7 @@ void XHiddenWindows::lookAtFront() {
 }
 
 /// The last look is enough: until then there are requests that are not carried out.
-void XHiddenWindows::lookWhenCarriedOut() {
+void XHiddenWindows::askWhenCarriedOut() {
     ++m_outstanding;
     m_windowManager.whenCarriedOut([weak = weak_from_this()] {
         const auto self = weak.lock();
@@ -139,6 +141,7 @@ void XHiddenWindows::settle() {
 
 void XHiddenWindows::finish() {
     settle();
+    m_askingWhenCarriedOut.doNow();
     for (const auto end = now() + m_model.settlingTime(); m_outstanding > 0 && now() < end;)
         m_x.waitForEvents(margin);
     if (m_outstanding > 0)
@@ -189,7 +192,7 @@ bool XHiddenWindows::send() {
         send(command);
     if (std::ranges::any_of(commands,
                             [](const auto& command) { return command.what >= Command::What::minimise; }))
-        lookWhenCarriedOut();
+        m_askingWhenCarriedOut.schedule();
     m_x.flush();
     return !commands.empty();
 }

@@ -51,7 +51,7 @@ private:
     void lookAtFront();
     void bringBackInPlace();
     void followSettling();
-    void lookWhenCarriedOut();
+    void askWhenCarriedOut();
     /// Whether there was anything.
     bool send();
     void send(const Command& command);
@@ -64,7 +64,7 @@ private:
     Log& m_log;
     HiddenWindows m_model;
     int m_outstanding = 0; // looks that wait for the window manager
-    OncePerTurn m_restoring, m_lookingAtFront, m_followingStates;
+    OncePerTurn m_restoring, m_lookingAtFront, m_followingStates, m_askingWhenCarriedOut;
     std::set<xcb_window_t> m_changedStates;
     std::array<Observation, 5> m_events;
 };

@@ -58,8 +58,10 @@ QIcon iconOf(const TouchBarButton& button) {
 
 } // namespace
 
-TrayControlStrip::TrayControlStrip(TrayHost& host)
-    : m_host(host) {}
+// The audience sees covers and windows first.
+TrayControlStrip::TrayControlStrip(TrayHost& host, MainQueue& queue)
+    : m_host(host)
+    , m_updating(queue, [this] { updateAll(); }) {}
 
 TrayControlStrip::~TrayControlStrip() = default;
 
@@ -68,7 +70,7 @@ void TrayControlStrip::setPresence(const std::string& identifier, bool isPresent
         m_present.insert(identifier);
     else
         m_present.erase(identifier);
-    updateAll();
+    m_updating.schedule();
 }
 
 void TrayControlStrip::addSystemTrayItem(std::shared_ptr<CustomTouchBarItem> item) {
@@ -77,12 +79,12 @@ void TrayControlStrip::addSystemTrayItem(std::shared_ptr<CustomTouchBarItem> ite
     if (m_entries.empty() && !m_hasHost)
         m_host.whenAvailable([this] {
             m_hasHost = true;
-            updateAll();
+            m_updating.schedule();
         });
     const auto& entry = m_entries.emplace_back(std::make_unique<Entry>());
     entry->item = std::move(item);
-    entry->viewChange = entry->item->viewDidChange([this, changed = entry.get()] { update(*changed); });
-    update(*entry);
+    entry->viewChange = entry->item->viewDidChange([this] { m_updating.schedule(); });
+    m_updating.schedule();
 }
 
 void TrayControlStrip::removeSystemTrayItem(const std::shared_ptr<CustomTouchBarItem>& item) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/menubar/TrayIcon.h"
+#include "platform/linux/process/OncePerTurn.h"
 #include "platform/menubar/ControlStrip.h"
 
 #include <memory>
@@ -16,7 +17,7 @@ class TrayHost;
 /// rounded rectangle of its bezel colour with its image, or title, on it; any click is a touch.
 class TrayControlStrip final : public ControlStrip {
 public:
-    explicit TrayControlStrip(TrayHost& host);
+    TrayControlStrip(TrayHost& host, MainQueue& queue);
     ~TrayControlStrip() override;
 
     /// Nothing covers a tray.
@@ -38,6 +39,7 @@ private:
     static void touch(const CustomTouchBarItem& item);
 
     TrayHost& m_host;
+    OncePerTurn m_updating;
     bool m_hasHost = false;
     std::vector<std::unique_ptr<Entry>> m_entries;
     std::set<std::string> m_present;

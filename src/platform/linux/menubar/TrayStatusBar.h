@@ -17,6 +17,7 @@ public:
 
 private:
     XConnection& m_x;
+    MainQueue& m_queue;
     TrayHost m_host;
     EventSource& m_events;
 };

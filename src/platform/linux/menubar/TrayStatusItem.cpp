@@ -33,9 +33,10 @@ unsigned modifierFlags(Qt::KeyboardModifiers modifiers) {
 
 } // namespace
 
-TrayStatusItem::TrayStatusItem(XConnection& x, EventSource& events)
+TrayStatusItem::TrayStatusItem(XConnection& x, MainQueue& queue, EventSource& events)
     : m_x(x)
-    , m_events(events) {}
+    , m_events(events)
+    , m_drawing(queue, [this] { drawIcon(); }) {}
 
 TrayStatusItem::~TrayStatusItem() = default;
 
@@ -43,7 +44,7 @@ void TrayStatusItem::show(TrayHost& host) {
     m_icon = host.makeIcon({QCoreApplication::applicationName(), QGuiApplication::applicationDisplayName(),
                             translated("Click: options; middle click: presentation mode")},
                            [this](auto click) { pressed(click); });
-    m_icon->setIcon(icon());
+    drawIcon();
     if (m_hostMenu)
         m_icon->setMenu(m_hostMenu, [this] { hostOpensMenu(); });
     m_icon->show();
@@ -61,6 +62,10 @@ void TrayStatusItem::announceMenu(std::shared_ptr<Menu> menu) {
 
 void TrayStatusItem::setImage(std::optional<NamedImage> image) {
     m_image = std::move(image);
+    m_drawing.schedule(); // after what the audience sees
+}
+
+void TrayStatusItem::drawIcon() {
     if (m_icon)
         m_icon->setIcon(icon());
 }

@@ -2,6 +2,7 @@
 
 #include "platform/input/Event.h"
 #include "platform/linux/menubar/TrayIcon.h"
+#include "platform/linux/process/OncePerTurn.h"
 #include "platform/menubar/StatusBar.h"
 
 #include <QMenu>
@@ -19,7 +20,7 @@ class XConnection;
 /// the same, and the menu that is asked for is the one that shows already.
 class TrayStatusItem final : public StatusItem, public StatusBarButton {
 public:
-    TrayStatusItem(XConnection& x, EventSource& events);
+    TrayStatusItem(XConnection& x, MainQueue& queue, EventSource& events);
     ~TrayStatusItem() override;
 
     /// There is a tray now.
@@ -42,6 +43,7 @@ private:
     void hostOpensMenu();
     void closed(const std::shared_ptr<Menu>& menu);
     void popUpAtPointer(const std::shared_ptr<Menu>& menu);
+    void drawIcon();
     QIcon icon() const;
 
     XConnection& m_x;
@@ -49,6 +51,7 @@ private:
     std::function<void()> m_action;
     unsigned m_actionMask = 0;
     std::optional<NamedImage> m_image;
+    OncePerTurn m_drawing;
     std::shared_ptr<Menu> m_attachedMenu;
     std::shared_ptr<Menu> m_hostMenu;
     bool m_hostShowsMenu = false;

@@ -72,8 +72,8 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
     , m_snapshots(*m_x, m_mainQueue)
     , m_urlSession(makeURLSession(log))
     , m_wallpaper(*m_x, m_snapshots, m_screens, helper("tavropro-picture"), &backgroundsOfDesktop)
-    , m_windowList(*m_x, m_wallpaper)
-    , m_windowServer(*m_x, m_snapshots, m_wallpaper, std::move(views), log)
+    , m_windowList(*m_x, m_snapshots, m_wallpaper)
+    , m_windowServer(*m_x, m_snapshots, m_wallpaper, std::move(views), m_mainQueue, log)
     , m_workspace(*m_x, m_snapshots, m_screens, *m_desktop, m_mainQueue, log)
     , m_application(signals,
                     [this] {
@@ -91,7 +91,7 @@ LinuxMachine::LinuxMachine(std::unique_ptr<XConnection> x, Log& log, Termination
                         m_actions.finish();
                     })
     , m_statusBar(*m_x, m_mainQueue, log, m_application)
-    , m_controlStrip(m_statusBar.host())
+    , m_controlStrip(m_statusBar.host(), m_mainQueue)
     , m_actions([this] { m_application.reopen(); }, m_mainQueue, log) {
     m_x->start();
 }

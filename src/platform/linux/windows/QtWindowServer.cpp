@@ -7,14 +7,15 @@
 namespace tavro {
 
 QtWindowServer::QtWindowServer(XConnection& x, DesktopSnapshots& snapshots, DesktopWallpaper& wallpaper,
-                               Views views, Log& log)
+                               Views views, MainQueue& queue, Log& log)
     : m_x(x)
     , m_wallpaper(wallpaper)
+    , m_queue(queue)
     , m_covers(x, snapshots, log)
     , m_views(std::move(views)) {}
 
 std::shared_ptr<OverlayWindow> QtWindowServer::createOverlayWindow(const WindowSettings& settings) {
-    auto window = std::make_shared<XOverlayWindow>(m_x, m_covers, m_wallpaper, m_views);
+    auto window = std::make_shared<XOverlayWindow>(m_x, m_covers, m_wallpaper, m_views, m_queue);
     window->setFrame(settings.contentRect, false);
     return window;
 }

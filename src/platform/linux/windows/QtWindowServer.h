@@ -7,12 +7,13 @@
 namespace tavro {
 
 class DesktopWallpaper;
+class MainQueue;
 
 /// Windows of the toolkit, and below and above them all our own.
 class QtWindowServer final : public WindowServer {
 public:
     QtWindowServer(XConnection& x, DesktopSnapshots& snapshots, DesktopWallpaper& wallpaper, Views views,
-                   Log& log);
+                   MainQueue& queue, Log& log);
 
     std::shared_ptr<OverlayWindow> createOverlayWindow(const WindowSettings& settings) override;
     std::shared_ptr<TitledWindow> createTitledWindow(const WindowSettings& settings) override;
@@ -22,6 +23,7 @@ public:
 private:
     XConnection& m_x;
     DesktopWallpaper& m_wallpaper;
+    MainQueue& m_queue;
     XCovers m_covers;
     Views m_views;
 };

@@ -12,12 +12,13 @@
 namespace tavro {
 
 XOverlayWindow::XOverlayWindow(XConnection& x, XCovers& covers, DesktopWallpaper& wallpaper,
-                               const Views& views)
+                               const Views& views, MainQueue& queue)
     : m_x(x)
     , m_covers(covers)
     , m_wallpaper(wallpaper)
     , m_views(views)
-    , m_number(xcb_generate_id(x.raw())) {}
+    , m_number(xcb_generate_id(x.raw()))
+    , m_showing(queue, [this] { show(); }) {}
 
 XOverlayWindow::~XOverlayWindow() {
     close();
@@ -50,8 +51,14 @@ void XOverlayWindow::setContentView(std::shared_ptr<const View> view) {
     render();
 }
 
+// The server paints a cover for some milliseconds, so what the window manager is to be told in this turn goes
+// out before.
 void XOverlayWindow::orderFront() {
-    if (m_stage == Stage::made)
+    if (m_stage != Stage::made)
+        return;
+    if (isCover())
+        m_showing.schedule();
+    else
         show();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/process/OncePerTurn.h"
 #include "platform/linux/windows/PaintedWindow.h"
 #include "platform/linux/windows/XPixmap.h"
 #include "platform/process/ObserverList.h"
@@ -25,7 +26,8 @@ class XCovers;
 /// "show desktop" leave it alone.
 class XOverlayWindow final : public OverlayWindow {
 public:
-    XOverlayWindow(XConnection& x, XCovers& covers, DesktopWallpaper& wallpaper, const Views& views);
+    XOverlayWindow(XConnection& x, XCovers& covers, DesktopWallpaper& wallpaper, const Views& views,
+                   MainQueue& queue);
     ~XOverlayWindow() override;
 
     std::int64_t windowNumber() const override { return m_number; }
@@ -69,6 +71,7 @@ private:
     std::shared_ptr<const View> m_view;
     std::unique_ptr<PaintedWindow> m_above; // of one that is no cover
     bool m_isTranslucent = false;
+    OncePerTurn m_showing;
     Observation m_wallpaperChanges;
 };
 

@@ -1,25 +1,28 @@
 #include "platform/linux/windows/XWindowList.h"
 
+#include "platform/linux/windows/DesktopSnapshot.h"
 #include "platform/linux/windows/DesktopWallpaper.h"
 #include "platform/linux/windows/QtScreens.h"
 #include "platform/linux/windows/XPixmap.h"
-#include "platform/linux/x11/ClientList.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace tavro {
 
 std::optional<PropertyList::Array> XWindowList::copyWindowInfo(unsigned options,
                                                                WindowNumber relativeTo) const {
-    auto windows = m_x.values(m_x.request(m_x.root(), m_x.atoms().netClientListStacking));
-    std::ranges::reverse(windows);
+    const auto snapshot = m_snapshots.current();
+    std::vector<xcb_window_t> windows;
+    for (const auto& window : snapshot->clients.windows | std::views::reverse)
+        windows.push_back(window.id);
     if (options & WindowListOption::onScreenBelowWindow) {
         // A window that is not in the list yet has at least the wallpaper below it.
         const auto given = std::ranges::find(windows, static_cast<xcb_window_t>(relativeTo));
         windows.erase(windows.begin(), given == windows.end() ? given : given + 1);
     }
     auto entries = describe(windows);
-    const auto pixmap = m_wallpaper.pixmap();
+    const auto& pixmap = snapshot->wallpaper;
     const bool isOurs = m_wallpaper.hasOwnPictures() && !(pixmap && pixmap->isWhole);
     if (pixmap || isOurs)
         entries.push_back(

@@ -7,14 +7,16 @@
 
 namespace tavro {
 
+class DesktopSnapshots;
 class DesktopWallpaper;
 
 /// The managed windows, and below them the wallpaper: the server's picture of it appears as the wallpaper
 /// window, or else the root window with pictures of our own. Of the other windows no pictures are taken.
 class XWindowList final : public WindowList {
 public:
-    XWindowList(XConnection& x, DesktopWallpaper& wallpaper)
+    XWindowList(XConnection& x, DesktopSnapshots& snapshots, DesktopWallpaper& wallpaper)
         : m_x(x)
+        , m_snapshots(snapshots)
         , m_wallpaper(wallpaper) {}
 
     std::optional<PropertyList::Array> copyWindowInfo(unsigned options,
@@ -27,6 +29,7 @@ private:
     PropertyList::Array describe(const std::vector<xcb_window_t>& frontToBack) const;
 
     XConnection& m_x;
+    DesktopSnapshots& m_snapshots;
     DesktopWallpaper& m_wallpaper;
 };
 
