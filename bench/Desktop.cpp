@@ -166,6 +166,10 @@ void Desktop::settle() {
 Clock::time_point Desktop::click(Point place) {
     const auto start = Clock::now();
     m_input.click(place, Input::Button::middle);
+    // The panel has taken it when something changes. A tool tip would come if the pointer stayed.
+    pollfd readable{xcb_get_file_descriptor(m_server.raw()), POLLIN, 0};
+    ::poll(&readable, 1, static_cast<int>(quiet.count()));
+    m_input.moveTo(quietPlace());
     return start;
 }
 
@@ -180,8 +184,12 @@ void Desktop::pressEscape() {
 }
 
 void Desktop::parkPointer() {
+    movePointer(quietPlace());
+}
+
+Point Desktop::quietPlace() const {
     const auto area = m_server.screens().back();
-    movePointer({area.x + area.width - 2, area.y + area.height - 2});
+    return {area.x + area.width - 2, area.y + area.height - 2};
 }
 
 Pixels Desktop::panels() {

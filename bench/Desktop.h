@@ -46,7 +46,7 @@ public:
     void settle();
 
     void movePointer(Point place);
-    /// Clicks with the middle button; returns the moment before.
+    /// Clicks with the middle button, and parks the pointer; returns the moment before.
     Clock::time_point click(Point place);
     void pressEscape();
     /// Where the pointer disturbs nobody.
@@ -57,6 +57,7 @@ public:
     Point newestItem(const Pixels& panelsBefore);
 
 private:
+    Point quietPlace() const;
     bool isApplicationWindow(xcb_window_t window) const;
     std::vector<Rect> panelAreas() const;
     Rect all() const;

@@ -105,10 +105,11 @@ public:
 
 private:
     void runProgram(int round) {
-        m_program.pointAtItem();
-        for (const std::string direction : {"on", "off"})
+        for (const std::string direction : {"on", "off"}) {
+            m_program.pointAtItem();
             report(round, "program", direction, m_program.click());
-        m_desktop.parkPointer();
+        }
+        m_desktop.settle();
     }
 
     void runFloor(int round) {
@@ -231,9 +232,10 @@ void memory(const std::string& program, const std::string& empty, int presentati
     Program subject(desktop, program);
     reportMemory("program", "launched", subject.id());
     const auto before = desktop.state();
-    subject.pointAtItem();
     for (int i = 0; i < presentations; ++i) {
+        subject.pointAtItem();
         desktop.settle(subject.click(), "on", [&] { return desktop.isPresentable(before); });
+        subject.pointAtItem();
         desktop.settle(subject.click(), "off", [&] { return desktop.state() == before; });
     }
     reportMemory("program", "presented", subject.id());
