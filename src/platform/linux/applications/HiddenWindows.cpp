@@ -5,7 +5,7 @@
 namespace tavro {
 
 namespace {
-constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{10};
+constexpr std::chrono::milliseconds longestSettling{700}, settlingOfEach{40};
 constexpr int mostRequests = 3;
 } // namespace
 
