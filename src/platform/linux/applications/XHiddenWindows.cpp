@@ -69,7 +69,7 @@ std::shared_ptr<const ClientList> XHiddenWindows::clients() {
 
 void XHiddenWindows::hide(const std::string& application) {
     m_model.hide(application, *clients());
-    send();
+    write(); // sent with what else this turn asks for: each sending wakes the server up
 }
 
 void XHiddenWindows::unhide(const std::string& application) {
@@ -185,6 +185,12 @@ void XHiddenWindows::arrived() {
 }
 
 bool XHiddenWindows::send() {
+    const bool wasAny = write();
+    m_x.flush();
+    return wasAny;
+}
+
+bool XHiddenWindows::write() {
     for (const auto& complaint : m_model.takeComplaints())
         m_log.diagnose(complaint);
     const auto commands = m_model.takeCommands();
@@ -193,7 +199,6 @@ bool XHiddenWindows::send() {
     if (std::ranges::any_of(commands,
                             [](const auto& command) { return command.what >= Command::What::minimise; }))
         m_askingWhenCarriedOut.schedule();
-    m_x.flush();
     return !commands.empty();
 }
 

@@ -49,7 +49,7 @@ QPixmap picture(const TouchBarButton& button, int size) {
     return pixmap;
 }
 
-QIcon iconOf(const TouchBarButton& button) {
+QIcon drawn(const TouchBarButton& button) {
     QIcon icon;
     for (const int size : TrayIcon::sizes)
         icon.addPixmap(picture(button, size));
@@ -116,6 +116,15 @@ void TrayControlStrip::show(Entry& entry, const TouchBarButton& button) {
     entry.icon = m_host.makeIcon({id, translated(label), {}}, [item = entry.item](auto) { touch(*item); });
     entry.icon->setIcon(iconOf(button));
     entry.icon->show();
+}
+
+// There are few of them, which come again with every presentation.
+const QIcon& TrayControlStrip::iconOf(const TouchBarButton& button) {
+    const auto name = QString::fromStdString(button.image ? button.image->name : button.title);
+    auto& icon = m_icons[name + bezel(button).name(QColor::HexArgb)];
+    if (icon.isNull())
+        icon = drawn(button);
+    return icon;
 }
 
 void TrayControlStrip::touch(const CustomTouchBarItem& item) {

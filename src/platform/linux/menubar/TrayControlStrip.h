@@ -4,6 +4,9 @@
 #include "platform/linux/process/OncePerTurn.h"
 #include "platform/menubar/ControlStrip.h"
 
+#include <QIcon>
+
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -36,6 +39,7 @@ private:
     void updateAll();
     void update(Entry& entry);
     void show(Entry& entry, const TouchBarButton& button);
+    const QIcon& iconOf(const TouchBarButton& button);
     static void touch(const CustomTouchBarItem& item);
 
     TrayHost& m_host;
@@ -43,6 +47,7 @@ private:
     bool m_hasHost = false;
     std::vector<std::unique_ptr<Entry>> m_entries;
     std::set<std::string> m_present;
+    std::map<QString, QIcon> m_icons; // by what they show
 };
 
 } // namespace tavro

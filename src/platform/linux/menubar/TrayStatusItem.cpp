@@ -71,9 +71,9 @@ void TrayStatusItem::drawIcon() {
 }
 
 // Without a picture the item keeps its place, and its clicks.
-QIcon TrayStatusItem::icon() const {
+QIcon TrayStatusItem::icon() {
     if (m_image)
-        return toolkitIcon(*m_image);
+        return m_icons.try_emplace(m_image->name, toolkitIcon(*m_image)).first->second;
     QPixmap blank(usualSize, usualSize);
     blank.fill(Qt::transparent);
     return QIcon(blank);

@@ -7,6 +7,7 @@
 
 #include <QMenu>
 
+#include <map>
 #include <memory>
 
 namespace tavro {
@@ -44,13 +45,14 @@ private:
     void closed(const std::shared_ptr<Menu>& menu);
     void popUpAtPointer(const std::shared_ptr<Menu>& menu);
     void drawIcon();
-    QIcon icon() const;
+    QIcon icon();
 
     XConnection& m_x;
     EventSource& m_events;
     std::function<void()> m_action;
     unsigned m_actionMask = 0;
     std::optional<NamedImage> m_image;
+    std::map<std::string, QIcon> m_icons; // which keep what they have drawn
     OncePerTurn m_drawing;
     std::shared_ptr<Menu> m_attachedMenu;
     std::shared_ptr<Menu> m_hostMenu;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/storage/PictureProcess.h"
 #include "platform/linux/windows/QtScreens.h"
+#include "platform/linux/windows/XPixmap.h"
 #include "toolkit/ScreenChanges.h"
 
 #include <algorithm>
@@ -67,6 +68,7 @@ void DesktopWallpaper::workspaceChanged() {
 void DesktopWallpaper::renew() {
     if (m_isAsking || m_paintings > 0)
         return renewSoon();
+    XPixmap::prepare(m_x);
     if (const auto pixmap = this->pixmap(); pixmap && pixmap->isWhole)
         return m_pictures.clear();
     m_isAsking = true;

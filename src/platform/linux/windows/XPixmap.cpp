@@ -62,6 +62,10 @@ XPixmap::XPixmap(XConnection& x, const XPixmap& other, const QRect& part, std::u
     copy(other.id(), other.depth(), part.topLeft(), part.size());
 }
 
+void XPixmap::prepare(const XConnection& x) {
+    xcb_render_util_query_formats(x.raw());
+}
+
 XPixmap::~XPixmap() {
     xcb_free_pixmap(m_x.raw(), m_id);
 }

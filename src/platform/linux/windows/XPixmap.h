@@ -34,6 +34,9 @@ public:
     XPixmap(XConnection& x, const XServerImage& image);
     /// A copy of the part from that corner on, as large as there is.
     XPixmap(XConnection& x, const XPixmap& other, const QRect& part, std::uint8_t depth);
+    /// Asks the server what else the first picture would wait for.
+    static void prepare(const XConnection& x);
+
     XPixmap(const XPixmap&) = delete;
     XPixmap& operator=(const XPixmap&) = delete;
     ~XPixmap();
