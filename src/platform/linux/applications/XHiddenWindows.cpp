@@ -87,8 +87,8 @@ void XHiddenWindows::restore() {
     if (!send())
         return;
     followSettling();
-    m_askingWhenCarriedOut
-        .schedule(); // also at those of which nothing was asked: a process before may have done so
+    // Also for those of which nothing was asked: a process before may have done so.
+    m_askingWhenCarriedOut.schedule();
 }
 
 void XHiddenWindows::bringToFront(xcb_window_t window) {

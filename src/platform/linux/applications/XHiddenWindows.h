@@ -54,6 +54,7 @@ private:
     void askWhenCarriedOut();
     /// Whether there was anything.
     bool send();
+    /// The same, which goes out with what is sent next.
     bool write();
     void send(const Command& command);
     void select(xcb_window_t window, std::uint32_t events);
